@@ -1,0 +1,23 @@
+// The one seam between the program and Windows. Two families of classes stand behind it: Windows
+// itself, and a machine in a folder. All calls are made from one thread.
+#pragma once
+
+#include "platform/files.h"
+#include "platform/messages.h"
+#include "platform/processes.h"
+#include "platform/registry.h"
+#include "platform/shell.h"
+#include "platform/system.h"
+
+namespace qb {
+
+struct Platform {
+  Registry& registry;
+  Files& files;
+  Shell& shell;
+  System& system;
+  Processes& processes;
+  Messages& messages;
+};
+
+}  // namespace qb
