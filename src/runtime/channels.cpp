@@ -38,6 +38,14 @@ int Channels::FreeNumber() const {
   return 0;
 }
 
+bool Channels::CanOpen(std::string_view path) const {
+  if (FreeNumber() == 0) return false;
+  auto file = files_.CreateFileA(path, kGenericRead, kShareRead | kShareWrite, kOpenExisting, kAttributeNormal);
+  if (!file.ok()) return false;
+  StepOver(files_.CloseHandle(file.value));
+  return true;
+}
+
 RuntimeError Channels::Open(int number, std::string_view path, ChannelMode mode) {
   if (number < 1 || number > kHighest) return RuntimeError::BadFileNumber;
   if (open_.count(number) != 0) return RuntimeError::FileAlreadyOpen;
@@ -165,5 +173,7 @@ Result<std::uint64_t> Channels::Length(int number) const {
   if (found == open_.end()) return Error::InvalidHandle;
   return files_.GetFileSize(found->second.file);
 }
+
+bool File_Can_Open(const Channels& channels, std::string_view path) { return channels.CanOpen(path); }
 
 }  // namespace qb

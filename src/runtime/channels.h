@@ -31,6 +31,9 @@ class Channels {
   // The lowest number from 1 that is not open; 0 if all are.
   int FreeNumber() const;
 
+  // True if the file opens for text input: it is there, is no folder, and nobody holds it without sharing.
+  bool CanOpen(std::string_view path) const;
+
   // FileAlreadyOpen if the number is in use. Other programs may read and write the file meanwhile,
   // unless they hold it without sharing, which makes this PermissionDenied.
   RuntimeError Open(int number, std::string_view path, ChannelMode mode);
@@ -69,5 +72,8 @@ class Channels {
   Files& files_;
   std::map<int, Channel> open_;
 };
+
+// Channels::CanOpen under the name that the kill routines know it by. Nothing of the file is read.
+bool File_Can_Open(const Channels& channels, std::string_view path);
 
 }  // namespace qb
