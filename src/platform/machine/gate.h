@@ -62,6 +62,8 @@ class Gate {
 
   // From now on every operation fails and nothing changes any more: as if the power went.
   void PowerOff() { powered_ = false; }
+  // For the next start of Windows, once every program of before is gone.
+  void PowerOn() { powered_ = true; }
   bool Powered() const { return powered_; }
 
  private:
