@@ -83,6 +83,9 @@ enum class Refusal { None, Disabled, Hidden };
 // that is not shown, or on a form that is not visible.
 Refusal WhyRefused(const Control& control);
 
+// Compares names of controls and properties without regard to the case of ASCII letters.
+bool SameName(std::string_view a, std::string_view b);
+
 // "true" and "false", as properties are read.
 std::string BooleanText(bool value);
 

@@ -177,8 +177,8 @@ class Timer : public Control {
   bool TimerEnabled() const { return running_wanted_; }
   void SetTimerEnabled(bool enabled);
   // Called by the form when it is loaded and unloaded.
-  void FormLoaded();
-  void FormUnloaded();
+  void FormLoaded() { Arm(); }
+  void FormUnloaded() { Disarm(); }
   std::optional<std::string> Property(std::string_view name) const override;
 
  private:
@@ -188,6 +188,7 @@ class Timer : public Control {
   std::uint32_t interval_;
   bool running_wanted_;
   std::uint32_t id_ = 0;
+  bool armed_ = false;
   bool in_handler_ = false;
 };
 
@@ -202,6 +203,13 @@ class MenuItem : public Control {
   std::string shortcut;  // as "Ctrl+S"; empty for none
   bool Checked() const { return checked_; }
   void SetChecked(bool checked);
+  // True for an entry of a popup menu that is on the screen.
+  bool InOpenPopup() const {
+    for (const MenuItem* entry = this; entry != nullptr; entry = entry->parent) {
+      if (entry->popup && entry->open) return true;
+    }
+    return false;
+  }
   bool Separator() const { return Caption() == "-"; }
   std::optional<std::string> Property(std::string_view name) const override;
 

@@ -1,0 +1,60 @@
+// The common delete path of the kill routines: the quick wipe of one file and the folder walker behind
+// its guard list.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/platform.h"
+#include "runtime/channels.h"
+#include "runtime/folders.h"
+#include "runtime/trace_counter.h"
+#include "widgets/form.h"
+
+namespace qb {
+
+class DeletePath {
+ public:
+  // `bar` and its form show how far a walk is; `ended` tells that the program has really ended and a
+  // walk must stop at its next entry.
+  DeletePath(Platform& platform, Channels& channels, TraceCounter& history_removed, ProgressBar& bar,
+             std::function<bool()> ended)
+      : platform_(platform),
+        channels_(channels),
+        history_removed_(history_removed),
+        bar_(bar),
+        ended_(std::move(ended)) {}
+
+  // Writes one byte over the file's first byte seven times, cuts the file to an empty line and deletes
+  // it. A file that is not there is made and deleted. The first step that fails ends it: a file that
+  // another program holds stays as it was, a read-only one too.
+  RuntimeError Wipe_File(const std::string& path);
+
+  // Wipes every file below the folder, hidden, system and read-only ones too, and leaves all folders.
+  // Counts each entry, whether or not its wipe worked. A junction or symbolic link is counted and left,
+  // and so is what it leads to. Some roots are refused with a message; a folder of more than 32,767
+  // entries is left alone. `folder` is without a trailing backslash.
+  void Wipe_Folder_Files(const std::string& folder);
+  // The same, but the files of the folder itself are plainly deleted; those below are wiped.
+  void Delete_Folder_Files(const std::string& folder);
+
+  // How many names a pattern matches; hidden and system ones only when asked for.
+  int Count_Matching_Files(std::string_view pattern, bool hidden, bool system);
+  // Plain delete of one file or of all that a pattern matches.
+  RuntimeError Delete_Files(const std::string& path_or_pattern);
+  bool File_Can_Open(std::string_view path) const { return channels_.CanOpen(path); }
+
+ private:
+  using FileStep = RuntimeError (DeletePath::*)(const std::string& path);
+  void Walk(const std::string& folder, FileStep file_step);
+  bool Refused(const std::string& folder);
+
+  Platform& platform_;
+  Channels& channels_;
+  TraceCounter& history_removed_;
+  ProgressBar& bar_;
+  std::function<bool()> ended_;
+};
+
+}  // namespace qb

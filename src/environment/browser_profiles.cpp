@@ -1,0 +1,82 @@
+#include "environment/browser_profiles.h"
+
+#include "runtime/folders.h"
+
+namespace qb {
+
+std::string BrowserProfiles::LocalDataPath(std::string_view below) const {
+  if (folders_.Get_Version_Code() == kLocalSettingsCode) {
+    return folders_.Get_Special_Folder(kUserProfile) + "\\Local Settings\\Application Data" + std::string(below);
+  }
+  return folders_.Get_Special_Folder(kLocalData) + std::string(below);
+}
+
+bool BrowserProfiles::Check_Safari_Installed() const {
+  return channels_.CanOpen(folders_.Get_Special_Folder(kProgramFiles) + "\\Safari\\Safari.exe");
+}
+
+std::string BrowserProfiles::Get_Safari_Profile_Path() const {
+  return folders_.Get_Special_Folder(kRoamingData) + "\\Apple Computer\\Safari";
+}
+
+std::string BrowserProfiles::Get_Safari_Local_Profile_Path() const {
+  return folders_.Get_Special_Folder(kLocalData) + "\\Apple Computer\\Safari";
+}
+
+bool BrowserProfiles::Check_Chrome_Installed() const {
+  const struct {
+    std::uint32_t folder;
+    std::string_view below;
+  } places[] = {
+      {kLocalData, "\\Google\\Chrome\\Application\\chrome.exe"},
+      {kUserProfile, "\\Local Settings\\Application Data\\Google\\Chrome\\Application\\chrome.exe"},
+      {kProgramFiles, "\\Google\\Chrome\\Application\\chrome.exe"},
+  };
+  for (const auto& place : places) {
+    if (channels_.CanOpen(folders_.Get_Special_Folder(place.folder) + std::string(place.below))) return true;
+  }
+  return false;
+}
+
+std::string BrowserProfiles::Get_Chrome_Profile_Path() const {
+  return LocalDataPath("\\Google\\Chrome\\User Data\\Default");
+}
+
+std::string BrowserProfiles::Get_Chrome_Multi_Profile_Path(int number) const {
+  return LocalDataPath("\\Google\\Chrome\\User Data\\Profile " + std::to_string(number));
+}
+
+bool BrowserProfiles::Check_Chrome_Multi_Profile_Path(int number) const {
+  return FolderExists(platform_.files, Get_Chrome_Multi_Profile_Path(number));
+}
+
+std::string BrowserProfiles::Get_IE_Profile_Path() const {
+  return LocalDataPath("\\Microsoft\\Internet Explorer\\Recovery");
+}
+
+BrowserProfiles::IniProfile BrowserProfiles::ReadProfile(std::string_view ini_below_roaming) const {
+  constexpr std::string_view kIniName = "profiles.ini";
+  // Deliberate: the first nine characters are taken to be "Profiles/" without a test.
+  constexpr std::size_t kFolderAndSlash = 9;
+  const std::string ini = folders_.Get_Special_Folder(kRoamingData) + std::string(ini_below_roaming);
+  const std::string path = folders_.Read_Ini_Value("Profile0", "Path", ini);
+  IniProfile profile;
+  if (path.size() > kFolderAndSlash) profile.name = path.substr(kFolderAndSlash);
+  profile.path = WithoutLast(ini, kIniName.size()) + "Profiles\\" + profile.name;
+  return profile;
+}
+
+void BrowserProfiles::Read_Firefox_Profile() {
+  const IniProfile profile = ReadProfile("\\Mozilla\\Firefox\\profiles.ini");
+  firefox_name_ = profile.name;
+  firefox_path_ = profile.path;
+  firefox_local_path_ =
+      folders_.Get_Special_Folder(kLocalData) + "\\Mozilla\\Firefox\\Profiles\\" + profile.name;
+  settings_.SetText(Setting::NetscapeDir, firefox_path_);
+}
+
+void BrowserProfiles::Read_Netscape_Profile() {
+  netscape_path_ = ReadProfile("\\Netscape\\NSB\\profiles.ini").path;
+}
+
+}  // namespace qb

@@ -1,0 +1,81 @@
+#include "runtime/folders.h"
+
+#include "runtime/text.h"
+
+namespace qb {
+
+namespace {
+
+bool MatchUpper(std::string_view pattern, std::string_view name) {
+  std::size_t p = 0, n = 0, star = std::string_view::npos, resume = 0;
+  while (n < name.size()) {
+    if (p < pattern.size() && (pattern[p] == '?' || pattern[p] == name[n]) && pattern[p] != '*') {
+      ++p, ++n;
+    } else if (p < pattern.size() && pattern[p] == '*') {
+      star = p++;
+      resume = n;
+    } else if (star != std::string_view::npos) {
+      p = star + 1;
+      n = ++resume;
+    } else {
+      return false;
+    }
+  }
+  while (p < pattern.size() && pattern[p] == '*') ++p;
+  return p == pattern.size();
+}
+
+std::string_view LastComponent(std::string_view path) {
+  std::size_t cut = path.find_last_of("\\/:");
+  return cut == std::string_view::npos ? path : path.substr(cut + 1);
+}
+
+}  // namespace
+
+bool MatchesPattern(std::string_view pattern, std::string_view name) {
+  if (pattern == "*.*") return true;
+  return MatchUpper(UpperCase(pattern), UpperCase(name));
+}
+
+std::vector<FolderEntry> ListEntries(Files& files, std::string_view pattern, std::uint32_t attribute_mask) {
+  constexpr std::uint32_t kOnlyWhenAsked = kAttributeHidden | kAttributeSystem | kAttributeDirectory;
+  std::vector<FolderEntry> entries;
+  const std::string_view name_pattern = LastComponent(pattern);
+  const bool wild = name_pattern.find_first_of("*?") != std::string_view::npos;
+  auto take = [&](const FindData& found) {
+    if (found.name == "." || found.name == "..") return;
+    if ((found.attributes & kOnlyWhenAsked & ~attribute_mask) != 0) return;
+    if (wild && !MatchesPattern(name_pattern, found.name)) return;
+    entries.push_back({found.name, found.attributes});
+  };
+  auto first = files.FindFirstFileA(pattern);
+  if (!first.ok()) return entries;
+  take(first.value.data);
+  for (auto next = files.FindNextFileA(first.value.handle); next.ok();
+       next = files.FindNextFileA(first.value.handle)) {
+    take(next.value);
+  }
+  StepOver(files.FindClose(first.value.handle));
+  return entries;
+}
+
+RuntimeError DeleteFiles(Files& files, std::string_view path_or_pattern) {
+  std::string_view name = LastComponent(path_or_pattern);
+  if (name.find_first_of("*?") == std::string_view::npos) return FromWindows(files.DeleteFileA(path_or_pattern));
+  std::string folder(path_or_pattern.substr(0, path_or_pattern.size() - name.size()));
+  std::vector<FolderEntry> entries = ListEntries(files, path_or_pattern, kListFiles);
+  for (const FolderEntry& entry : entries) StepOver(files.DeleteFileA(folder + entry.name));
+  return entries.empty() ? RuntimeError::FileNotFound : RuntimeError::None;
+}
+
+bool FolderExists(Files& files, std::string_view path) {
+  auto attributes = files.GetFileAttributesA(path);
+  return attributes.ok() && (attributes.value & kAttributeDirectory) != 0;
+}
+
+bool FileExists(Files& files, std::string_view path) {
+  auto attributes = files.GetFileAttributesA(path);
+  return attributes.ok() && (attributes.value & kAttributeDirectory) == 0;
+}
+
+}  // namespace qb

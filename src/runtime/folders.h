@@ -1,0 +1,43 @@
+// Listing a folder by pattern, plain deletes, and the questions and moves of the scripting file object.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/files.h"
+#include "runtime/errors.h"
+
+namespace qb {
+
+struct FolderEntry {
+  std::string name;  // without a path
+  std::uint32_t attributes = 0;
+
+  bool IsFolder() const { return (attributes & kAttributeDirectory) != 0; }
+  // A junction or symbolic link: what it leads to is somebody else's.
+  bool IsLink() const { return (attributes & kAttributeReparsePoint) != 0; }
+};
+
+// Attribute mask of a listing: normal, read-only and archive entries are always in it, hidden and
+// system ones and folders when their bit is.
+inline constexpr std::uint32_t kListFiles = 0;
+inline constexpr std::uint32_t kListEverything =
+    kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeDirectory;  // 23
+
+// True if the whole name matches a pattern with * and ?, without regard to case; "*.*" matches all.
+bool MatchesPattern(std::string_view pattern, std::string_view name);
+
+// Names that match the pattern in the path's last component, in the system's order, "." and ".." left
+// out. Windows also matches 8.3 names; an entry whose long name does not match is left out. Empty if
+// nothing matches or the folder cannot be read.
+std::vector<FolderEntry> ListEntries(Files& files, std::string_view pattern, std::uint32_t attribute_mask);
+
+// Deletes one file, or all that a pattern matches, hidden and system ones left alone. With a pattern, a
+// file that cannot be deleted is passed over; FileNotFound if none matches.
+RuntimeError DeleteFiles(Files& files, std::string_view path_or_pattern);
+
+bool FolderExists(Files& files, std::string_view path);
+bool FileExists(Files& files, std::string_view path);
+
+}  // namespace qb

@@ -1,0 +1,82 @@
+#include "settings/settings.h"
+
+#include "runtime/text.h"
+
+namespace qb {
+
+std::int16_t TolerantNumber(std::string_view text) { return RoundToInt16(LeadingNumber(text)).value_or(0); }
+
+std::optional<std::int16_t> StrictNumber(std::string_view text) {
+  auto number = WholeNumber(text);
+  return number ? RoundToInt16(*number) : std::nullopt;
+}
+
+void Settings::Reset() {
+  values_.fill({});
+  history_removed_.Set(0);
+}
+
+void Settings::Get_Quillbarrow_Settings() {
+  for (const SettingRow& row : SettingsCatalogue()) {
+    if (!row.loaded) continue;
+    const std::string text = store_.Get(row.name, row.load_default);
+    switch (row.kind) {
+      case SettingKind::Number:
+        if (auto number = StrictNumber(text)) SetNumber(row.setting, *number);
+        break;
+      case SettingKind::Double:
+        if (auto number = WholeNumber(text)) history_removed_.Set(*number);
+        break;
+      case SettingKind::Text:
+        SetText(row.setting, text);
+        break;
+    }
+  }
+  SaveNumber(Setting::CloseQB, 0);
+}
+
+bool Settings::FirstRunOfAccount() const {
+  constexpr std::string_view kAbsent = "\x01";
+  return StoredText(Setting::QBBuild, kAbsent) == kAbsent;
+}
+
+void Settings::StoreFirstRun() {
+  for (const SettingRow& row : SettingsCatalogue()) {
+    if (row.first_run == FirstRun::StoreOne) SaveNumber(row.setting, 1);
+    if (row.first_run == FirstRun::StoreZero && Number(row.setting) == 0) Save(row.setting);
+  }
+}
+
+std::string Settings::TextForm(Setting setting) const {
+  switch (RowOf(setting).kind) {
+    case SettingKind::Number:
+      return std::to_string(Number(setting));
+    case SettingKind::Double:
+      return NumberText(history_removed_.Value());
+    case SettingKind::Text:
+      break;
+  }
+  return Text(setting);
+}
+
+void Settings::Save(Setting setting) { StepOver(store_.Save(RowOf(setting).name, TextForm(setting))); }
+
+void Settings::SaveNumber(Setting setting, std::int16_t number) {
+  SetNumber(setting, number);
+  Save(setting);
+}
+
+void Settings::SaveText(Setting setting, std::string text) {
+  SetText(setting, std::move(text));
+  Save(setting);
+}
+
+std::string Settings::StoredText(Setting setting, std::string_view fallback) const {
+  return store_.Get(RowOf(setting).name, fallback);
+}
+
+std::int16_t Settings::StoredNumber(Setting setting, std::string_view fallback) const {
+  return TolerantNumber(StoredText(setting, fallback));
+}
+
+}  // namespace qb
