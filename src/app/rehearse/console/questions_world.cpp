@@ -5,6 +5,7 @@
 #include "app/rehearse/console/console.h"
 #include "app/rehearse/console/operations.h"
 #include "app/rehearse/console/values.h"
+#include "runtime/text.h"
 
 namespace qb::rehearse {
 namespace {
@@ -40,7 +41,7 @@ Reply Opened(Console& console, const Arguments&) { return console.machine().Take
 Reply Setting(Console& console, const Arguments& words) {
   if (auto key = console.machine().ReadKey(kSettingsKey)) {
     for (const machine::RegistryValue& value : key->values) {
-      if (SameName(value.name, words[0])) return value.data;
+      if (SameText(value.name, words[0])) return value.data;
     }
   }
   return std::string(kAbsent);
@@ -93,7 +94,7 @@ std::string TypeAndData(const machine::RegistryValue& value) {
   }
 }
 
-bool LessBlindToCase(const std::string& a, const std::string& b) { return Lower(a) < Lower(b); }
+bool LessBlindToCase(const std::string& a, const std::string& b) { return LowerCase(a) < LowerCase(b); }
 
 Reply RegistryShow(Console& console, const Arguments& words) {
   auto key = console.machine().ReadKey(words[0]);

@@ -1,7 +1,7 @@
 #include "app/rehearse/console/targets.h"
 
 #include "app/rehearse/console/console.h"
-#include "app/rehearse/console/values.h"
+#include "runtime/text.h"
 
 namespace qb::rehearse {
 namespace {
@@ -20,7 +20,7 @@ Form* FrontForm(Console& console) {
 
 Form* FindForm(Console& console, std::string_view name) {
   for (Form* form : LoadedForms(console)) {
-    if (SameName(form->name(), name)) return form;
+    if (SameText(form->name(), name)) return form;
   }
   return nullptr;
 }

@@ -30,7 +30,5 @@ std::string ToWindows1252(std::string_view text);
 std::vector<std::string> SplitLines(std::string_view text);
 // With "{nl}" for each line end.
 std::string OnOneLine(std::string_view text);
-std::string Lower(std::string_view text);
-bool SameName(std::string_view a, std::string_view b);  // without regard to the case of A to Z
 
 }  // namespace qb::rehearse
