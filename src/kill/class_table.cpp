@@ -1,0 +1,204 @@
+#include "kill/class_table.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "kill/trace_units.h"
+#include "runtime/text.h"
+
+namespace qb {
+
+namespace {
+
+// Sentences that several boxes share.
+constexpr std::string_view kTipDroplist = "Clear the Internet Explorer's address bar drop-down box";
+constexpr std::string_view kTipHistory =
+    "Clear the Internet Explorer's History file which shows all your previous sites you've visted";
+constexpr std::string_view kTipCache =
+    "Clear the Temporary Internet Files, which stores temp web site files on your hard drive and shows everyone where "
+    "you have been surfing, as well as takes up precious hard drive space";
+constexpr std::string_view kTipCookies =
+    "Clear the Internet Explorer's cookies file, web sites send you cookies to store your personal information on your "
+    "computer at which they can access at any time";
+constexpr std::string_view kTipAutoComplete =
+    "Clears the AutoComplete feature in Internet Explorer, which automatically completes the box when you enter in "
+    "forms or addresses";
+constexpr std::string_view kTipFirefoxHistory =
+    "Clear the Netscape History file which shows all your previous sites you've visted";
+
+using enum TraceGroup;
+
+// clang-format off
+constexpr TraceClass kClasses[] = {
+    {Firefox, "NS_droplist", "chkNS_droplist", "URL address drop-list box",
+     "Clear the Netscape address bar drop-down box", 16},
+    {Firefox, "NS_history", "chkNS_history", "Internet History database / Search history", kTipFirefoxHistory, 17},
+    {Firefox, "NS_cache", "chkNS_cache", "Cache (Temporary Files)",
+     "Putting a check here will kill Mozilla Firefox's Temporary Internet Files, which stores temp web site files on "
+     "your hard drive and shows everyone where you have been surfing, as well as takes up precious hard drive space", 18},
+    {Firefox, "NS_cookies", "chkNS_cookies", "Cookies",
+     "Putting a check here will kill Mozilla Firefox's cookies files, web sites send you cookies to store your personal "
+     "information on your computer at which they can access at any time", 19},
+    {Firefox, "NS_AutoComplete", "chkNS_AutoComplete", "AutoComplete",
+     "Putting a check here will kill Mozilla Firefox's AutoComplete login/form data, which automatically completes the "
+     "box when you enter in forms or addresses", 27},
+    {Firefox, "NS_DownloadList", "chkNS_DownloadList", "Download List", kTipFirefoxHistory, 28},
+    {Firefox, "NS_JumpListIcons", "chkNS_JumpListIcons", "Jump List Icons / Caches",
+     "Putting a check here will kill your Windows 7 Jump List Icons data for Mozilla Firefox.", 48},
+    {Firefox, "NS_SessionData", "chkNS_SessionData", "Session data", kTipFirefoxHistory, 49},
+
+    {Chrome, "Chrome_VisitedLinks", "chkChrome_VisitedLinks", "Visited Links / URL addresses", kTipDroplist, 31},
+    {Chrome, "Chrome_HistoryFiles", "chkChrome_HistoryFiles", "Internet history files", kTipHistory, 32},
+    {Chrome, "Chrome_Cache", "chkChrome_Cache", "Cache (Temp Internet Files)", kTipCache, 33},
+    {Chrome, "Chrome_Cookies", "chkChrome_Cookies", "Cookies", kTipCookies, 34},
+    {Chrome, "Chrome_AutoComplete", "chkChrome_AutoComplete", "AutoComplete", kTipAutoComplete, 35},
+    {Chrome, "Chrome_ArchivedHistoryFile", "chkChrome_ArchivedHistoryFile", "Archived history file", kTipHistory, 36},
+    {Chrome, "Chrome_Thumbnails", "chkChrome_Thumbnails", "Thumbnails / Favicon.ico",
+     "Checking this will kill Google Chrome's stored Favicons of websites you've visited.", 37},
+    {Chrome, "Chrome_HTML5", "chkChrome_HTML5", "HTML5 LocalStorage", kTipCookies, 45},
+    {Chrome, "Chrome_JumpListIcons", "chkChrome_JumpListIcons", "Jump List Icons", kTipHistory, 46},
+    {Chrome, "Chrome_SessionData", "chkChrome_SessionData", "Session data", kTipHistory, 47},
+    {Chrome, "Chrome_FlashCookies", "chkChrome_FlashCookies", "Flash cookies", kTipCookies, 52},
+
+    {Safari, "Safari_HistoryFiles", "chkSafari_HistoryFiles", "Internet history files", kTipHistory, 38},
+    {Safari, "Safari_Cache", "chkSafari_Cache", "Cache (Temp Internet Files)", kTipCache, 39},
+    {Safari, "Safari_Cookies", "chkSafari_Cookies", "Cookies", kTipCookies, 40},
+    {Safari, "Safari_Downloads", "chkSafari_Downloads", "Downloads", kTipHistory, 41},
+    {Safari, "Safari_AutoComplete", "chkSafari_AutoComplete", "AutoComplete", kTipAutoComplete, 42},
+    {Safari, "Safari_Thumbnails", "chkSafari_Thumbnails", "Thumbnails / Favicon.ico", kTipCache, 43},
+    // Deliberate: by itself this class writes the line of the one before it.
+    {Safari, "Safari_TopSites", "chkSafari_TopSites", "Top Sites", kTipHistory, 43},
+    {Safari, "Safari_HTML5", "chkSafari_HTML5", "HTML5 LocalStorage", kTipCookies, 50},
+    {Safari, "Safari_SessionData", "chkSafari_SessionData", "Session data", kTipHistory, 51},
+
+    // Deliberate: two of these four write their line and remove nothing.
+    {AOL, "REGAOLhistory", "chkWin_AOLhistory", "AOL Internet History file", "", 23},
+    {AOL, "REGAOLCache", "chkWin_AOLdatabase", "AOL Cache (Temporary files)",
+     "Clear the Temporary Internet Files used by AOL, which stores temp web site files on your hard drive and shows "
+     "everyone where you have been surfing, as well as takes up precious hard drive space", 10, nullptr, true},
+    {AOL, "REGAOLCookies", "chkWin_AOLcookies", "AOL Cookies",
+     "Clear the AOL cookies file, web sites send you cookies to store your personal information on your computer at "
+     "which they can access at any time", 11},
+    {AOL, "WIN_AOL", "chkWin_AOL", "URL address drop-list box", "AOL address URL drop-list", 8, nullptr, true},
+
+    {InternetExplorer, "IE_droplist", "chkIE_droplist", "URL address drop-list box", kTipDroplist, 2, nullptr, true},
+    {InternetExplorer, "IE_history", "chkIE_history", "Internet History file", kTipHistory, 3},
+    {InternetExplorer, "IE_cache", "chkIE_cache", "Temp Internet Files", kTipCache, 4},
+    {InternetExplorer, "IE_cookies", "chkIE_cookies", "Cookies", kTipCookies, 5, nullptr, true},
+    // Deliberate: by itself this class does its work and counts as nothing selected.
+    {InternetExplorer, "IE_autocomplete", "chkIE_AutoComplete", "AutoComplete", kTipAutoComplete, 9, nullptr, true,
+     false},
+    {InternetExplorer, "IE_indexdat", "chkIE_IndexDat", "index.dat files",
+     "Clear the index.dat files at Windows boot-up, click on the more info link to the right for more information", 12},
+    {InternetExplorer, "IE_Recovery", "chkIE_Recovery", "IE crash recovery data", kTipHistory, 53},
+    {InternetExplorer, "IE_Google", "chkIE_Google", "Google Toolbar history",
+     "Checking this will kill the Google Bar history list in Internet Explorer.  You must close all Internet Explorer "
+     "windows to see the effect.", 25},
+    {InternetExplorer, "IE_SearchHistory", "chkIE_SearchHistory", "Search Button history", kTipDroplist, 26},
+    {InternetExplorer, "MSEdge", "chkIE_MSEdge", "MS Edge Browser / WebCache", kTipCache, 54},
+
+    {Windows, "WIN_StartRun", "chkWin_StartRun", "Windows Start, Run drop-list",
+     "Clear the Windows run drop-list bar (Start button, Run, click drop-list)", 6,
+     [](TraceUnits& units) { units.windows.Kill_Run_MRU(); }},
+    {Windows, "WIN_RecentDoc", "chkWin_RecentDoc", "Windows Recent Documents list",
+     "Clear your Windows recent documents list (Start button, then Documents)", 7,
+     [](TraceUnits& units) { units.windows.Kill_Recent_Docs(); }},
+    {Windows, "", "chkWin_CacheIndexDat", "Wipe index.dat in Temp Internet Files folder",
+     "Delete the index.dat database in your Windows Temp Internet Files folder at Windows startup, to disable this, "
+     "simply uncheck it (you do not need to press the Kill Button) (click the more info link above for more info on "
+     "this)", 12},
+    {Windows, "", "chkWin_CookiesIndexDat", "Wipe index.dat in Cookies folder",
+     "Delete the index.dat database in your Windows cookies folder at Windows startup, to disable this, simply uncheck "
+     "it (you do not need to press the Kill Button) (click the more info link above for more info on this)", 13},
+    {Windows, "REGMediaPlayer", "chkWin_MediaPlayer", "Windows Media player recent URL/file list",
+     "Clear the Windows Media Player recent URL and file lists", 14,
+     [](TraceUnits& units) { units.windows.Kill_Media_Player(); }},
+    {Windows, "REGrecyclebin", "chkWin_RecycleBin", "Windows Recycle Bin", "Clear Windows Recycle Bin", 15,
+     [](TraceUnits& units) { units.windows.Kill_Recycle_Bin(); }},
+    {Windows, "REGFileFrag", "chkWin_FileFrag", "Windows File Fragments (*.CHK)",
+     "Delete the Windows Fragmented files in your root drive, their file names are FILE*.CHK and take up a LOT of "
+     "space", 20, [](TraceUnits& units) { units.windows.Kill_File_Fragments(); }},
+    {Windows, "REGWindowsTemp", "chkWin_WindowsTemp", "Windows Temp Folder",
+     "Delete the Windows TEMP folder, typically in C:\\Windows\\TEMP, these are temp files that take up a lot of space",
+     21, [](TraceUnits& units) { units.windows.Kill_Windows_Temp(); }},
+    {Windows, "MSOfficeRecent", "chkWin_MSOfficeRecent", "MS Office Recent File List",
+     "Delets the recent file lists in the file menu of Word, Excel, Access, Outlook and Frontpage", 24,
+     [](TraceUnits& units) { units.windows.Kill_Office_Recent(); }},
+};
+
+constexpr WalkStep kFirefoxAll[] = {{16, "NS_droplist"}, {17, "NS_history"}, {18, "NS_cache"}, {19, "NS_cookies"},
+    {27, "NS_AutoComplete"}, {28, "NS_DownloadList"}, {48, "NS_JumpListIcons"}, {49, "NS_SessionData"}};
+// Deliberate: the first class runs without a line when nobody watches.
+constexpr WalkStep kFirefoxUnattended[] = {{0, "NS_droplist"}, {17, "NS_history"}, {18, "NS_cache"},
+    {19, "NS_cookies"}, {27, "NS_AutoComplete"}, {28, "NS_DownloadList"}, {48, "NS_JumpListIcons"},
+    {49, "NS_SessionData"}};
+constexpr WalkStep kChromeWalk[] = {{31, "Chrome_VisitedLinks"}, {32, "Chrome_HistoryFiles"}, {33, "Chrome_Cache"},
+    {34, "Chrome_Cookies"}, {35, "Chrome_AutoComplete"}, {36, "Chrome_ArchivedHistoryFile"}, {37, "Chrome_Thumbnails"},
+    {45, "Chrome_HTML5"}, {46, "Chrome_JumpListIcons"}, {47, "Chrome_SessionData"}, {52, "Chrome_FlashCookies"}};
+constexpr WalkStep kSafariWalk[] = {{38, "Safari_HistoryFiles"}, {39, "Safari_Cache"}, {40, "Safari_Cookies"},
+    {41, "Safari_Downloads"}, {42, "Safari_AutoComplete"}, {43, "Safari_Thumbnails"}, {44, "Safari_TopSites"},
+    {50, "Safari_HTML5"}, {51, "Safari_SessionData"}};
+// Deliberate: the droplist goes between the lines of two other classes.
+constexpr WalkStep kAolAll[] = {{10, "REGAOLCache"}, {11, "WIN_AOL"}, {8, ""}, {23, ""}};
+// Deliberate: the lines of cookies and cache stand the other way round here.
+constexpr WalkStep kAolUnattended[] = {{8, "WIN_AOL"}, {10, "REGAOLCookies"}, {11, "REGAOLCache"},
+    {23, "REGAOLhistory"}};
+constexpr WalkStep kIeAll[] = {{2, "IE_droplist"}, {3, "IE_history"}, {4, "IE_cache"}, {5, "IE_cookies"},
+    {25, "IE_Google"}, {26, "IE_SearchHistory"}, {53, "IE_Recovery"}, {9, "IE_autocomplete"}, {54, "MSEdge"},
+    {12, "IE_indexdat"}};
+constexpr WalkStep kIeUnattended[] = {{2, "IE_droplist"}, {3, "IE_history"}, {4, "IE_cache"}, {5, "IE_cookies"},
+    {9, "IE_autocomplete"}, {25, "IE_Google"}, {26, "IE_SearchHistory"}, {53, "IE_Recovery"}, {54, "MSEdge"},
+    {12, "IE_indexdat"}};
+// Deliberate: the two index.dat lines stand here and nothing is done for them.
+constexpr WalkStep kWindowsAll[] = {{6, "WIN_StartRun"}, {7, "WIN_RecentDoc"}, {12, ""}, {13, ""},
+    {14, "REGMediaPlayer"}, {15, "REGrecyclebin"}, {20, "REGFileFrag"}, {21, "REGWindowsTemp"}, {24, "MSOfficeRecent"}};
+constexpr WalkStep kWindowsUnattended[] = {{6, "WIN_StartRun"}, {7, "WIN_RecentDoc"}, {14, "REGMediaPlayer"},
+    {15, "REGrecyclebin"}, {20, "REGFileFrag"}, {21, "REGWindowsTemp"}, {24, "MSOfficeRecent"}};
+
+constexpr TraceGroupRow kGroups[] = {
+    {Firefox, "chkNS_all", "All of the above",
+     "Use all of the above Quillbarrow Netscape privacy features on your Netscape web browser", 8, kFirefoxAll,
+     kFirefoxUnattended},
+    {Chrome, "chkChrome_All", "All of the above",
+     "Use all of the above Quillbarrow Google Chrome privacy features on your Google Chrome web browser", 11,
+     kChromeWalk, kChromeWalk},
+    {Safari, "chkSafari_All", "All of the above",
+     "Use all of the above Quillbarrow Apple Safari privacy features on your Apple Safari web browser", 9, kSafariWalk,
+     kSafariWalk},
+    {AOL, "chkWin_AOLall", "All of the above", "Use all of the above Quillbarrow AOL privacy features on AOL", 4,
+     kAolAll, kAolUnattended},
+    // Deliberate: ten classes add eleven.
+    {InternetExplorer, "chkIE_all", "All of the above",
+     "Use all of the above Quillbarrow Internet Explorer privacy features on your Internet Explorer web browser", 11,
+     kIeAll, kIeUnattended},
+    {Windows, "chkWin_All", "All of the above ",
+     "Use all of the above Quillbarrow Windows privacy features on your Windows operating system", 9, kWindowsAll,
+     kWindowsUnattended},
+};
+// clang-format on
+
+constexpr TraceGroup kUnattendedOrder[] = {Firefox, Chrome, Safari, Windows, InternetExplorer, AOL};
+
+}  // namespace
+
+std::span<const TraceClass> TraceClasses() { return kClasses; }
+
+std::span<const TraceClass> ClassesOf(TraceGroup group) {
+  auto in_group = [group](const TraceClass& row) { return row.group == group; };
+  const auto* first = std::find_if(std::begin(kClasses), std::end(kClasses), in_group);
+  const auto* last = std::find_if_not(first, std::end(kClasses), in_group);
+  return {first, last};
+}
+
+const TraceGroupRow& RowOf(TraceGroup group) { return kGroups[static_cast<std::size_t>(group)]; }
+
+std::span<const TraceGroup> UnattendedOrder() { return kUnattendedOrder; }
+
+const TraceClass* FindClass(std::string_view key) {
+  for (const TraceClass& row : kClasses) {
+    if (!row.key.empty() && SameText(row.key, key)) return &row;
+  }
+  return nullptr;
+}
+
+}  // namespace qb

@@ -1,0 +1,40 @@
+// The log line and the bar of one step of a run.
+#pragma once
+
+#include <string>
+
+#include "kill/run_state.h"
+#include "kill/run_window.h"
+#include "platform/platform.h"
+#include "settings/settings.h"
+
+namespace qb {
+
+inline constexpr int kLogSearching = 1;
+inline constexpr int kLogProtected = 22;
+
+// The text of a code from 1 to 54, from " - " on; empty for any other code.
+std::string LogText(int code, const ThumbTotals& thumbs);
+// The present date and time as every line of the log begins with them.
+std::string LogTime(System& system);
+
+class RunLog {
+ public:
+  RunLog(Platform& platform, Settings& settings, const RunState& state, RunWindow& window, const ThumbTotals& thumbs)
+      : platform_(platform), settings_(settings), state_(state), window_(window), thumbs_(thumbs) {}
+
+  // Writes the line of the code, selects the last line and fills the bar, pumping messages after each
+  // step. Nothing happens in an unattended run in Stealth mode. A code outside 1 to 54 writes no line.
+  void Log_Step(std::int16_t code);
+  // Adds a line of another text, with date and time, and selects it.
+  void AddLine(const std::string& text);
+
+ private:
+  Platform& platform_;
+  Settings& settings_;
+  const RunState& state_;
+  RunWindow& window_;
+  const ThumbTotals& thumbs_;
+};
+
+}  // namespace qb

@@ -1,0 +1,56 @@
+// The traces that Windows itself keeps. Each routine passes over what fails and raises the lifetime
+// counter by what it went for.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "delete/delete_path.h"
+#include "environment/product_folders.h"
+#include "kill/run_window.h"
+#include "settings/registry_counter.h"
+
+namespace qb {
+
+// Counts the values of keys under HKEY_CURRENT_USER, then deletes each key, in order; gives the sum. A
+// key that is missing counts 0; one whose delete is refused counts all the same.
+double CountAndDeleteKeys(Platform& platform, std::span<const std::string_view> keys);
+
+class WindowsTraces {
+ public:
+  WindowsTraces(Platform& platform, DeletePath& delete_path, const WindowsFolders& folders,
+                const ProductFolders& products, TraceCounter& history_removed, RunWindow& window)
+      : platform_(platform),
+        delete_path_(delete_path),
+        folders_(folders),
+        products_(products),
+        history_removed_(history_removed),
+        window_(window) {}
+
+  void Kill_Run_MRU();
+  // Counts 1, whatever the length of the list.
+  void Kill_Recent_Docs();
+  void Kill_Media_Player();
+  // Empties the bins of all drives; counts nothing.
+  void Kill_Recycle_Bin();
+  // Deletes FILE*.CHK in the root of the drive that holds Windows.
+  void Kill_File_Fragments();
+  // Empties "TEMP" below the Windows folder and the temp folder of the older user layout.
+  void Kill_Windows_Temp();
+  void Kill_Office_Recent();
+
+  // An empty root stands for all drives. Gives the HRESULT.
+  std::uint32_t Empty_Recycle_Bin(std::string_view root);
+  // The number of items in the bins of all drives; 0 if they cannot be asked.
+  double Query_Recycle_Bin();
+
+ private:
+  Platform& platform_;
+  DeletePath& delete_path_;
+  const WindowsFolders& folders_;
+  const ProductFolders& products_;
+  TraceCounter& history_removed_;
+  RunWindow& window_;
+};
+
+}  // namespace qb
