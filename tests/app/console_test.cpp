@@ -55,17 +55,54 @@ TEST_F(ConsoleTest, ExpectationsThatMissAreToldByLineAndTheScriptGoesOn) {
 }
 
 TEST_F(ConsoleTest, WhatIsNotUnderstoodEndsTheScript) {
-  for (const char* line :
-       {"frobnicate", "advance", "advance 5", "advance 5 s", "advance -1s", "click cmdNowhere", "get Ticks",
-        "start\nstart", "start-again", "start\nget Nothing", "start\nget chkBox.Nothing", "start\nget frmNone.Visible",
-        "start\ndo Nothing", "start\ndo Echo 1 2 3", "start\nchoose tabs 2", "start\nmark lstStatus 0",
-        "start\ntick cmdRun", "start\ntype chkBox x", "fail NoSuchCall", "fail DeleteFileA 0", "calls NoSuchCall",
-        "expect running", "expect is x", "expect running has", "during 0 running", "during 3 frobnicate",
-        "during 1 during 1 frobnicate", "folder x C:\\", "drive CC fixed", "drive C cardboard", "file C:\\x hex 0",
-        "file C:\\x size -1", "file C:\\x from /dev/zero", "text C:\\none", "attributes C:\\none", "files C:\\none",
-        "reg add HKCR\\x", "reg add HKCU\\x name dword 4294967296", "reg add HKCU\\x name", "reg frobnicate",
-        "window close #9", "window open A B C", "window open A in #9", "cache add u 0xZZ", "lock C:\\none",
-        "attrib C:\\WINDOWS +q", "say \"unclosed", "say a\"b"}) {
+  for (const char* line : {"frobnicate",
+                           "advance",
+                           "advance 5",
+                           "advance 5 s",
+                           "advance -1s",
+                           "click cmdNowhere",
+                           "get Ticks",
+                           "start\nstart",
+                           "start-again",
+                           "start\nget Nothing",
+                           "start\nget chkBox.Nothing",
+                           "start\nget frmNone.Visible",
+                           "start\ndo Nothing",
+                           "start\ndo Echo 1 2 3",
+                           "start\nchoose tabs 2",
+                           "start\nmark lstStatus 0",
+                           "start\ntick cmdRun",
+                           "start\ntype chkBox x",
+                           "fail NoSuchCall",
+                           "fail DeleteFileA 0",
+                           "calls NoSuchCall",
+                           "expect running",
+                           "expect is x",
+                           "expect running has",
+                           "during 0 running",
+                           "during 3 frobnicate",
+                           "during 1 during 1 frobnicate",
+                           "folder x C:\\",
+                           "drive CC fixed",
+                           "drive C cardboard",
+                           "file C:\\x hex 0",
+                           "file C:\\x size -1",
+                           "file C:\\x from /dev/zero",
+                           "text C:\\none",
+                           "attributes C:\\none",
+                           "files C:\\none",
+                           "reg add HKCR\\x",
+                           "reg add HKCU\\x name dword 4294967296",
+                           "reg add HKCU\\x name",
+                           "reg frobnicate",
+                           "window close #9",
+                           "window open A B C",
+                           "window open A in #9",
+                           "cache add u 0xZZ",
+                           "lock C:\\none",
+                           "attrib C:\\WINDOWS +q",
+                           "say \"unclosed",
+                           "say a\"b"}) {
     Played played = Play(std::string(line) + "\nrunning\n");
     EXPECT_EQ(played.status, 2) << line;
     EXPECT_EQ(played.out, "") << line;
@@ -168,7 +205,8 @@ TEST_F(ConsoleTest, DuringCountsPumpsFromWhereItStands) {
 }
 
 TEST_F(ConsoleTest, RebootAsksOnceAndEndsEverything) {
-  for (const char* where : {"start\nreboot\n", "start\nclick cmdModal\nreboot\n", "during 3 reboot\nstart\nclick cmdRun\n"}) {
+  for (const char* where :
+       {"start\nreboot\n", "start\nclick cmdModal\nreboot\n", "during 3 reboot\nstart\nclick cmdRun\n"}) {
     Holds(std::string(where) +
           "expect running is no\n"
           "expect reg show HKCU\\Software\\Asked2 is\n"
@@ -194,6 +232,20 @@ TEST_F(ConsoleTest, TimersAreListedAndTick) {
       "expect get Ticks is 2\n"
       "close frmMain\nclose frmMain\n"
       "expect timers is\n");
+}
+
+TEST_F(ConsoleTest, HandlersAreRoutines) {
+  Holds(
+      "start\n"
+      "do Timer1_Timer\n"
+      "expect get Ticks is 1\n"
+      "expect do popShow_Click is\n"
+      "do cmdRun_MouseDown\n"
+      "expect show has Show\n"
+      "expect log is \" - popup\"\n");
+  for (const char* routine : {"Timer1_Click", "cmdRun_Timer", "chkBox_Click", "_Click", "popShow_Click 1"}) {
+    EXPECT_EQ(Play(std::string("start\ndo ") + routine).status, 2) << routine;
+  }
 }
 
 TEST(ConsoleTables, NoNameStandsTwiceWithTheSameNumberOfWords) {

@@ -76,8 +76,8 @@ class DemoMain : public Form {
  protected:
   void Form_QueryUnload(bool& cancel, UnloadMode mode) override {
     asked.push_back(mode);
-    StepOver(platform().registry.RegCreateKeyA(
-        KeyHandle::CurrentUser, "Software\\Asked" + std::to_string(static_cast<int>(mode))));
+    StepOver(platform().registry.RegCreateKeyA(KeyHandle::CurrentUser,
+                                               "Software\\Asked" + std::to_string(static_cast<int>(mode))));
     // The first request hides, one that finds the window hidden ends.
     cancel = Visible();
     if (cancel) Hide();

@@ -75,7 +75,8 @@ TEST_F(TextViewTest, Drawing) {
   ASSERT_TRUE(main.combo.SetListIndex(1));
   ASSERT_TRUE(main.bar.SetValue(50));
   std::string drawn = Draw(main);
-  for (const char* part : {"> entry 25", "  entry 6 ", "30 entries", "[1 Hour ", "####....", "] 50/100", "<A page>", " First  [Second]"}) {
+  for (const char* part :
+       {"> entry 25", "  entry 6 ", "30 entries", "[1 Hour ", "####....", "] 50/100", "<A page>", " First  [Second]"}) {
     EXPECT_NE(drawn.find(part), std::string::npos) << part << "\n" << drawn;
   }
   for (const char* part : {"entry 5 ", "entry 26", "A box", "Menu"}) {

@@ -11,7 +11,9 @@ namespace {
 
 using qb::rehearse::Status;
 
-int Exit(Status status) { return static_cast<int>(status); }
+int Exit(Status status) {
+  return static_cast<int>(status);
+}
 
 int Refuse(const std::string& problem) {
   std::cerr << problem << "\n";

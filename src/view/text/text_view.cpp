@@ -64,7 +64,9 @@ WindowHandle TextView::WindowOf(const Form& form) const {
   return found == loaded_.end() ? WindowHandle::None : found->handle;
 }
 
-void TextView::PopupMenu(Form&, MenuItem& menu) { menu.open = true; }
+void TextView::PopupMenu(Form&, MenuItem& menu) {
+  menu.open = true;
+}
 
 machine::OwnWindow TextView::ActionsOf(Form& form) {
   machine::OwnWindow actions;
@@ -84,7 +86,9 @@ machine::OwnWindow TextView::ActionsOf(Form& form) {
   return actions;
 }
 
-void TextView::Report(Form& form) { machine_.OwnWindowState(WindowOf(form), form.Visible(), form.Caption()); }
+void TextView::Report(Form& form) {
+  machine_.OwnWindowState(WindowOf(form), form.Visible(), form.Caption());
+}
 
 void TextView::ToFront(Form& form) {
   std::erase(z_order_, &form);

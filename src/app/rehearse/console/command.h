@@ -22,8 +22,8 @@ struct Reply {
   std::optional<std::string> problem;
 
   Reply() = default;
-  Reply(std::string line) { lines.push_back(std::move(line)); }                  // NOLINT(google-explicit-constructor)
-  Reply(std::vector<std::string> answer) : lines(std::move(answer)) {}           // NOLINT(google-explicit-constructor)
+  Reply(std::string line) { lines.push_back(std::move(line)); }         // NOLINT(google-explicit-constructor)
+  Reply(std::vector<std::string> answer) : lines(std::move(answer)) {}  // NOLINT(google-explicit-constructor)
   static Reply Problem(std::string text) {
     Reply reply;
     reply.problem = std::move(text);
@@ -34,15 +34,15 @@ struct Reply {
 inline constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
 
 struct Command {
-  std::string_view name;  // two words with a blank between for a command such as "reg add"
+  std::string_view name;            // two words with a blank between for a command such as "reg add"
   std::size_t least = 0, most = 0;  // words behind the name
   Reply (*run)(Console& console, const Arguments& arguments) = nullptr;
 };
 
-std::span<const Command> WorldCommands();    // what the user, Windows or another program does
-std::span<const Command> UserCommands();     // what is done to the program
-std::span<const Command> FlowCommands();     // start, reboot, during, expect
-std::span<const Command> WorldQuestions();   // about the machine
+std::span<const Command> WorldCommands();     // what the user, Windows or another program does
+std::span<const Command> UserCommands();      // what is done to the program
+std::span<const Command> FlowCommands();      // start, reboot, during, expect
+std::span<const Command> WorldQuestions();    // about the machine
 std::span<const Command> ProgramQuestions();  // about the program and its windows
 
 // The command that a line begins with and its arguments; else null and the reason.

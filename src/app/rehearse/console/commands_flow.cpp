@@ -112,6 +112,8 @@ constexpr std::array kCommands = std::to_array<Command>({
 
 }  // namespace
 
-std::span<const Command> FlowCommands() { return kCommands; }
+std::span<const Command> FlowCommands() {
+  return kCommands;
+}
 
 }  // namespace qb::rehearse

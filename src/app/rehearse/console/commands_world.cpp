@@ -16,8 +16,12 @@ constexpr std::uint32_t kMostNumber = 0xFFFFFFFF;
 constexpr std::uint64_t kMostBytes = 1ULL << 28;
 constexpr std::uint32_t kInvalidFolder = 0x80070057;  // E_INVALIDARG, the shell's answer to an unknown number
 
-Reply Bad(std::string_view what, const std::string& word) { return Reply::Problem(std::string(what) + ": " + word); }
-Reply DoneOr(bool done, std::string_view what, const std::string& word) { return done ? Reply() : Bad(what, word); }
+Reply Bad(std::string_view what, const std::string& word) {
+  return Reply::Problem(std::string(what) + ": " + word);
+}
+Reply DoneOr(bool done, std::string_view what, const std::string& word) {
+  return done ? Reply() : Bad(what, word);
+}
 
 Reply Windows(Console& console, const Arguments& words) {
   const std::string& version = words[0];
@@ -262,6 +266,8 @@ constexpr std::array kCommands = std::to_array<Command>({
 
 }  // namespace
 
-std::span<const Command> WorldCommands() { return kCommands; }
+std::span<const Command> WorldCommands() {
+  return kCommands;
+}
 
 }  // namespace qb::rehearse

@@ -9,7 +9,9 @@
 namespace qb::rehearse {
 namespace {
 
-Reply NotRunning() { return Reply::Problem("the program does not run"); }
+Reply NotRunning() {
+  return Reply::Problem("the program does not run");
+}
 Reply NoSuch(std::string_view what, const std::string& name) {
   return Reply::Problem("no such " + std::string(what) + ": " + name);
 }
@@ -92,7 +94,9 @@ Reply Show(Console& console, const Arguments& words) {
   return SplitLines(Draw(*form));
 }
 
-Reply Running(Console& console, const Arguments&) { return std::string(console.Current() != nullptr ? "yes" : "no"); }
+Reply Running(Console& console, const Arguments&) {
+  return std::string(console.Current() != nullptr ? "yes" : "no");
+}
 
 constexpr std::array kQuestions = std::to_array<Command>({
     {"get", 1, 1, Get},
@@ -106,6 +110,8 @@ constexpr std::array kQuestions = std::to_array<Command>({
 
 }  // namespace
 
-std::span<const Command> ProgramQuestions() { return kQuestions; }
+std::span<const Command> ProgramQuestions() {
+  return kQuestions;
+}
 
 }  // namespace qb::rehearse

@@ -13,7 +13,9 @@ namespace {
 constexpr std::string_view kSettingsKey = "HKCU\\Software\\VB and VBA Program Settings\\Temp\\SystemData";
 constexpr std::string_view kAbsent = "(absent)";
 
-Reply NoSuchPath(const std::string& path) { return Reply::Problem("no such path: " + path); }
+Reply NoSuchPath(const std::string& path) {
+  return Reply::Problem("no such path: " + path);
+}
 
 Reply Boxes(Console& console, const Arguments&) {
   Reply reply;
@@ -36,7 +38,9 @@ Reply Calls(Console& console, const Arguments& words) {
   return reply;
 }
 
-Reply Opened(Console& console, const Arguments&) { return console.machine().TakeOpened(); }
+Reply Opened(Console& console, const Arguments&) {
+  return console.machine().TakeOpened();
+}
 
 Reply Setting(Console& console, const Arguments& words) {
   if (auto key = console.machine().ReadKey(kSettingsKey)) {
@@ -47,7 +51,9 @@ Reply Setting(Console& console, const Arguments& words) {
   return std::string(kAbsent);
 }
 
-Reply Exists(Console& console, const Arguments& words) { return console.machine().Exists(words[0]); }
+Reply Exists(Console& console, const Arguments& words) {
+  return console.machine().Exists(words[0]);
+}
 
 Reply Attributes(Console& console, const Arguments& words) {
   if (console.machine().Exists(words[0]) == "no") return NoSuchPath(words[0]);
@@ -94,7 +100,9 @@ std::string TypeAndData(const machine::RegistryValue& value) {
   }
 }
 
-bool LessBlindToCase(const std::string& a, const std::string& b) { return LowerCase(a) < LowerCase(b); }
+bool LessBlindToCase(const std::string& a, const std::string& b) {
+  return LowerCase(a) < LowerCase(b);
+}
 
 Reply RegistryShow(Console& console, const Arguments& words) {
   auto key = console.machine().ReadKey(words[0]);
@@ -133,7 +141,9 @@ Reply Pending(Console& console, const Arguments&) {
   return reply;
 }
 
-Reply Recycle(Console& console, const Arguments&) { return std::to_string(console.machine().RecycleCount()); }
+Reply Recycle(Console& console, const Arguments&) {
+  return std::to_string(console.machine().RecycleCount());
+}
 
 constexpr std::array kQuestions = std::to_array<Command>({
     {"boxes", 0, 0, Boxes},
@@ -155,6 +165,8 @@ constexpr std::array kQuestions = std::to_array<Command>({
 
 }  // namespace
 
-std::span<const Command> WorldQuestions() { return kQuestions; }
+std::span<const Command> WorldQuestions() {
+  return kQuestions;
+}
 
 }  // namespace qb::rehearse

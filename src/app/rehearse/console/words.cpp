@@ -3,7 +3,9 @@
 namespace qb::rehearse {
 namespace {
 
-bool Blank(char c) { return c == ' ' || c == '\t'; }
+bool Blank(char c) {
+  return c == ' ' || c == '\t';
+}
 
 }  // namespace
 
