@@ -34,7 +34,7 @@ class Program : public ProgramLife, public SetupAsker {
   RunLog& run_log() { return run_log_; }
   DeletePath& delete_path() { return delete_path_; }
   ProductFolders& products() { return products_; }
-  WindowsTraces& windows_traces() { return windows_traces_; }
+  TraceUnits& trace_units() { return units_; }
   bool IEFoldersMoved() const { return ie_folders_moved_; }
 
   void Register_Run_Key();
@@ -72,6 +72,11 @@ class Program : public ProgramLife, public SetupAsker {
   frmMain main_window_;
   frmOptions options_;
   DeletePath delete_path_;
+  NamedTraces named_traces_;
+  FirefoxTraces firefox_traces_;
+  ChromeTraces chrome_traces_;
+  SafariTraces safari_traces_;
+  AolTraces aol_traces_;
   WindowsTraces windows_traces_;
   TraceUnits units_;
   RunLog run_log_;
