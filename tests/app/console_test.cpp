@@ -70,7 +70,7 @@ TEST_F(ConsoleTest, WhatIsNotUnderstoodEndsTheScript) {
                            "start\ndo Nothing",
                            "start\ndo Echo 1 2 3",
                            "start\nchoose tabs 2",
-                           "start\nmark lstStatus 0",
+                           "start\nchoose tabs 1\nmark lstStatus 0",
                            "start\ntick cmdRun",
                            "start\ntype chkBox x",
                            "fail NoSuchCall",
@@ -106,7 +106,7 @@ TEST_F(ConsoleTest, WhatIsNotUnderstoodEndsTheScript) {
     Played played = Play(std::string(line) + "\nrunning\n");
     EXPECT_EQ(played.status, 2) << line;
     EXPECT_EQ(played.out, "") << line;
-    EXPECT_TRUE(played.err.starts_with("line 1: ") || played.err.starts_with("line 2: ")) << line << played.err;
+    EXPECT_TRUE(played.err.starts_with("line ")) << line << played.err;
   }
 }
 

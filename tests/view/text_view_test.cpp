@@ -64,11 +64,18 @@ TEST_F(TextViewTest, Drawing) {
   main.box.SetValue(1);
   main.shared.SetVisible(false);
   EXPECT_EQ(Draw(main),
-            "+- Demo -----------------------+\n"
-            "| File                         |\n"
-            "| [First]  Second              |\n"
-            "| +--------------------------+ |\n"
-            "| | [x] A box  [ ] Off (disabled) | |\n");
+            "+- Demo ----------------------------+\n"
+            "| File                              |\n"
+            "| [First]  Second                   |\n"
+            "| +-------------------------------+ |\n"
+            "| | [x] A box  [ ] Off (disabled) | |\n"
+            "| | +- Kind ------------+         | |\n"
+            "| | | ( ) First         |         | |\n"
+            "| | | (*) Second & last |         | |\n"
+            "| | +-------------------+         | |\n"
+            "| | [ Run ]  [ Modal ]            | |\n"
+            "| +-------------------------------+ |\n"
+            "+-----------------------------------+\n");
   main.tabs.UserPick(1);
   for (int i = 0; i < 30; ++i) main.status.AddItem("entry " + std::to_string(i));
   ASSERT_TRUE(main.status.SetListIndex(25));
