@@ -106,7 +106,8 @@ void Console::RunLine(const std::string& line, std::size_t line_number) {
   line_number_ = outer;
   if (reply.problem) return Fail(line_number, *reply.problem);
   for (const std::string& answer : reply.lines) out_ << answer << "\n";
-  if (!prompt_.empty()) out_ << std::flush;
+  // Whoever reads along sees an answer before the next command, however long that takes.
+  out_.flush();
 }
 
 void Console::OnPump() {
