@@ -62,7 +62,7 @@ class Gate {
 
   // From now on every operation fails and nothing changes any more: as if the power went.
   void PowerOff() { powered_ = false; }
-  // For the next start of Windows, once every program of before is gone.
+  // Once no program of before runs any more.
   void PowerOn() { powered_ = true; }
   bool Powered() const { return powered_; }
 

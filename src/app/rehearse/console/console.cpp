@@ -25,8 +25,15 @@ Status Console::Run() {
     SweepEnded();
   }
   CutPower();
-  while (!processes_.empty()) processes_.pop_back();
+  EndProcesses();
   return status_;
+}
+
+void Console::EndProcesses() {
+  // Nothing of the program runs any more; what goes with its objects (handles, timers, the mutex) is
+  // what Windows takes back from a process that is gone.
+  machine_.gate().PowerOn();
+  while (!processes_.empty()) processes_.pop_back();
 }
 
 Console::Process* Console::Current() {
@@ -57,9 +64,8 @@ void Console::Reboot() {
 }
 
 void Console::FinishReboot() {
-  while (!processes_.empty()) processes_.pop_back();
+  EndProcesses();
   rebooting_ = false;
-  machine_.gate().PowerOn();
   machine_.Boot();
 }
 

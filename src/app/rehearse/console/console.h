@@ -63,6 +63,7 @@ class Console {
   void SweepEnded();
   void FinishReboot();
   void CutPower();
+  void EndProcesses();
   void Fail(std::size_t line_number, const std::string& text);
 
   machine::Machine& machine_;
