@@ -1,0 +1,100 @@
+#include "app/rehearse/console/operations.h"
+
+#include <algorithm>
+#include <array>
+
+namespace qb::rehearse {
+namespace {
+
+constexpr std::array kOperations = std::to_array<std::string_view>({
+    "CloseHandle",
+    "CoTaskMemFree",
+    "CopyFileA",
+    "CreateDirectoryA",
+    "CreateFileA",
+    "CreateMutexA",
+    "CreateProcessA",
+    "DeleteFileA",
+    "FileTimeToLocalFileTime",
+    "FindClose",
+    "FindExecutableA",
+    "FindFirstFileA",
+    "FindNextFileA",
+    "FindWindowA",
+    "FlushFileBuffers",
+    "GetCurrentDirectoryA",
+    "GetDiskFreeSpaceExA",
+    "GetDriveTypeA",
+    "GetEnvironmentVariableA",
+    "GetExitCodeProcess",
+    "GetFileAttributesA",
+    "GetFileSize",
+    "GetLocalTime",
+    "GetLogicalDriveStringsA",
+    "GetLongPathNameA",
+    "GetModuleFileNameA",
+    "GetPrivateProfileStringA",
+    "GetShortPathNameA",
+    "GetSystemTime",
+    "GetTempFileNameA",
+    "GetTempPathA",
+    "GetTickCount",
+    "GetUserNameA",
+    "GetVersionExA",
+    "GetVolumeInformationA",
+    "GetWindow",
+    "GetWindowsDirectoryA",
+    "InitCommonControlsEx",
+    "KillTimer",
+    "LocalFileTimeToFileTime",
+    "MessageBoxA",
+    "MoveFileExA",
+    "OpenIcon",
+    "OpenProcess",
+    "PostMessageA",
+    "PumpMessages",
+    "ReadFile",
+    "RegCloseKey",
+    "RegCreateKeyA",
+    "RegCreateKeyExA",
+    "RegDeleteKeyA",
+    "RegDeleteValueA",
+    "RegEnumKeyA",
+    "RegEnumValueA",
+    "RegOpenKeyA",
+    "RegOpenKeyExA",
+    "RegQueryValueExA",
+    "RegSetValueExA",
+    "RemoveDirectoryA",
+    "SHAddToRecentDocs",
+    "SHBrowseForFolderA",
+    "SHEmptyRecycleBinA",
+    "SHFileOperationA",
+    "SHGetFileInfoA",
+    "SHGetFolderPathA",
+    "SHGetPathFromIDListA",
+    "SHGetSpecialFolderLocation",
+    "SHQueryRecycleBinA",
+    "SetCurrentDirectoryA",
+    "SetEndOfFile",
+    "SetFileAttributesA",
+    "SetFilePointer",
+    "SetFileTime",
+    "SetForegroundWindow",
+    "SetTimer",
+    "SetVolumeLabelA",
+    "SetWindowTextA",
+    "ShellExecuteA",
+    "ShowWindow",
+    "WaitMessage",
+    "WriteFile",
+});
+static_assert(std::is_sorted(kOperations.begin(), kOperations.end()));
+
+}  // namespace
+
+bool KnownOperation(std::string_view name) {
+  return std::binary_search(kOperations.begin(), kOperations.end(), name);
+}
+
+}  // namespace qb::rehearse
