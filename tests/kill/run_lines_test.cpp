@@ -146,7 +146,8 @@ TEST(RunLines, AnUnattendedRunOfEveryKey) {
   const Lines firefox(kFirefoxLines.begin() + 1, kFirefoxLines.end());  // the droplist goes without a line
   EXPECT_EQ(lines, Join({kSearching, firefox, kChromeLines, SafariLines(kTopSites), kWindowsStart, kWindowsRest,
                          kIeStart, kIeAutoComplete, kIeGoogleAndSearch, kIeRecovery, kEdge, kIndexDat,
-                         {kAolDroplist, kAolCookies, kAolCache, kAolHistory}, kProtected}));
+                         // The lines of cookies and cache stand the other way round than their keys.
+                         {kAolDroplist, kAolCache, kAolCookies, kAolHistory}, kProtected}));
 }
 
 TEST(RunLines, RunsThatStopOrSelectNothing) {

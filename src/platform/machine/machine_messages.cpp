@@ -206,7 +206,7 @@ bool MachineMessages::HandOutPosted() {
 }
 
 void MachineMessages::PumpMessages() {
-  if (!Ok(state_.gate.Enter("PeekMessageA"))) return;
+  if (!Ok(state_.gate.Enter("PumpMessages"))) return;
   state_.MoveClock(1);
   processes_.Pumped();
   if (on_pump_) on_pump_();
@@ -230,7 +230,7 @@ void MachineMessages::PumpMessages() {
 
 bool MachineMessages::WaitMessage() {
   if (!state_.gate.Powered()) return false;
-  if (!Ok(state_.gate.Enter("GetMessageA"))) return on_wait_ && on_wait_();
+  if (!Ok(state_.gate.Enter("WaitMessage"))) return on_wait_ && on_wait_();
   if (HandOutPosted()) return true;
   return on_wait_ && on_wait_() && state_.gate.Powered();
 }
