@@ -107,7 +107,7 @@ class MachineImpl final : public Machine {
   void SetUser(std::string_view name) override { state_.config.user = name; }
   void SetWindowsFolder(std::string_view path) override {
     state_.config.windows_folder = WithoutBackslash(path);
-    MakeFolder(path);
+    MakeFolder(state_.config.windows_folder);
   }
   void SetProgramFolder(std::string_view path) override;
   std::string ProgramFolder() const override { return state_.config.program_folder; }
@@ -290,7 +290,7 @@ void MachineImpl::MakePlain() {
 
 void MachineImpl::SetProgramFolder(std::string_view path) {
   state_.config.program_folder = WithoutBackslash(path);
-  MakeFolder(path);
+  MakeFolder(state_.config.program_folder);
   for (const auto& [name, content] : {std::pair("Quillbarrow.exe", "MZ"), std::pair("logo.gif", "GIF89a")}) {
     const std::string file = state_.config.program_folder + "\\" + name;
     if (!state_.Find(file).ok()) MakeFile(file, content);
