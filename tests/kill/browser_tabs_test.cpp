@@ -78,7 +78,7 @@ std::vector<Tab> Tabs() {
         kFirefox + "\\Cache", kFirefox + "\\Temp", kFirefoxLocal},
        {"files " + kFirefox + " is bookmarks.html Cache\\ cookies.sqlite.bak key4.db prefs.js Temp\\",
         "files " + kFirefoxLocal +
-            " is Cache\\ cache2\\ cache2\\entries\\ jumpListCache\\ OfflineCache\\ startupCache\\ thumbnails\\"}},
+            " is cache2\\ cache2\\entries\\ Cache\\ jumpListCache\\ OfflineCache\\ startupCache\\ thumbnails\\"}},
       {TraceGroup::Chrome, 2,
        Files(chrome_default, chrome_files) + Files(chrome_default, chrome_folders) + Files(chrome1, chrome_files) +
            Files(chrome1, chrome_folders) + Files(chrome_default, {"History Index 2019-05"}) +
@@ -108,11 +108,12 @@ std::vector<Tab> Tabs() {
         kSafari + "\\Downloads.plist", kSafari + "\\Form Values.plist", kSafari + "\\TopSites.plist",
         kSafari + "\\LastSession.plist", kSafari + "\\PubSub\\Feeds", kSafariLocal + "\\History",
         kSafariLocal + "\\Cache.db", kSafariLocal + "\\WebpageIcons.db", kSafariLocal + "\\LocalStorage"},
-       {"files \"" + kSafariLocal + "\" is History\\ History.plist LocalStorage\\ SafeBrowsing.db",
+       {"files \"" + kSafariLocal + "\" is History.plist History\\ LocalStorage\\ SafeBrowsing.db",
         "files \"" + kSafari + "\" is Bookmarks.plist Cache.db Cookies\\ Cookies\\other.txt PubSub\\ "
         "PubSub\\Database.sqlite3 PubSub\\Feeds\\"}},
       {TraceGroup::AOL, 5,
-       "reg add " + kStore + " AOLdir sz C:\\AOL\\\n" +
+       // A first run would look for the folder itself.
+       "reg add " + kStore + " QBBuild sz 1\nreg add " + kStore + " AOLdir sz C:\\AOL\\\n" +
            Files("C:\\AOL\\organize", {"main.ARL", "main.aut", "CACHE\\a.tmp", "CACHE\\b"}),
        Files("C:\\AOL\\organize", {"address.abk", "CACHE\\sub\\c.tmp", "main.ARLX"}) + Files("C:\\AOL", {"x.ARL"}),
        0,
@@ -145,7 +146,7 @@ std::vector<Tab> Tabs() {
         kCookies + "\\user@bank[2].txt", kProtected + "\\S-1\\Data\\e161255a\\q",
         kProtected + "\\S-1\\Data\\e161255a\\Q:StringData"},
        {"cache is no-normal-bit", "reg show \"" + kProtected + "\\S-1\\Data\\e161255a\" is QX\\",
-        "reg show " + kIe + "TypedURLs is (absent)", "files " + kCookies + " is low\\ low\\a.txt user@shop[1].dat"}},
+        "reg show \"" + kIe + "TypedURLs\" is (absent)", "files " + kCookies + " is low\\ low\\a.txt user@shop[1].dat"}},
   };
 }
 
@@ -173,7 +174,7 @@ TEST(BrowserTabs, AllOfATabGoesAndTheNeighboursStay) {
     rehearsal.Play("start\nchoose SftTabs1 " + std::to_string(tab.index) + "\ntick " +
                    std::string(RowOf(tab.group).all_box) + "\nclick cmdKILLALL\nexpect get HistoryRemoved is " +
                    std::to_string(static_cast<int>(tab.count)) + "\n" + Expect(tab.expectations));
-    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << RowOf(tab.group).all_box;
+    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << RowOf(tab.group).all_box << "\n" << rehearsal.printed();
     EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), With(tab.may_change, kOwn)),
               std::vector<std::string>())
         << RowOf(tab.group).all_box;
@@ -192,7 +193,7 @@ TEST(BrowserTabs, AnUnattendedRunRemovesTheSame) {
     const Snapshot before = TakeSnapshot(rehearsal.machine());
     rehearsal.Play("start\ndo Do_Start_Up 3\nexpect get frmMain.Visible is false\nexpect get HistoryRemoved is " +
                    std::to_string(static_cast<int>(tab.count)) + "\n" + Expect(tab.expectations));
-    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << RowOf(tab.group).all_box;
+    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << RowOf(tab.group).all_box << "\n" << rehearsal.printed();
     EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), With(tab.may_change, kOwn)),
               std::vector<std::string>())
         << RowOf(tab.group).all_box;

@@ -465,7 +465,7 @@ std::optional<std::vector<std::string>> MachineImpl::ListBelow(std::string_view 
   };
   walk(*found.value, "");
   std::sort(paths.begin(), paths.end(), [](const std::string& a, const std::string& b) {
-    return std::pair(FoldName(a), a) < std::pair(FoldName(b), b);
+    return std::pair(LowerCase(FoldName(a)), a) < std::pair(LowerCase(FoldName(b)), b);
   });
   return paths;
 }
