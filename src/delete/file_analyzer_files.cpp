@@ -47,8 +47,7 @@ std::string clsFileAnalyzer::GetFileContents(const std::string& path, std::uint6
   if (!Ok(channels_.Open(number, path, ChannelMode::BinaryInput))) return {};
   const std::uint64_t size = channels_.Length(number).value_or(0);
   std::string contents;
-  // SetFilePointer counts in signed numbers: a place past the end must not reach it.
-  if (start <= size && !Ok(channels_.Get(number, start, std::min(length, size), contents))) contents.clear();
+  if (!Ok(channels_.Get(number, start, std::min(length, size), contents))) contents.clear();
   StepOver(channels_.Close(number));
   return contents;
 }

@@ -103,11 +103,11 @@ std::string clsFileAnalyzer::LookUpSpecialFolder(std::uint32_t number) const {
 
 std::string clsFileAnalyzer::GetSpecialFolder(std::uint32_t number) const {
   if (number == kTemporaryFolder) return platform_.files.GetTempPathA().value_or("");
-  const std::string folder = LookUpSpecialFolder(number);
+  std::string folder = LookUpSpecialFolder(number);
   if (number != kRecycleBin || !folder.empty()) return folder;
   // The shell knows the Recycle Bin as no place in the file system.
-  const std::string bin = GetSystemDrive() + "RECYCLER";
-  return Exists(bin) ? bin : std::string();
+  folder = GetSystemDrive() + "RECYCLER";
+  return Exists(folder) ? folder : std::string();
 }
 
 }  // namespace qb

@@ -79,7 +79,7 @@ std::string clsFileAnalyzer::GetParentFolder(const std::string& path) {
 }
 
 std::string clsFileAnalyzer::GetBaseName(const std::string& path) {
-  const std::string name = GetPathName(path);
+  std::string name = GetPathName(path);
   const std::size_t dot = path.find_last_of('.');
   if (dot == std::string::npos) return name;
   // Deliberate: the dot is looked for in the whole path, so that one in a folder's name leaves no base name.
@@ -147,7 +147,7 @@ std::string clsFileAnalyzer::ParseSize(Currency size, int decimals) {
   if (decimals < 0 || decimals > kMostDecimals) return {};
   if (size < Currency::FromScaled(1024 * Currency::kScale)) return size.Text() + " Bytes";
   for (const SizeUnit& unit : kSizeUnits) {
-    if (unit.below != kNoLimit && size >= Currency::FromScaled(unit.below * Currency::kScale)) continue;
+    if (unit.below != kNoLimit && !(size < Currency::FromScaled(unit.below * Currency::kScale))) continue;
     // Dividing by a power of two is exact, and so is the product where it has a half to round. Past 2^53 a
     // double has no fraction left.
     const double number = size.ToDouble() / static_cast<double>(unit.bytes);

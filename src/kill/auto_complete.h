@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/key_security.h"
 #include "platform/platform.h"
 #include "runtime/trace_counter.h"
 #include "settings/reg_settings.h"
@@ -14,8 +13,8 @@ namespace qb {
 
 class AutoCompleteStore {
  public:
-  AutoCompleteStore(Platform& platform, KeySecurity& security, CRegSettings& reg_settings, TraceCounter& history_removed)
-      : platform_(platform), security_(security), reg_(reg_settings), history_removed_(history_removed) {}
+  AutoCompleteStore(Platform& platform, CRegSettings& reg_settings, TraceCounter& history_removed)
+      : platform_(platform), security_(platform.key_security), reg_(reg_settings), history_removed_(history_removed) {}
 
   // Counts 1 for the whole store, also when there was nothing.
   void Kill_IE_AutoComplete();

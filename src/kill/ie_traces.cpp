@@ -23,6 +23,7 @@ constexpr std::string_view kSearchLists[] = {
 };
 constexpr std::string_view kRecoveryFolders[] = {"\\Active", "\\Last Active", "\\High", "\\Immersive"};
 
+
 constexpr std::string_view kHistoryClass = "{3C374A40-BAE4-11CF-BF7D-00AA006946EE}";      // CUrlHistory
 constexpr std::string_view kHistoryInterface = "{AFA0DC11-C313-11D0-831A-00C04FD5AE38}";  // IUrlHistoryStg2
 constexpr std::uint32_t kInProcess = 3;
@@ -67,7 +68,7 @@ std::string Strip_Cookie_Suffix(const std::string& text) {
 
 void IeTraces::GetCacheURLList() {
   reach_.cache_list.Clear();
-  for (std::string& url : CacheUrls(reach_.cache)) reach_.cache_list.AddItem(std::move(url));
+  for (std::string& url : CacheUrls(reach_.platform.url_cache)) reach_.cache_list.AddItem(std::move(url));
 }
 
 void IeTraces::Kill_Typed_URLs() {
@@ -83,10 +84,10 @@ void IeTraces::Kill_Typed_URLs() {
 }
 
 void IeTraces::Kill_History_Store() {
-  auto store = reach_.com.CoCreateInstance(kHistoryClass, kInProcess, kHistoryInterface);
+  auto store = reach_.platform.com.CoCreateInstance(kHistoryClass, kInProcess, kHistoryInterface);
   if (!store.ok()) return;
-  StepOver(reach_.com.DispCallFunc(store.value, kClearHistory, kCallStdcall, kResultLong));
-  StepOver(reach_.com.DispCallFunc(store.value, kRelease, kCallStdcall, kResultLong));
+  StepOver(reach_.platform.com.DispCallFunc(store.value, kClearHistory, kCallStdcall, kResultLong));
+  StepOver(reach_.platform.com.DispCallFunc(store.value, kRelease, kCallStdcall, kResultLong));
 }
 
 void IeTraces::RunHelper(std::string_view program, std::string_view parameters) {
@@ -121,7 +122,7 @@ void IeTraces::Kill_Cache_Entries(CachePass pass) {
     const std::string lower = LowerCase(urls[i]);
     const bool cookie = lower.find("cookie") != std::string::npos;
     const bool goes = pass == CachePass::Pages ? !cookie : cookie && !keep.HitIn(lower) && !NeverDelete(lower);
-    if (goes) StepOver(reach_.cache.DeleteUrlCacheEntryA(urls[i]));
+    if (goes) StepOver(reach_.platform.url_cache.DeleteUrlCacheEntryA(urls[i]));
   }
   StepOver(reach_.bar.SetMax(max_before));
   GetCacheURLList();

@@ -11,8 +11,6 @@
 #include "environment/browser_profiles.h"
 #include "environment/product_folders.h"
 #include "kill/named_traces.h"
-#include "platform/com.h"
-#include "platform/url_cache.h"
 
 namespace qb {
 
@@ -29,8 +27,6 @@ class IeTraces {
  public:
   struct Reach {
     Platform& platform;
-    UrlCache& cache;
-    Com& com;
     Settings& settings;
     const WindowsFolders& folders;
     const ProductFolders& products;

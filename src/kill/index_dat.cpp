@@ -53,6 +53,10 @@ bool Holds(const std::vector<std::string>& lines, const std::string& line) {
 
 }  // namespace
 
+void IndexDat::TakeBackUnlessTicked(std::string_view other_box, std::int16_t kind) {
+  if (!window_.BoxTicked(other_box)) Clear_Auto_Exec2(kind);
+}
+
 void IndexDat::Schedule() {
   if (FileWay(folders_.Get_Version_Code())) Schedule_Index_Dat_WinInit();
   else Schedule_Index_Dat_NT(1);

@@ -7,6 +7,7 @@
 
 #include "delete/delete_path.h"
 #include "environment/product_folders.h"
+#include "kill/run_window.h"
 
 namespace qb {
 
@@ -14,14 +15,17 @@ class IndexDat {
  public:
   // `folders_moved` tells whether the Cache or the Cookies folder lies elsewhere than below the Windows folder.
   IndexDat(Platform& platform, Channels& channels, const WindowsFolders& folders, const ProductFolders& products,
-           const bool& folders_moved, TraceCounter& history_removed)
+           const bool& folders_moved, TraceCounter& history_removed, const RunWindow& window)
       : platform_(platform),
         channels_(channels),
         folders_(folders),
         products_(products),
         folders_moved_(folders_moved),
-        history_removed_(history_removed) {}
+        history_removed_(history_removed),
+        window_(window) {}
 
+  // What the run of a ticked index.dat box does: Clear_Auto_Exec2(kind), unless the other one is ticked too.
+  void TakeBackUnlessTicked(std::string_view other_box, std::int16_t kind);
   // By the Windows version: the file way for the Windows 95 family, the call way for all others.
   void Schedule();
   // Asks the system to rename each file away at its next start. Once in a program run; the argument is ignored.
@@ -46,6 +50,7 @@ class IndexDat {
   const ProductFolders& products_;
   const bool& folders_moved_;
   TraceCounter& history_removed_;
+  const RunWindow& window_;
   bool scheduled_ = false;
 };
 

@@ -14,7 +14,8 @@ std::optional<Currency> Currency::FromDouble(double number) {
 
 double Currency::ToDouble() const {
   // In two parts, since the ten-thousandths of a large whole number need more than the 53 bits of a double.
-  return static_cast<double>(scaled_ / kScale) + static_cast<double>(scaled_ % kScale) / static_cast<double>(kScale);
+  const std::int64_t whole = scaled_ / kScale, rest = scaled_ % kScale;
+  return static_cast<double>(whole) + static_cast<double>(rest) / static_cast<double>(kScale);
 }
 
 std::string Currency::Text() const {

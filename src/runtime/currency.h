@@ -1,7 +1,6 @@
 // A 64-bit fixed-point number with four decimals: the sizes of files, folders and drives.
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -31,7 +30,8 @@ class Currency {
   // The shortest decimal text, as "1.5" or "1023".
   std::string Text() const;
 
-  friend constexpr auto operator<=>(Currency, Currency) = default;
+  friend constexpr bool operator==(Currency, Currency) = default;
+  friend constexpr bool operator<(Currency a, Currency b) { return a.scaled_ < b.scaled_; }
   // The sum stays at Highest where it would go past it.
   Currency& operator+=(Currency other);
 

@@ -6,7 +6,7 @@ namespace qb {
 
 namespace {
 
-constexpr std::uint64_t kMillisecondsPerDay = 24 * 60 * 60 * 1000;
+constexpr std::uint64_t kMillisecondsPerDay = 86'400'000;
 constexpr std::chrono::sys_days kFirstDay = std::chrono::year(1601) / 1 / 1;
 
 }  // namespace

@@ -96,7 +96,7 @@ TEST(NothingElseChanges, TheTracesGoAndTheFoldersStay) {
                  "expect exists C:\\FILE0001.CHK is no\n"
                  "expect exists C:\\file0002.chk is no\n"
                  "expect reg show HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU is (absent)\n");
-  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held);
+  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << rehearsal.printed();
   EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), kMayChange), std::vector<std::string>());
 }
 

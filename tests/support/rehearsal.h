@@ -27,14 +27,17 @@ class Rehearsal {
     std::ostringstream out, err;
     status_ = rehearse::RunScript(*machine_, in, out, err);
     EXPECT_NE(status_, rehearse::Status::NotUnderstood) << err.str();
+    printed_ = out.str();
     std::vector<std::string> lines;
-    std::istringstream printed(out.str());
+    std::istringstream printed(printed_);
     for (std::string line; std::getline(printed, line);) lines.push_back(line);
     return lines;
   }
 
   machine::Machine& machine() { return *machine_; }
   rehearse::Status status() const { return status_; }
+  // What the last script printed, for the message of a failed test.
+  const std::string& printed() const { return printed_; }
   // Opens the machine of the folder anew, as the next start of the rehearsal would.
   void Reopen() {
     machine_.reset();
@@ -47,6 +50,7 @@ class Rehearsal {
   TempFolder folder_;
   std::unique_ptr<machine::Machine> machine_;
   rehearse::Status status_ = rehearse::Status::Held;
+  std::string printed_;
 };
 
 }  // namespace qb::test

@@ -11,6 +11,8 @@
 
 #include "platform/machine/machine_config.h"
 #include "platform/machine/machine_files.h"
+#include "platform/machine/machine_internet.h"
+#include "platform/machine/machine_key_security.h"
 #include "platform/machine/machine_messages.h"
 #include "platform/machine/machine_registry.h"
 #include "platform/machine/machine_shell.h"
@@ -85,7 +87,11 @@ class MachineImpl final : public Machine {
         system_(state_),
         processes_(state_),
         messages_(state_, processes_, on_pump, on_wait),
-        platform_{registry_, files_, shell_, system_, processes_, messages_} {}
+        url_cache_(state_),
+        com_(state_),
+        key_security_(state_, registry_),
+        platform_{registry_, files_,    shell_, system_, processes_,
+                  messages_, url_cache_, com_,   key_security_} {}
 
   bool Load(const std::string& host_folder, std::string& problem);
 
@@ -132,8 +138,8 @@ class MachineImpl final : public Machine {
   bool RegistryDeny(std::string_view key) override { return SetDenied(key, true); }
   bool RegistryAllow(std::string_view key) override { return SetDenied(key, false); }
 
-  void CacheAdd(const CacheEntry& entry) override { state_.cache.push_back(entry); }
-  void CacheClear() override { state_.cache.clear(); }
+  void CacheAdd(const CacheEntry& entry) override { state_.cache.Add(entry); }
+  void CacheClear() override { state_.cache.Clear(); }
 
   std::uint64_t WindowOpen(std::string_view class_name, std::string_view title, std::uint64_t parent) override {
     return messages_.OpenOther(class_name, title, parent);
@@ -159,7 +165,12 @@ class MachineImpl final : public Machine {
   std::optional<std::vector<std::string>> ListBelow(std::string_view folder) const override;
   std::optional<std::string> Content(std::string_view path) const override;
   std::optional<RegistryKey> ReadKey(std::string_view key) const override;
-  std::vector<CacheEntry> Cache() const override { return state_.cache; }
+  std::vector<CacheEntry> Cache() const override {
+    std::vector<CacheEntry> entries;
+    std::uint64_t place = 0;
+    while (const CacheEntry* entry = state_.cache.After(place)) entries.push_back(*entry);
+    return entries;
+  }
   std::vector<OtherWindow> Windows() const override { return messages_.Others(); }
   std::vector<PendingRename> Pending() const override { return state_.config.pending; }
   std::size_t RecycleCount() const override { return BinContents(state_).items; }
@@ -192,6 +203,9 @@ class MachineImpl final : public Machine {
   MachineSystem system_;
   MachineProcesses processes_;
   MachineMessages messages_;
+  MachineUrlCache url_cache_;
+  MachineCom com_;
+  MachineKeySecurity key_security_;
   Platform platform_;
   HostFile folder_;
 };
@@ -452,7 +466,7 @@ std::optional<std::vector<std::string>> MachineImpl::ListBelow(std::string_view 
   };
   walk(*found.value, "");
   std::sort(paths.begin(), paths.end(), [](const std::string& a, const std::string& b) {
-    return std::pair(FoldName(a), a) < std::pair(FoldName(b), b);
+    return std::pair(LowerCase(FoldName(a)), a) < std::pair(LowerCase(FoldName(b)), b);
   });
   return paths;
 }

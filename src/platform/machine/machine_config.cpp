@@ -231,7 +231,7 @@ std::string WriteConfig(const MachineState& state) {
   return WriteIni(sections);
 }
 
-bool ReadCache(std::string_view text, std::vector<CacheEntry>& cache, std::string& problem) {
+bool ReadCache(std::string_view text, UrlCacheEntries& cache, std::string& problem) {
   std::vector<IniSection> sections;
   if (!ReadIni(text, sections, problem)) return false;
   for (const IniSection& section : sections) {
@@ -242,21 +242,22 @@ bool ReadCache(std::string_view text, std::vector<CacheEntry>& cache, std::strin
         problem = url + ": a type that is no hexadecimal number";
         return false;
       }
-      cache.push_back({url, static_cast<std::uint32_t>(type),
-                       blank < value.size() ? value.substr(blank + 1) : std::string()});
+      cache.Add({url, static_cast<std::uint32_t>(type),
+                 blank < value.size() ? value.substr(blank + 1) : std::string()});
     }
   }
   return true;
 }
 
-std::string WriteCache(const std::vector<CacheEntry>& cache) {
+std::string WriteCache(const UrlCacheEntries& cache) {
   IniSection entries{"entries", {}};
-  for (const CacheEntry& entry : cache) {
+  std::uint64_t place = 0;
+  while (const CacheEntry* entry = cache.After(place)) {
     std::string type;
-    for (std::uint32_t rest = entry.type; rest != 0; rest >>= 4) {
+    for (std::uint32_t rest = entry->type; rest != 0; rest >>= 4) {
       type.insert(type.begin(), "0123456789abcdef"[rest & 15]);
     }
-    entries.lines.emplace_back(entry.url, (type.empty() ? "0" : type) + " " + entry.local_file);
+    entries.lines.emplace_back(entry->url, (type.empty() ? "0" : type) + " " + entry->local_file);
   }
   return WriteIni({entries});
 }

@@ -21,8 +21,8 @@ bool ReadConfig(std::string_view text, MachineState& state, SavedEntries& saved,
 std::string WriteConfig(const MachineState& state);
 void GiveBack(const SavedEntries& saved, MachineState& state);
 
-bool ReadCache(std::string_view text, std::vector<CacheEntry>& cache, std::string& problem);
-std::string WriteCache(const std::vector<CacheEntry>& cache);
+bool ReadCache(std::string_view text, UrlCacheEntries& cache, std::string& problem);
+std::string WriteCache(const UrlCacheEntries& cache);
 
 // 0 for a letter that is none of "rhsa".
 std::uint32_t AttributeBit(char letter);

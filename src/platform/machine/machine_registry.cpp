@@ -1,12 +1,14 @@
 #include "platform/machine/machine_registry.h"
 
+#include "platform/key_security.h"
+
 namespace qb::machine {
 
 namespace {
 
 constexpr std::uint32_t kMaximumAllowed = 0x2000000;
 constexpr std::uint32_t kQueryValue = 0x1, kSetValue = 0x2, kEnumerate = 0x8;
-constexpr std::uint32_t kWriteDac = 0x40000;
+
 
 // What a denied key still grants.
 constexpr std::uint32_t kGrantedWhenDenied = kKeyRead | kWriteDac;

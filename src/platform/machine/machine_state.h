@@ -46,13 +46,50 @@ struct MachineConfig {
   std::vector<PendingRename> pending;
 };
 
+// The entries of the URL cache in the order of their making, each URL once.
+class UrlCacheEntries {
+ public:
+  void Add(const CacheEntry& entry) {
+    Remove(entry.url);
+    places_[entry.url] = next_;
+    entries_[next_++] = entry;
+  }
+  bool Remove(const std::string& url) {
+    auto place = places_.find(url);
+    if (place == places_.end()) return false;
+    entries_.erase(place->second);
+    places_.erase(place);
+    return true;
+  }
+  void Clear() {
+    entries_.clear();
+    places_.clear();
+  }
+  const CacheEntry* Find(const std::string& url) const {
+    auto place = places_.find(url);
+    return place == places_.end() ? nullptr : &entries_.at(place->second);
+  }
+  // The first entry behind a place, which is moved to it; null at the end. Places start at 0.
+  const CacheEntry* After(std::uint64_t& place) const {
+    auto next = entries_.upper_bound(place);
+    if (next == entries_.end()) return nullptr;
+    place = next->first;
+    return &next->second;
+  }
+
+ private:
+  std::map<std::uint64_t, CacheEntry> entries_;
+  std::map<std::string, std::uint64_t> places_;
+  std::uint64_t next_ = 1;
+};
+
 struct MachineState {
   Gate gate;
   Disk disk;
   RegistryTree registry;
   MachineConfig config;
   ParsedPath current;              // drive and folder
-  std::vector<CacheEntry> cache;
+  UrlCacheEntries cache;
   std::uint64_t boot_ticks = 0;    // 100 ns since 1601 when the clock stood at 0 ms
   std::uint64_t clock_ms = 0;
   std::uint64_t next_handle = 100001;

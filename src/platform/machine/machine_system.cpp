@@ -3,30 +3,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <chrono>
-
+#include "runtime/filetime.h"
 #include "runtime/text.h"
 
 namespace qb::machine {
-
-SystemTime FieldsOf(FileTime time) {
-  using namespace std::chrono;
-  constexpr std::uint64_t kTicksADay = 864000000000;
-  constexpr int kDaysFrom1601To1970 = 134774;
-  const sys_days day{days{static_cast<int>(time.ticks / kTicksADay) - kDaysFrom1601To1970}};
-  const year_month_day date{day};
-  const std::uint64_t rest = time.ticks % kTicksADay / 10000;  // milliseconds of the day
-  SystemTime fields;
-  fields.year = static_cast<std::uint16_t>(static_cast<int>(date.year()));
-  fields.month = static_cast<std::uint16_t>(static_cast<unsigned>(date.month()));
-  fields.day = static_cast<std::uint16_t>(static_cast<unsigned>(date.day()));
-  fields.day_of_week = static_cast<std::uint16_t>(weekday{day}.c_encoding());
-  fields.hour = static_cast<std::uint16_t>(rest / 3600000);
-  fields.minute = static_cast<std::uint16_t>(rest / 60000 % 60);
-  fields.second = static_cast<std::uint16_t>(rest / 1000 % 60);
-  fields.milliseconds = static_cast<std::uint16_t>(rest % 1000);
-  return fields;
-}
 
 Result<VersionInfo> MachineSystem::GetVersionExA() {
   Result<VersionInfo> outcome = state_.gate.Enter("GetVersionExA");
@@ -138,13 +118,13 @@ bool MachineSystem::InitCommonControlsEx(std::uint32_t size, std::uint32_t /*cla
 SystemTime MachineSystem::GetLocalTime() {
   const bool entered = Ok(state_.gate.Enter("GetLocalTime"));
   state_.gate.Record(CallText("GetLocalTime").Structure(), "");
-  return entered ? FieldsOf(state_.Now()) : SystemTime();
+  return entered ? FileTimeToSystemTime(state_.Now()).value_or(SystemTime()) : SystemTime();
 }
 
 SystemTime MachineSystem::GetSystemTime() {
   const bool entered = Ok(state_.gate.Enter("GetSystemTime"));
   state_.gate.Record(CallText("GetSystemTime").Structure(), "");
-  return entered ? FieldsOf(state_.Now()) : SystemTime();
+  return entered ? FileTimeToSystemTime(state_.Now()).value_or(SystemTime()) : SystemTime();
 }
 
 std::uint64_t MachineSystem::GetTickCount() {

@@ -60,7 +60,4 @@ class MachineProcesses : public Processes {
   std::uint32_t next_id_ = 4;
 };
 
-// The fields of a time that counts 100 ns units since 1601.
-SystemTime FieldsOf(FileTime time);
-
 }  // namespace qb::machine

@@ -18,6 +18,15 @@ SafariTraces& UnitOf(TraceUnits& units, void (SafariTraces::*)()) {
 AolTraces& UnitOf(TraceUnits& units, void (AolTraces::*)()) {
   return units.aol;
 }
+IeTraces& UnitOf(TraceUnits& units, void (IeTraces::*)()) {
+  return units.ie;
+}
+IndexDat& UnitOf(TraceUnits& units, void (IndexDat::*)()) {
+  return units.index_dat;
+}
+AutoCompleteStore& UnitOf(TraceUnits& units, void (AutoCompleteStore::*)()) {
+  return units.auto_complete;
+}
 WindowsTraces& UnitOf(TraceUnits& units, void (WindowsTraces::*)()) {
   return units.windows;
 }
@@ -88,6 +97,31 @@ std::span<const ProgramRoutine> KillRoutines() {
       {"Kill_AOL_Droplist", Kill<&AolTraces::Kill_AOL_Droplist>()},
       {"Kill_AOL_Cache", Kill<&AolTraces::Kill_AOL_Cache>()},
       {"Kill_Opera", Kill<&AolTraces::Kill_Opera>()},
+      {"GetCacheURLList", Kill<&IeTraces::GetCacheURLList>()},
+      {"Kill_Typed_URLs", Kill<&IeTraces::Kill_Typed_URLs>()},
+      {"Kill_History_Store", Kill<&IeTraces::Kill_History_Store>()},
+      {"Kill_History_Helper", Kill<&IeTraces::Kill_History_Helper>()},
+      {"Kill_Temp_Helper", Kill<&IeTraces::Kill_Temp_Helper>()},
+      {"Kill_Cookies_Helper", Kill<&IeTraces::Kill_Cookies_Helper>()},
+      {"Kill_Cache_Entries", Bind([](Program& p, std::int16_t mode) {
+         p.trace_units().ie.Kill_Cache_Entries(static_cast<CachePass>(mode));
+       })},
+      {"Strip_Cookie_Suffix", Bind([](Program&, std::string text) { return Strip_Cookie_Suffix(text); })},
+      {"Kill_Cookie_Files", Kill<&IeTraces::Kill_Cookie_Files>()},
+      {"Kill_Google_Bar", Kill<&IeTraces::Kill_Google_Bar>()},
+      {"Kill_Search_History", Kill<&IeTraces::Kill_Search_History>()},
+      {"Kill_IE_Recovery", Kill<&IeTraces::Kill_IE_Recovery>()},
+      {"Kill_Edge_Cache", Kill<&IeTraces::Kill_Edge_Cache>()},
+      {"Schedule_Index_Dat_WinInit", Kill<&IndexDat::Schedule_Index_Dat_WinInit>()},
+      {"Schedule_Index_Dat_NT",
+       Bind([](Program& p, std::int16_t flag) { p.trace_units().index_dat.Schedule_Index_Dat_NT(flag); })},
+      {"Clear_Auto_Exec2", Bind([](Program& p, std::int16_t kind) { p.trace_units().index_dat.Clear_Auto_Exec2(kind); })},
+      {"Kill_IE_AutoComplete", Kill<&AutoCompleteStore::Kill_IE_AutoComplete>()},
+      {"RenableAutoComplete", Kill<&AutoCompleteStore::RenableAutoComplete>()},
+      {"Delete_Key_Tree", Bind([](Program& p, KeyHandle root, std::string key) {
+         p.trace_units().auto_complete.Delete_Key_Tree(root, key);
+       })},
+      {"Fill_Cookie_List", Bind([](Program& p) { p.cookie_manager().Fill_Cookie_List(); })},
       {"Kill_Run_MRU", Kill<&WindowsTraces::Kill_Run_MRU>()},
       {"Kill_Recent_Docs", Kill<&WindowsTraces::Kill_Recent_Docs>()},
       {"Kill_Media_Player", Kill<&WindowsTraces::Kill_Media_Player>()},
@@ -104,7 +138,8 @@ std::span<const ProgramRoutine> KillRoutines() {
 }
 
 CallOutcome CallRoutine(Program& program, std::string_view name, const std::vector<std::string>& arguments) {
-  const std::array tables = {CoreRoutines(), KillRoutines(), FolderRoutines(), DeleteRoutines(), RegistryRoutines()};
+  const std::array tables = {CoreRoutines(),   KillRoutines(),     FolderRoutines(),
+                             DeleteRoutines(), RegistryRoutines(), AnalyzerRoutines()};
   for (std::span<const ProgramRoutine> table : tables) {
     for (const ProgramRoutine& routine : table) {
       if (SameText(routine.name, name)) return routine.call(program, arguments);

@@ -19,6 +19,7 @@ std::span<const ProgramRoutine> KillRoutines();
 std::span<const ProgramRoutine> FolderRoutines();
 std::span<const ProgramRoutine> DeleteRoutines();
 std::span<const ProgramRoutine> RegistryRoutines();
+std::span<const ProgramRoutine> AnalyzerRoutines();
 
 // By name without regard to case.
 CallOutcome CallRoutine(Program& program, std::string_view name, const std::vector<std::string>& arguments);

@@ -25,6 +25,7 @@ constexpr std::array kVariables = std::to_array<Variable>({
     {"Data_Folder", [](Program& p) { return p.services().data_folder; }},
     {"IEFoldersMoved", [](Program& p) { return BooleanText(p.IEFoldersMoved()); }},
     {"AutoKillMinutes", [](Program& p) { return std::to_string(p.main_window().AutoKillMinutes()); }},
+    {"IndexDatScheduled", [](Program& p) { return BooleanText(p.trace_units().index_dat.IndexDatScheduled()); }},
     {"FirefoxProfileName", [](Program& p) { return p.services().profiles.FirefoxProfileName(); }},
     {"FirefoxProfilePath", [](Program& p) { return p.services().profiles.FirefoxProfilePath(); }},
     {"FirefoxLocalProfilePath", [](Program& p) { return p.services().profiles.FirefoxLocalProfilePath(); }},
