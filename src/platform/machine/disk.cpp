@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace qb::machine {
@@ -14,6 +15,12 @@ namespace {
 constexpr int kDeepestJunctions = 32;
 constexpr std::uint64_t kTicksASecond = 10000000;
 constexpr std::uint64_t kSecondsFrom1601To1970 = 11644473600;
+
+void LetGoBelow(Entry& entry) {
+  entry.locked = false;
+  entry.uses.clear();
+  for (auto& [folded, child] : entry.children) LetGoBelow(*child);
+}
 
 Error FromErrno(int error) {
   switch (error) {
@@ -59,6 +66,11 @@ std::uint32_t Entry::WindowsAttributes() const {
   if (IsFolder()) all |= kAttributeDirectory;
   if (kind == Kind::Junction || kind == Kind::HostLink) all |= kAttributeReparsePoint;
   return all == 0 ? kAttributeNormal : all;
+}
+
+bool Entry::InUse() const {
+  return locked || !uses.empty() ||
+         std::any_of(children.begin(), children.end(), [](const auto& child) { return child.second->InUse(); });
 }
 
 Result<bool> Disk::Load(const HostFile& machine_folder) {
@@ -206,7 +218,8 @@ Entry* Disk::Adopt(Entry& folder, std::unique_ptr<Entry> entry) {
 
 std::unique_ptr<Entry> Disk::Detach(Entry& entry) {
   Entry& folder = *entry.parent;
-  if (!entry.short_name.empty()) folder.by_short_name.erase(entry.short_name);
+  auto by_short = folder.by_short_name.find(entry.short_name);
+  if (by_short != folder.by_short_name.end() && by_short->second == &entry) folder.by_short_name.erase(by_short);
   auto node = folder.children.extract(FoldName(entry.name));
   return std::move(node.mapped());
 }
@@ -224,6 +237,8 @@ void Disk::GiveShortName(Entry& entry) {
 }
 
 void Disk::SetShortName(Entry& entry, const std::string& short_name) {
+  auto old = entry.parent->by_short_name.find(entry.short_name);
+  if (old != entry.parent->by_short_name.end() && old->second == &entry) entry.parent->by_short_name.erase(old);
   entry.short_name = FoldName(short_name);
   entry.parent->by_short_name[entry.short_name] = &entry;
 }
@@ -261,6 +276,8 @@ Result<Entry*> Disk::MakeJunction(Entry& folder, const std::string& name, const 
 }
 
 Error Disk::Remove(Entry& entry) {
+  if (entry.parent == nullptr) return Error::AccessDenied;
+  if (entry.InUse()) return Error::SharingViolation;
   const HostFile host = OpenFolder(*entry.parent);
   if (!host.ok()) return Error::PathNotFound;
   if (unlinkat(host.fd(), entry.name.c_str(), entry.IsFolder() ? AT_REMOVEDIR : 0) != 0) return FromErrno(errno);
@@ -269,6 +286,7 @@ Error Disk::Remove(Entry& entry) {
 }
 
 Error Disk::RemoveTree(Entry& entry) {
+  if (entry.InUse()) return Error::SharingViolation;
   while (!entry.children.empty()) {
     if (Error error = RemoveTree(*entry.children.begin()->second); !Ok(error)) return error;
   }
@@ -276,6 +294,8 @@ Error Disk::RemoveTree(Entry& entry) {
 }
 
 Error Disk::Move(Entry& entry, Entry& folder, const std::string& name) {
+  // A folder cannot be renamed while a file below it is open.
+  if (entry.InUse()) return Error::AccessDenied;
   for (const Entry* above = &folder; above != nullptr; above = above->parent) {
     if (above == &entry) return Error::AccessDenied;  // into itself
   }
@@ -291,6 +311,8 @@ Error Disk::Move(Entry& entry, Entry& folder, const std::string& name) {
 }
 
 Error Disk::MoveOut(Entry& entry, const HostFile& folder, const std::string& name) {
+  if (entry.parent == nullptr) return Error::AccessDenied;
+  if (entry.InUse()) return Error::SharingViolation;
   const HostFile from = OpenFolder(*entry.parent);
   if (!from.ok()) return Error::PathNotFound;
   if (renameat(from.fd(), entry.name.c_str(), folder.fd(), name.c_str()) != 0) return FromErrno(errno);
@@ -319,6 +341,10 @@ Error Disk::Truncate(const Entry& entry) const {
   auto file = Open(entry, true);
   if (!file.ok()) return file.error;
   return ftruncate(file.value.fd(), 0) == 0 ? Error::Success : FromErrno(errno);
+}
+
+void Disk::LetGo() {
+  for (auto& [letter, root] : roots_) LetGoBelow(*root);
 }
 
 std::string Disk::PathOf(const Entry& entry) const {

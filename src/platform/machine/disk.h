@@ -55,6 +55,8 @@ struct Entry {
   std::unordered_map<std::string, Entry*> by_short_name;
   std::unordered_map<std::string, int> short_numbers;  // the last number given, by stem and extension
 
+  // It is held open, by this or another program, or something below it is.
+  bool InUse() const;
   bool IsFolder() const { return kind == Kind::Folder || kind == Kind::Junction; }
   // As Windows reports them, with the directory and reparse point bits.
   std::uint32_t WindowsAttributes() const;
@@ -97,6 +99,8 @@ class Disk {
   Result<HostFile> Open(const Entry& entry, bool write) const;
   std::uint64_t SizeOf(const Entry& entry) const;
   Error Truncate(const Entry& entry) const;
+  // As when every program that held a file has ended.
+  void LetGo();
   void SetShortName(Entry& entry, const std::string& short_name);
 
   std::string PathOf(const Entry& entry) const;

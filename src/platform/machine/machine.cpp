@@ -173,7 +173,7 @@ class MachineImpl final : public Machine {
   }
   std::vector<OtherWindow> Windows() const override { return messages_.Others(); }
   std::vector<PendingRename> Pending() const override { return state_.config.pending; }
-  std::size_t RecycleCount() const override { return CountBin(state_); }
+  std::size_t RecycleCount() const override { return BinContents(state_).items; }
   std::size_t OpenHandles() const override { return state_.open_handles.size(); }
   std::uint64_t ClockMs() const override { return state_.clock_ms; }
 
@@ -231,6 +231,8 @@ bool MachineImpl::Load(const std::string& host_folder, std::string& problem) {
   }
   auto in_file = [&problem](const char* name) {
     problem = std::string(name) + ", " + problem;
+    // It may tell a name of the file, which may hold anything.
+    std::replace_if(problem.begin(), problem.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
     return false;
   };
   SavedEntries saved;
@@ -365,8 +367,7 @@ bool MachineImpl::ChangeAttributes(std::string_view path, const std::vector<std:
 
 bool MachineImpl::Delete(std::string_view path) {
   auto found = state_.Find(path);
-  return found.ok() && found.value->parent != nullptr && found.value->uses.empty() &&
-         Ok(state_.disk.RemoveTree(*found.value));
+  return found.ok() && found.value->parent != nullptr && Ok(state_.disk.RemoveTree(*found.value));
 }
 
 bool MachineImpl::Discard(std::string_view path) {
@@ -400,11 +401,11 @@ RegKey* MachineImpl::FindKey(std::string_view key) const {
 RegKey* MachineImpl::MakeKey(std::string_view key) {
   std::string_view below;
   RegKey* root = state_.registry.RootOf(key, below);
-  return root == nullptr ? nullptr : &state_.registry.Make(*root, below);
+  return root == nullptr || !ValidRegistryName(key) ? nullptr : &state_.registry.Make(*root, below);
 }
 
 bool MachineImpl::RegistrySetValue(std::string_view key, const RegistryValue& value) {
-  RegKey* found = MakeKey(key);
+  RegKey* found = ValidRegistryName(value.name) ? MakeKey(key) : nullptr;
   if (found == nullptr) return false;
   std::string data = value.data;
   if (value.type == kRegSz || value.type == kRegExpandSz) data += '\0';
@@ -517,6 +518,13 @@ void MachineImpl::CarryOutRename(std::string_view from, std::string_view to) {
 }
 
 void MachineImpl::Boot() {
+  // Every program has ended, this and the others, and with them what they held.
+  files_.EndAll();
+  registry_.EndAll();
+  messages_.EndAll();
+  processes_.EndAll();
+  state_.disk.LetGo();
+  state_.open_handles.clear();
   for (const PendingRename& rename : std::exchange(state_.config.pending, {})) CarryOutRename(rename.from, rename.to);
   const std::string init = state_.config.windows_folder + "\\WININIT.INI";
   if (auto content = Content(init)) {
@@ -535,7 +543,6 @@ void MachineImpl::Boot() {
     Delete(kept);
     CarryOutRename(init, kept);
   }
-  processes_.EndAll();
 }
 
 bool MachineImpl::Save(std::string& problem) {

@@ -241,6 +241,11 @@ Error MachineFiles::CloseHandle(FileHandle file) {
   return error;
 }
 
+void MachineFiles::EndAll() {
+  open_.clear();
+  searches_.clear();
+}
+
 Error MachineFiles::Remove(std::string_view path, bool folder) {
   auto parsed = state_.Parse(path);
   if (!parsed.ok()) return parsed.error;

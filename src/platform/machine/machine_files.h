@@ -45,6 +45,9 @@ class MachineFiles : public Files {
   Error SetVolumeLabelA(std::string_view root, std::string_view label) override;
   Result<DiskSpace> GetDiskFreeSpaceExA(std::string_view root) override;
 
+  // Forgets the handles of programs that have ended.
+  void EndAll();
+
  private:
   struct Open {
     Entry* entry = nullptr;

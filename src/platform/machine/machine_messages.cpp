@@ -70,7 +70,9 @@ bool MachineMessages::ShowWindow(WindowHandle window, std::uint32_t command) {
     if (Window* found = Find(Plain(window))) {
       was_shown = found->about.shown;
       found->about.shown = command != kShowHide;
-      if (found->own && found->actions.shown) found->actions.shown(command != kShowHide);
+      // A copy: what it does may open another window, and the list of windows moves.
+      const auto shown = found->actions.shown;
+      if (found->own && shown) shown(command != kShowHide);
     }
   }
   state_.gate.Record(call, BoolText(was_shown));
@@ -81,7 +83,8 @@ bool MachineMessages::OpenIcon(WindowHandle window) {
   CallText call("OpenIcon");
   call.Handle(Plain(window));
   Window* found = Ok(state_.gate.Enter("OpenIcon")) ? Find(Plain(window)) : nullptr;
-  if (found != nullptr && found->own && found->actions.restored) found->actions.restored();
+  const auto restored = found != nullptr && found->own ? found->actions.restored : nullptr;
+  if (restored) restored();
   state_.gate.Record(call, BoolText(found != nullptr));
   return found != nullptr;
 }
@@ -91,7 +94,8 @@ bool MachineMessages::SetForegroundWindow(WindowHandle window) {
   call.Handle(Plain(window));
   Window* found = Ok(state_.gate.Enter("SetForegroundWindow")) ? Find(Plain(window)) : nullptr;
   if (found != nullptr) {
-    if (found->own && found->actions.to_front) found->actions.to_front();
+    const auto to_front = found->actions.to_front;
+    if (found->own && to_front) to_front();
     else ToFront(Plain(window));
   }
   state_.gate.Record(call, BoolText(found != nullptr));
@@ -206,12 +210,14 @@ bool MachineMessages::HandOutPosted() {
 }
 
 void MachineMessages::PumpMessages() {
-  if (!Ok(state_.gate.Enter("PumpMessages"))) return;
+  if (!state_.gate.Powered()) return;
+  // Time goes on although the call may fail, or whoever pumps until a time is reached would never end.
   state_.MoveClock(1);
   processes_.Pumped();
+  if (!Ok(state_.gate.Enter("PumpMessages"))) return;
   if (on_pump_) on_pump_();
-  while (state_.gate.Powered() && HandOutPosted()) {
-  }
+  // What is posted meanwhile waits for the next round, or a message that posts itself again would never end.
+  for (std::size_t waiting = posted_.size(); waiting > 0 && state_.gate.Powered(); --waiting) HandOutPosted();
   // Those that are due now, each at most once.
   std::set<TimerKey> due;
   for (const auto& [key, timer] : timers_) {
@@ -299,6 +305,13 @@ void MachineMessages::DestroyOwn(WindowHandle window) {
   std::erase(z_order_, Plain(window));
   std::erase_if(posted_, [window](const Posted& message) { return message.window == Plain(window); });
   std::erase_if(timers_, [window](const auto& timer) { return timer.first.first == Plain(window); });
+}
+
+void MachineMessages::EndAll() {
+  windows_.clear();
+  z_order_.clear();
+  timers_.clear();
+  posted_.clear();
 }
 
 void MachineMessages::SetOwnState(WindowHandle window, bool visible, std::string_view title) {

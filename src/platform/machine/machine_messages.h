@@ -37,6 +37,8 @@ class MachineMessages : public Messages {
   void DestroyOwn(WindowHandle window);
   void SetOwnState(WindowHandle window, bool visible, std::string_view title);
   void OwnToFront(WindowHandle window);
+  // Closes the windows and timers of programs that have ended.
+  void EndAll();
   // Lets the clock run to now + ms, timers firing on the way.
   void Advance(std::uint64_t ms);
 

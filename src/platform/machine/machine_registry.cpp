@@ -53,6 +53,7 @@ Result<KeyHandle> MachineRegistry::Open(KeyHandle key, std::string_view sub_key,
   RegKey* found = state_.registry.Find(*from.key, sub_key);
   if (found == nullptr) {
     if (!make) return Error::FileNotFound;
+    if (!ValidRegistryName(sub_key, from.key->Levels())) return Error::InvalidParameter;
     // The deepest key that is there decides whether another may be made below it.
     RegKey* deepest = from.key;
     for (std::size_t end = sub_key.find('\\'); end != std::string_view::npos; end = sub_key.find('\\', end + 1)) {
@@ -161,6 +162,8 @@ Error MachineRegistry::RegSetValueExA(KeyHandle key, std::string_view name, std:
       error = Error::InvalidHandle;
     } else if (!Grants(opened.access, kSetValue)) {
       error = Error::AccessDenied;
+    } else if (!ValidRegistryName(name)) {
+      error = Error::InvalidParameter;
     } else if (RegKey::Value* old = opened.key->Find(name)) {
       old->type = type;
       old->data = data;

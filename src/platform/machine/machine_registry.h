@@ -23,6 +23,9 @@ class MachineRegistry : public Registry {
   Error RegEnumKeyA(KeyHandle key, std::uint32_t index, Buffer name) override;
   Error RegEnumValueA(KeyHandle key, std::uint32_t index, Buffer name, Buffer data, RegValueInfo& info) override;
 
+  // Forgets the handles of programs that have ended.
+  void EndAll() { handles_.clear(); }
+
   // A key behind a handle and the rights that it was opened with; null for a bad handle or a deleted key.
   struct Opened {
     RegKey* key = nullptr;

@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <functional>
+
 #include "runtime/text.h"
 
 namespace qb::machine {
@@ -36,8 +38,8 @@ bool IsProgram(const std::string& extension) {
   return extension == ".exe" || extension == ".com" || extension == ".bat" || extension == ".cmd";
 }
 
-// Removes what lies in a folder of the host, links as links.
-void EmptyHostFolder(int folder) {
+// Calls `visit` with each name in an open folder of the host.
+void ForEachIn(int folder, const std::function<void(const std::string&)>& visit) {
   const int copy = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   DIR* listing = copy < 0 ? nullptr : fdopendir(copy);
   if (listing == nullptr) {
@@ -46,38 +48,52 @@ void EmptyHostFolder(int folder) {
   }
   while (const dirent* item = readdir(listing)) {
     const std::string name = item->d_name;
-    if (name == "." || name == "..") continue;
-    if (unlinkat(folder, name.c_str(), 0) == 0) continue;
-    const HostFile below(openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    if (!below.ok()) continue;
-    EmptyHostFolder(below.fd());
-    unlinkat(folder, name.c_str(), AT_REMOVEDIR);
+    if (name != "." && name != "..") visit(name);
   }
   closedir(listing);
 }
 
+HostFile FolderIn(int folder, const std::string& name) {
+  return HostFile(openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+// Removes what lies in a folder of the host, links as links.
+void EmptyHostFolder(int folder) {
+  ForEachIn(folder, [folder](const std::string& name) {
+    if (unlinkat(folder, name.c_str(), 0) == 0) return;
+    const HostFile below = FolderIn(folder, name);
+    if (!below.ok()) return;
+    EmptyHostFolder(below.fd());
+    unlinkat(folder, name.c_str(), AT_REMOVEDIR);
+  });
+}
+
+// Of a file, or of all files below a folder.
+std::uint64_t BytesOf(int folder, const std::string& name) {
+  struct stat info {};
+  if (fstatat(folder, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) != 0) return 0;
+  if (S_ISREG(info.st_mode)) return static_cast<std::uint64_t>(info.st_size);
+  std::uint64_t bytes = 0;
+  if (const HostFile below = FolderIn(folder, name); below.ok()) {
+    ForEachIn(below.fd(), [&](const std::string& inside) { bytes += BytesOf(below.fd(), inside); });
+  }
+  return bytes;
+}
+
 }  // namespace
 
-std::size_t CountBin(const MachineState& state) {
-  std::size_t count = 0;
-  const int copy = openat(state.bin.fd(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  DIR* listing = copy < 0 ? nullptr : fdopendir(copy);
-  if (listing == nullptr) {
-    if (copy >= 0) close(copy);
-    return 0;
-  }
-  while (const dirent* item = readdir(listing)) {
-    const std::string name = item->d_name;
-    if (name != "." && name != "..") ++count;
-  }
-  closedir(listing);
-  return count;
+RecycleBinInfo BinContents(const MachineState& state) {
+  RecycleBinInfo info;
+  ForEachIn(state.bin.fd(), [&](const std::string& name) {
+    ++info.items;
+    info.bytes += BytesOf(state.bin.fd(), name);
+  });
+  return info;
 }
 
 void EmptyBin(const MachineState& state) { EmptyHostFolder(state.bin.fd()); }
 
 Error DiscardEntry(MachineState& state, Entry& entry) {
-  if (entry.parent == nullptr || entry.locked || !entry.uses.empty()) return Error::SharingViolation;
   for (std::size_t number = 1;; ++number) {
     const std::string name = "item" + std::to_string(number);
     struct stat info {};
@@ -254,7 +270,7 @@ std::uint32_t MachineShell::SHEmptyRecycleBinA(WindowHandle owner, std::optional
   AddOptional(call.Handle(Plain(owner)), root).Number(flags);
   std::uint32_t result = kFailed;
   if (Ok(state_.gate.Enter("SHEmptyRecycleBinA"))) {
-    result = CountBin(state_) == 0 ? kUnexpected : 0;
+    result = BinContents(state_).items == 0 ? kUnexpected : 0;
     EmptyBin(state_);
   }
   state_.gate.Record(call, std::to_string(result));
@@ -265,7 +281,7 @@ Result<RecycleBinInfo> MachineShell::SHQueryRecycleBinA(std::optional<std::strin
   CallText call("SHQueryRecycleBinA");
   AddOptional(call, root).Structure();
   Result<RecycleBinInfo> outcome = state_.gate.Enter("SHQueryRecycleBinA");
-  if (outcome.ok()) outcome = RecycleBinInfo{0, CountBin(state_)};
+  if (outcome.ok()) outcome = BinContents(state_);
   state_.gate.Record(call, std::to_string(outcome.ok() ? 0 : kFailed));
   return outcome;
 }

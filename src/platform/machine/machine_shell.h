@@ -36,7 +36,7 @@ class MachineShell : public Shell {
 
 // The Recycle Bin: items lie in a folder of the host outside of all drives.
 Error DiscardEntry(MachineState& state, Entry& entry);
-std::size_t CountBin(const MachineState& state);
+RecycleBinInfo BinContents(const MachineState& state);
 void EmptyBin(const MachineState& state);
 
 }  // namespace qb::machine

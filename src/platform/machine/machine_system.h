@@ -27,6 +27,7 @@ class MachineSystem : public System {
 
  private:
   MachineState& state_;
+  std::uint64_t without_power_ms_ = 0;  // what GetTickCount leapt ahead; no part of the machine's clock
 };
 
 class MachineProcesses : public Processes {

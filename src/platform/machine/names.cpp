@@ -91,6 +91,18 @@ std::string FoldName(std::string_view name) {
   return folded;
 }
 
+bool SameName(std::string_view a, std::string_view b) {
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < common; ++i) {
+    // From the first character on that is not ASCII, capitals may differ in length.
+    if (static_cast<unsigned char>(a[i]) >= 0x80 || static_cast<unsigned char>(b[i]) >= 0x80) {
+      return FoldName(a.substr(i)) == FoldName(b.substr(i));
+    }
+    if (Capital(a[i]) != Capital(b[i])) return false;
+  }
+  return a.size() == b.size();
+}
+
 std::string ToUtf16(std::string_view utf8) {
   std::string bytes;
   auto put = [&bytes](char32_t unit) {

@@ -12,6 +12,9 @@ namespace qb::machine {
 // Capitals by the simple upper case of Unicode. Bytes that are no UTF-8 stay as they are.
 std::string FoldName(std::string_view name);
 
+// The same as comparing what FoldName gives, but for names in ASCII without making any text.
+bool SameName(std::string_view a, std::string_view b);
+
 // UTF-16LE bytes of a UTF-8 text and back. Bytes that are no UTF-8 become lone surrogates, so that every
 // byte string survives the way there and back.
 std::string ToUtf16(std::string_view utf8);

@@ -172,6 +172,7 @@ bool ReadRegistryFile(std::string_view bytes, RegistryTree& tree, std::string& p
   } else if (bytes.substr(0, 3) == "\xef\xbb\xbf") {
     bytes.remove_prefix(3);
   }
+  const bool ends_with_line = bytes.ends_with('\n');
   std::string line;
   std::size_t number = 0;
   auto fail = [&](const std::string& what) {
@@ -185,7 +186,7 @@ bool ReadRegistryFile(std::string_view bytes, RegistryTree& tree, std::string& p
     if (line.front() == '[') {
       if (line.back() != ']' || line.size() < 3) return fail("the name of a key does not end");
       const std::string path = line.substr(1, line.size() - 2);
-      if (path.find('\0') != std::string::npos) return fail("a key with a zero character in its name");
+      if (!ValidRegistryName(path)) return fail("a key with a name that cannot be, or too deep");
       const std::size_t cut = std::min(path.find('\\'), path.size());
       if (path.substr(0, 5) != "HKEY_") return fail("a key outside of all roots");
       key = &tree.Make(tree.Root(path.substr(0, cut)), path.substr(cut));
@@ -195,9 +196,13 @@ bool ReadRegistryFile(std::string_view bytes, RegistryTree& tree, std::string& p
     std::string_view rest = line;
     if (rest.front() == '@') rest.remove_prefix(1);
     else if (!TakeQuoted(rest, value.name)) return fail("the name of a value does not end");
+    if (!ValidRegistryName(value.name)) return fail("a value with a name that cannot be");
     rest = Trimmed(rest);
     if (key == nullptr || rest.empty() || rest.front() != '=') return fail("a value without a key or without data");
     if (!ReadData(Trimmed(rest.substr(1)), value)) return fail("data that cannot be read");
+    // Of a text one sees where it ends; of digits only if the line does.
+    const bool cut_off = bytes.empty() && !ends_with_line;
+    if (cut_off && rest.back() != '"') return fail("the file ends in the middle of a line");
     if (RegKey::Value* old = key->Find(value.name)) *old = std::move(value);
     else key->values.push_back(std::move(value));
   }

@@ -24,19 +24,29 @@ void MarkGone(RegKey& key) {
 }  // namespace
 
 RegKey* RegKey::Child(std::string_view child) const {
-  const std::string folded = FoldName(child);
   for (const auto& sub_key : sub_keys) {
-    if (sub_key->name.size() == child.size() && FoldName(sub_key->name) == folded) return sub_key.get();
+    if (SameName(sub_key->name, child)) return sub_key.get();
   }
   return nullptr;
 }
 
 RegKey::Value* RegKey::Find(std::string_view value) {
-  const std::string folded = FoldName(value);
   for (Value& candidate : values) {
-    if (candidate.name.size() == value.size() && FoldName(candidate.name) == folded) return &candidate;
+    if (SameName(candidate.name, value)) return &candidate;
   }
   return nullptr;
+}
+
+bool ValidRegistryName(std::string_view path, int levels_above) {
+  constexpr int kMostLevels = 512;
+  int levels = levels_above;
+  char before = '\\';
+  for (char c : path) {
+    if (static_cast<unsigned char>(c) < 0x20) return false;
+    if (before == '\\' && c != '\\' && ++levels > kMostLevels) return false;
+    before = c;
+  }
+  return true;
 }
 
 bool RegKey::Denied() const {
@@ -53,7 +63,7 @@ RegistryTree::RegistryTree() {
 
 RegKey& RegistryTree::Root(std::string_view name) {
   for (const auto& root : roots_) {
-    if (FoldName(root->name) == FoldName(name)) return *root;
+    if (SameName(root->name, name)) return *root;
   }
   roots_.push_back(std::make_unique<RegKey>());
   roots_.back()->name = name;

@@ -26,9 +26,15 @@ struct RegKey {
 
   RegKey* Child(std::string_view child) const;
   Value* Find(std::string_view value);
+  // This key and those above it.
+  int Levels() const { return parent == nullptr ? 1 : parent->Levels() + 1; }
   // This key or one above it is denied.
   bool Denied() const;
 };
+
+// Whether a name or a path of names can stand in the registry: no control characters, and with the levels
+// above it no more than the 512 that Windows allows.
+bool ValidRegistryName(std::string_view path, int levels_above = 0);
 
 class RegistryTree {
  public:
