@@ -68,7 +68,7 @@ void KillRun::EndManualRun(double starting_value) {
   } else {
     window_.SelectTab(kFirstTab);
     StepOver(platform_.messages.MessageBoxA(
-        window_.Window().Window(),
+        window_.MainForm().Window(),
         "You must first select which traces to kill!\r\n\r\nPut checkmarks next to the traces you wish to securely "
         "delete then press this button again.",
         "Quillbarrow - Please select what to Kill...", kBoxOk | kBoxInformation));
@@ -100,7 +100,7 @@ bool KillRun::MayGoOn(TraceGroup group) {
     state_.RunStopped = true;
     state_.AOLSetupPending = true;
     StepOver(platform_.messages.MessageBoxA(
-        window_.Window().Window(), "You must set up your AOL folder.  You can do this in the next screen.",
+        window_.MainForm().Window(), "You must set up your AOL folder.  You can do this in the next screen.",
         "AOL Folder NOT setup", kBoxOk | kBoxInformation));
     window_.ShowGeneralSetup();
     return false;
@@ -170,7 +170,7 @@ void KillRun::WalkUnattended(const TraceGroupRow& row) {
 }
 
 void KillRun::Do_Start_Up(std::int16_t mode) {
-  Form& window = window_.Window();
+  Form& window = window_.MainForm();
   if (settings_.Number(Setting::Stealth) == 0) {
     window_.SelectTab(kLogTab);
     window.Show();

@@ -100,7 +100,7 @@ void RunLog::AddLine(const std::string& text) {
 void RunLog::Log_Step(std::int16_t code) {
   const std::int16_t stealth = settings_.Number(Setting::Stealth);
   if (stealth != 0 && !(stealth == 1 && state_.ManualRun)) return;
-  window_.Window().Center();
+  window_.MainForm().Center();
 
   ProgressBar& bar = window_.Bar();
   const int steps = state_.UnattendedRun ? kUnattendedBar : kManualBar;
@@ -113,7 +113,7 @@ void RunLog::Log_Step(std::int16_t code) {
   StepOver(list.SetListIndex(list.ListCount() - 1));
   if (LongStepFollows(code)) return;
 
-  window_.Window().Refresh();
+  window_.MainForm().Refresh();
   StepOver(bar.SetMax(steps));
   for (int value = 1; value <= steps && !window_.Ended(); ++value) {
     StepOver(bar.SetValue(value));

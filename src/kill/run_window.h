@@ -19,7 +19,7 @@ class RunWindow {
   virtual ListBox& LogList() = 0;
   virtual ProgressBar& Bar() = 0;
   virtual void SelectTab(int tab) = 0;
-  virtual Form& Window() = 0;
+  virtual Form& MainForm() = 0;
 
   // True once the program has really ended; a run stops at its next step.
   virtual bool Ended() const = 0;

@@ -68,7 +68,7 @@ void WindowsTraces::Kill_Media_Player() {
 void WindowsTraces::Kill_Recycle_Bin() { StepOver(Empty_Recycle_Bin("")); }
 
 std::uint32_t WindowsTraces::Empty_Recycle_Bin(std::string_view root) {
-  return platform_.shell.SHEmptyRecycleBinA(window_.Window().Window(),
+  return platform_.shell.SHEmptyRecycleBinA(window_.MainForm().Window(),
                                             root.empty() ? std::nullopt : std::optional(root), kEmptyBinQuietly);
 }
 

@@ -46,11 +46,22 @@ class CheckBox : public Control {
   int Value() const { return value_; }  // 0 or 1
   // Anything but 0 ticks. A change, and only a change, runs Click, from code as from the user.
   void SetValue(int value);
-  void UserClick() override { SetValue(1 - value_); }
+  void UserMouseDown() override {
+    click_lost_ = false;
+    Control::UserMouseDown();
+  }
+  void UserClick() override {
+    if (!click_lost_) SetValue(1 - value_);
+    click_lost_ = false;
+  }
+  // For a MouseDown handler that opens a modal window: the release of the button goes elsewhere, and
+  // the click of this press does not come.
+  void LoseClick() { click_lost_ = true; }
   std::optional<std::string> Property(std::string_view name) const override;
 
  private:
   int value_ = 0;
+  bool click_lost_ = false;
 };
 
 // One of a group of which at most one is set. Setting one clears the others of its group in silence.

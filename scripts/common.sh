@@ -1,0 +1,48 @@
+# Shared by ./run, ./test and the native tests: where things are, and how what is missing gets installed.
+# Source it; it changes into the project's root.
+
+set -euo pipefail
+ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
+cd "$ROOT"
+
+say() { printf '%s\n' "$*" >&2; }
+
+# need PACKAGE[:COMMAND_OR_FILE] … installs the Debian packages of which the command or file is missing.
+need() {
+  local missing=() item package probe
+  for item in "$@"; do
+    package=${item%%:*}
+    probe=${item#*:}
+    command -v "$probe" >/dev/null 2>&1 || [ -e "$probe" ] || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  local become=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null 2>&1 || { say "Missing: ${missing[*]}. Install them and start again."; exit 2; }
+    become=(sudo)
+  fi
+  command -v apt-get >/dev/null 2>&1 || { say "Missing: ${missing[*]}. Install them and start again."; exit 2; }
+  say "Installing ${missing[*]} …"
+  "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq >/dev/null
+  "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+need_host() { need cmake g++ make; }
+need_windows() {
+  need g++-mingw-w64-x86-64-posix:x86_64-w64-mingw32-g++-posix wine:wine wine64:/usr/lib/wine/wine64 xvfb:Xvfb \
+    xauth:xauth imagemagick:import
+}
+
+# build PRESET TARGET [CMAKE_OPTION…] configures if need be and builds; its output is only shown if it fails.
+build() {
+  local preset=$1 target=$2 log
+  shift 2
+  log=$ROOT/build/$preset.log
+  mkdir -p "$ROOT/build"
+  say "Building $preset …"
+  if ! { cmake --preset "$preset" "$@" && cmake --build --preset "$preset" --target "$target" -j "$(nproc)"; } >"$log" 2>&1; then
+    tail -n 60 "$log" >&2
+    say "The build failed; all of it is in $log"
+    exit 1
+  fi
+}

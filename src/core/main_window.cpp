@@ -1,0 +1,169 @@
+#include "core/main_window.h"
+
+#include "kill/log_step.h"
+#include "runtime/text.h"
+
+namespace qb {
+
+namespace {
+
+constexpr int kAutoKillTab = 6;
+constexpr int kBossKeyTab = 7;
+constexpr std::string_view kHomePage = "http://www.quillbarrow.example/";
+
+const std::vector<TabStrip::Page>& TabPages() {
+  static const std::vector<TabStrip::Page> pages = {
+      {"Edge/IE",
+       "Internet Explorer Tab - Select what to kill from the Internet Explorer history when Quillbarrow runs."},
+      {"&Firefox", "Mozila Firefox Tab - Select what to kill from the Firefox history when Quillbarrow runs."},
+      {"&Chrome", "Google Chrome Tab - Select what to kill from the Google Chrome history when Quillbarrow runs."},
+      {"Safa&ri", "Apple Safari Tab - Select what to kill from the Apple Safari history when Quillbarrow runs."},
+      {"&Windows", "Windows Tab - Select what to kill from the Windows history when Quillbarrow runs."},
+      {"A&OL", "AOL Tab - Select what to kill from the AOL history when Quillbarrow runs."},
+      {"&Auto-Kill",
+       "Auto-Kill Tab - This Tab has the Auto-Kill settings.  Auto-Kill is a feature of Quillbarrow that allows you to "
+       "automatically run Quillbarrow."},
+      {"&Boss Key! Setup",
+       "Boss Key Settings Tab -  Boss Key is a feature of Quillbarrow that allows you to hide browser/chat windows "
+       "instantly."},
+      {"File &Shredder",
+       "File Shredder Settings Tab - The File Shredder is what Quillbarrow uses to securely delete your history."},
+      {"Quillbarrow &Log", "This Tab has the Quillbarrow log.  This tells you what Quillbarrow has done."},
+  };
+  return pages;
+}
+
+constexpr std::string_view kCountTip = "This is the amount of history traces that Quillbarrow has deleted!";
+
+// The groups of the tabs 0 to 5.
+constexpr TraceGroup kTabGroups[] = {TraceGroup::InternetExplorer, TraceGroup::Firefox, TraceGroup::Chrome,
+                                     TraceGroup::Safari,           TraceGroup::Windows, TraceGroup::AOL};
+
+// "All of the above" of the Windows tab leaves the boxes that have no stored key as they are.
+bool FollowsAllBox(const TraceClass& row) { return !row.key.empty(); }
+
+}  // namespace
+
+frmMain::frmMain(Services& services, FormWatcher& watcher, ProgramLife& life)
+    : Form(services.platform, watcher, "frmMain", "Quillbarrow 2019 - Protecting your Privacy since 1997!"),
+      services_(services),
+      life_(life),
+      SftTabs1(*this, "SftTabs1", TabPages()),
+      cmdKILLALL(*this, "cmdKILLALL", "Kill Now!"),
+      lblURL(*this, "lblURL", "www.quillbarrow.example"),
+      lstStatus(*this, "lstStatus"),
+      pBar(*this, "pBar"),
+      lblJustKilled(*this, "lblJustKilled", ""),
+      lblQuillbarrowed(*this, "lblQuillbarrowed", ""),
+      cmdClearLog(*this, "cmdClearLog", " Clear Log"),
+      Timer1(*this, "Timer1", 1000, true),
+      Timer2(*this, "Timer2", 1000, true),
+      Timer_HomePage(*this, "Timer_HomePage", 5000, false),
+      Timer_AutoKill(*this, "Timer_AutoKill", 60000, false),
+      Timer_DisableScriptDebug(*this, "Timer_DisableScriptDebug", 60000, true),
+      auto_kill_page_(*this, services.settings, Timer_AutoKill),
+      boss_key_page_(*this, services.settings),
+      shredder_page_(*this, services.settings) {
+  cmdKILLALL.SetDefault(true);
+  cmdKILLALL.SetToolTip("Securely delete the selected traces now");
+  lblJustKilled.SetToolTip(std::string(kCountTip));
+  lblQuillbarrowed.SetToolTip(std::string(kCountTip));
+  cmdKILLALL.Click = [this] { life_.KillNow(); };
+  cmdClearLog.Click = [this] { cmdClearLog_Click(); };
+  lblURL.Click = [this] { services_.folders.Open_URL(kHomePage, services_.data_folder, Window()); };
+  Timer2.Click = [this] { Timer2_Timer(); };
+  MakeTraceBoxes();
+  MakeMenu();
+
+  std::vector<Layout> pages;
+  for (TraceGroup group : kTabGroups) pages.push_back(TracePage(group));
+  pages.push_back(auto_kill_page_.Arrangement());
+  pages.push_back(boss_key_page_.Arrangement());
+  pages.push_back(shredder_page_.Arrangement());
+  pages.push_back(LogPage());
+  Arrange(Column({Tabs(SftTabs1, std::move(pages)).Stretched(), Row({cmdKILLALL, lblURL})}));
+}
+
+void frmMain::MakeTraceBoxes() {
+  auto make = [this](std::string_view name, std::string_view caption, std::string_view tip) -> CheckBox& {
+    CheckBox& box = Add<CheckBox>(std::string(name), std::string(caption));
+    box.SetToolTip(std::string(tip));
+    boxes_.emplace(box.name(), &box);
+    return box;
+  };
+  for (TraceGroup group : kTabGroups) {
+    const TraceGroupRow& row = RowOf(group);
+    for (const TraceClass& trace : ClassesOf(group)) make(trace.box, trace.caption, trace.tool_tip);
+    make(row.all_box, row.all_caption, row.all_tool_tip).Click = [this, &row] { AllBoxClicked(row); };
+  }
+}
+
+void frmMain::AllBoxClicked(const TraceGroupRow& row) {
+  const int value = boxes_.find(row.all_box)->second->Value();
+  for (const TraceClass& trace : ClassesOf(row.group)) {
+    if (FollowsAllBox(trace)) boxes_.find(trace.box)->second->SetValue(value);
+  }
+}
+
+void frmMain::MakeMenu() {
+  auto item = [this](MenuItem& menu, const char* name, const char* caption, Control::Handler click) -> MenuItem& {
+    MenuItem& entry = Add<MenuItem>(name, caption);
+    entry.parent = &menu;
+    entry.Click = std::move(click);
+    menu.children.push_back(&entry);
+    return entry;
+  };
+  MenuItem& file = Add<MenuItem>("File", "Menu");
+  item(file, "mnuAutoKillSettings", "Auto-Kill Setup Wizard...", [this] { SelectTab(kAutoKillTab); });
+  item(file, "mnuBossKeySettings", "BossKey! Settings...", [this] { SelectTab(kBossKeyTab); });
+  item(file, "Options", "AOL / MSN &Setup...", [this] { life_.ShowGeneralSetup(); }).shortcut = "Ctrl+S";
+  item(file, "sep99", "-", nullptr);
+  item(file, "mnuShutDown", "ShutDown &Quillbarrow", [this] { life_.ShutDown(); }).shortcut = "Ctrl+H";
+  item(file, "line9", "-", nullptr);
+  item(file, "Exit", "Close Window", [this] { Exit_Click(); }).shortcut = "Ctrl+X";
+  AddMenu(file);
+}
+
+Layout frmMain::TracePage(TraceGroup group) {
+  const auto classes = ClassesOf(group);
+  std::vector<Layout> left, right;
+  for (std::size_t i = 0; i < classes.size(); ++i) {
+    CheckBox& box = *boxes_.find(classes[i].box)->second;
+    (i < (classes.size() + 1) / 2 ? left : right).emplace_back(box);
+  }
+  Control& all = *boxes_.find(RowOf(group).all_box)->second;
+  return Page({Row({Column(std::move(left)), Column(std::move(right))}), all});
+}
+
+Layout frmMain::LogPage() {
+  return Page({Layout(lstStatus).Stretched(), pBar, lblJustKilled, Row({lblQuillbarrowed, cmdClearLog})});
+}
+
+void frmMain::LoadFromSettings() {
+  boss_key_page_.LoadFromSettings();
+  shredder_page_.LoadFromSettings();
+  auto_kill_page_.LoadFromSettings();
+  Timer2_Timer();
+}
+
+bool frmMain::BoxTicked(std::string_view box) const {
+  auto found = boxes_.find(box);
+  return found != boxes_.end() && found->second->Value() == 1;
+}
+
+void frmMain::cmdClearLog_Click() {
+  lstStatus.Clear();
+  lblJustKilled.SetCaption("");
+  lstStatus.AddItem(LogTime(services_.platform.system) + " - Quillbarrow log cleared.");
+}
+
+void frmMain::Timer2_Timer() {
+  lblQuillbarrowed.SetCaption("Quillbarrow has killed roughly " + NumberText(services_.history_removed.Value()) +
+                              " history traces since installation.");
+}
+
+void frmMain::Exit_Click() { StepOver(Unload()); }
+
+void frmMain::Form_QueryUnload(bool& cancel, UnloadMode /*mode*/) { life_.MainWindowCloseRequest(cancel); }
+
+}  // namespace qb

@@ -1,0 +1,73 @@
+// The main window: ten tabs, the Kill Now! button, the log, and the five timers that drive the program.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "core/auto_kill_page.h"
+#include "core/boss_key_page.h"
+#include "core/program_life.h"
+#include "core/services.h"
+#include "core/shredder_page.h"
+#include "kill/class_table.h"
+#include "kill/run_window.h"
+#include "widgets/form.h"
+
+namespace qb {
+
+class frmMain : public Form, public RunWindow {
+ public:
+  frmMain(Services& services, FormWatcher& watcher, ProgramLife& life);
+
+  // Sets every control that shows a setting.
+  void LoadFromSettings();
+  void EnableHomePageTimer(bool enabled) { Timer_HomePage.SetTimerEnabled(enabled); }
+
+  void cmdClearLog_Click();
+  void Timer2_Timer();
+  void Exit_Click();
+  std::int16_t AutoKillMinutes() const { return auto_kill_page_.AutoKillMinutes; }
+
+  // RunWindow
+  bool BoxTicked(std::string_view box) const override;
+  void EnableKillButton(bool enabled) override { cmdKILLALL.SetEnabled(enabled); }
+  void SetJustKilled(const std::string& text) override { lblJustKilled.SetCaption(text); }
+  ListBox& LogList() override { return lstStatus; }
+  ProgressBar& Bar() override { return pBar; }
+  void SelectTab(int tab) override { StepOver(SftTabs1.SetTab(tab)); }
+  Form& MainForm() override { return *this; }
+  bool Ended() const override { return life_.Ended(); }
+  void Pause_Seconds(double seconds) override { life_.Pause_Seconds(seconds); }
+  void ShowGeneralSetup() override { life_.ShowGeneralSetup(); }
+  void AskForSelection() override { life_.AskForSelection(); }
+
+ protected:
+  void Form_Load() override { life_.MainWindowLoaded(); }
+  void Form_QueryUnload(bool& cancel, UnloadMode mode) override;
+  void Form_Unload(bool& cancel) override { life_.MainWindowUnload(cancel); }
+
+ private:
+  void MakeTraceBoxes();
+  void MakeMenu();
+  Layout TracePage(TraceGroup group);
+  Layout LogPage();
+  void AllBoxClicked(const TraceGroupRow& row);
+
+  Services& services_;
+  ProgramLife& life_;
+  std::map<std::string, CheckBox*, std::less<>> boxes_;  // by name
+
+  TabStrip SftTabs1;
+  Button cmdKILLALL;
+  LinkLabel lblURL;
+  ListBox lstStatus;
+  ProgressBar pBar;
+  Label lblJustKilled, lblQuillbarrowed;
+  Button cmdClearLog;
+  Timer Timer1, Timer2, Timer_HomePage, Timer_AutoKill, Timer_DisableScriptDebug;
+  AutoKillPage auto_kill_page_;
+  BossKeyPage boss_key_page_;
+  ShredderPage shredder_page_;
+};
+
+}  // namespace qb

@@ -1,0 +1,92 @@
+#include "core/program.h"
+
+#include "runtime/folders.h"
+#include "runtime/text.h"
+
+namespace qb {
+
+Program::Program(Platform& platform, FormWatcher& watcher, std::string command_line, WindowHandle application_window)
+    : command_line_(std::move(command_line)),
+      application_window_(application_window),
+      platform_(platform),
+      services_(platform),
+      products_(platform, services_.reg_settings, services_.settings, *this),
+      main_window_(services_, watcher, *this),
+      options_(services_, products_, watcher, [this] { ShowMainWindow(); }),
+      delete_path_(platform, services_.channels, services_.history_removed, main_window_.Bar(),
+                   [this] { return ended_; }),
+      named_traces_(delete_path_, services_.history_removed),
+      firefox_traces_(services_.profiles, services_.folders, named_traces_),
+      chrome_traces_(services_.profiles, named_traces_),
+      safari_traces_(services_.profiles, named_traces_),
+      aol_traces_(services_.settings, named_traces_),
+      windows_traces_(platform, delete_path_, services_.folders, products_, services_.history_removed, main_window_),
+      units_{firefox_traces_, chrome_traces_, safari_traces_, aol_traces_, windows_traces_},
+      run_log_(platform, services_.settings, services_.run, main_window_, services_.thumbs),
+      kill_run_(platform, services_.settings, services_.profiles, services_.run, main_window_, run_log_, units_,
+                services_.history_removed) {}
+
+Program::~Program() {
+  if (instance_ != MutexHandle::None) StepOver(platform_.processes.CloseHandle(instance_));
+}
+
+bool Program::Start() {
+  main_window_.Load();
+  if (!ended_ && !services_.run.StartedAtBoot) main_window_.Show();
+  return !ended_;
+}
+
+void Program::ShowMainWindow() {
+  services_.run.MainWindowHidden = false;
+  main_window_.SetState(WindowState::Normal);
+  main_window_.Show();
+  main_window_.SetFocus();
+}
+
+void Program::Pause_Seconds(double seconds) {
+  const std::uint64_t until = platform_.system.GetTickCount() + static_cast<std::uint64_t>(seconds * 1000);
+  while (!ended_ && platform_.system.GetTickCount() < until) platform_.messages.PumpMessages();
+}
+
+void Program::MainWindowCloseRequest(bool& cancel) {
+  RunState& run = services_.run;
+  Settings& settings = services_.settings;
+  if (settings.StoredNumber(Setting::CloseQB, "") == 1) {
+    run.MainWindowHidden = false;
+    settings.SaveNumber(Setting::CloseQB, 0);
+  }
+  if (settings.On(Setting::Disable_AK) && run.StartedAtBoot) run.MainWindowHidden = true;
+  if (run.MainWindowHidden) {
+    settings.Save(Setting::HistoryRemoved);
+    return;
+  }
+  cancel = true;
+  main_window_.Hide();
+  main_window_.SetState(WindowState::Minimised);
+  run.MainWindowHidden = true;
+}
+
+void Program::MainWindowUnload(bool& cancel) {
+  if (!services_.run.MainWindowHidden) {
+    cancel = true;
+    main_window_.SetState(WindowState::Minimised);
+    main_window_.Hide();
+    return;
+  }
+  StepOver(options_.Unload());
+  ended_ = true;
+}
+
+void Program::ShutDown() {
+  const BoxAnswer answer = platform_.messages.MessageBoxA(
+      main_window_.Window(),
+      "Are you sure you want to exit Quillbarrow?  Doing this will disable the Auto-Kill and Tanglegate privacy "
+      "features!",
+      "Warning!  About to Exit Quillbarrow!", kBoxYesNo | kBoxQuestion);
+  if (answer != BoxAnswer::Yes) return;
+  services_.run.MainWindowHidden = true;
+  services_.settings.SaveNumber(Setting::CloseQB, 0);
+  StepOver(main_window_.Unload());
+}
+
+}  // namespace qb

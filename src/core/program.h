@@ -1,0 +1,89 @@
+// The program: what it owns, and its life from the load of the main window to its real end.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/general_setup.h"
+#include "core/main_window.h"
+#include "core/program_life.h"
+#include "core/services.h"
+#include "kill/kill_run.h"
+
+namespace qb {
+
+inline constexpr std::string_view kProgramVersion = "2019.1.0";
+
+class Program : public ProgramLife, public SetupAsker {
+ public:
+  // `command_line` is what stands behind the program's name, as typed. `application_window` is the
+  // window whose title names this program to a second copy of it.
+  Program(Platform& platform, FormWatcher& watcher, std::string command_line, WindowHandle application_window);
+  ~Program() override;
+
+  // Loads the main window, which runs the whole start sequence, and shows it unless this is a start
+  // with Windows. False if the program has ended already.
+  bool Start();
+  bool Ended() const override { return ended_; }
+
+  // What can be reached of the running program by name.
+  Services& services() { return services_; }
+  frmMain& main_window() { return main_window_; }
+  frmOptions& options() { return options_; }
+  KillRun& kill_run() { return kill_run_; }
+  RunLog& run_log() { return run_log_; }
+  DeletePath& delete_path() { return delete_path_; }
+  ProductFolders& products() { return products_; }
+  TraceUnits& trace_units() { return units_; }
+  bool IEFoldersMoved() const { return ie_folders_moved_; }
+
+  void Register_Run_Key();
+  void Create_Data_Folder();
+  bool InitCommonControlsVB();
+  // Brings the first copy to the front and ends this one.
+  void Close_Unwanted_Instance();
+
+  // ProgramLife
+  void MainWindowLoaded() override;
+  void MainWindowCloseRequest(bool& cancel) override;
+  void MainWindowUnload(bool& cancel) override;
+  void KillNow() override { kill_run_.cmdKILLALL_Click(); }
+  void ShowGeneralSetup() override { options_.Show(); }
+  void AskForSelection() override {}
+  void ShutDown() override;
+  void ShowMainWindow() override;
+  void Pause_Seconds(double seconds) override;
+  // SetupAsker
+  void AskGeneralSetup() override { options_.ShowModal(); }
+
+ private:
+  bool PreviousInstance();
+  void ReadSettings();
+  void ComputeShortFolders();
+  void DeleteLeftovers(std::span<const std::string_view> names);
+  void FirstRun();
+  void StartWithWindows();
+
+  const std::string command_line_;
+  const WindowHandle application_window_;
+  Platform& platform_;
+  Services services_;
+  ProductFolders products_;
+  frmMain main_window_;
+  frmOptions options_;
+  DeletePath delete_path_;
+  NamedTraces named_traces_;
+  FirefoxTraces firefox_traces_;
+  ChromeTraces chrome_traces_;
+  SafariTraces safari_traces_;
+  AolTraces aol_traces_;
+  WindowsTraces windows_traces_;
+  TraceUnits units_;
+  RunLog run_log_;
+  KillRun kill_run_;
+  MutexHandle instance_ = MutexHandle::None;
+  bool ie_folders_moved_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace qb

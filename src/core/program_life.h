@@ -1,0 +1,29 @@
+// What the windows ask of the life of the program.
+#pragma once
+
+namespace qb {
+
+class ProgramLife {
+ public:
+  virtual ~ProgramLife() = default;
+
+  // The main window is loaded: the start sequence is to run.
+  virtual void MainWindowLoaded() = 0;
+  // A close request reached the main window. `cancel` becomes true if it is only hidden.
+  virtual void MainWindowCloseRequest(bool& cancel) = 0;
+  virtual void MainWindowUnload(bool& cancel) = 0;
+  // True once the program has really ended.
+  virtual bool Ended() const = 0;
+
+  virtual void KillNow() = 0;
+  virtual void ShowGeneralSetup() = 0;
+  // Opens the wizard's window for a user who never selected anything for the unattended run.
+  virtual void AskForSelection() = 0;
+  // Asks, and ends the program on Yes.
+  virtual void ShutDown() = 0;
+  virtual void ShowMainWindow() = 0;
+  // Waits on the clock, pumping messages, until so many seconds have passed or the program has ended.
+  virtual void Pause_Seconds(double seconds) = 0;
+};
+
+}  // namespace qb

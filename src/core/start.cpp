@@ -1,0 +1,176 @@
+// The start sequence: what runs, in which order, when the main window is loaded.
+#include "core/program.h"
+
+#include "runtime/folders.h"
+#include "runtime/text.h"
+#include "settings/registry_text.h"
+
+namespace qb {
+
+namespace {
+
+constexpr std::string_view kInstanceName = "Quillbarrow running instance";
+constexpr std::string_view kApplicationTitle = "Quillbarrow";
+// Titles of the hidden window that names a running copy stand under one of these classes.
+constexpr std::string_view kApplicationClasses[] = {"ThunderRTMain", "ThunderRT5Main", "ThunderRT6Main"};
+constexpr std::string_view kRunKey = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run";
+constexpr std::string_view kBootSwitch = "/STARTUP";
+
+constexpr std::string_view kIndexLeftovers[] = {"\\INDEX.DAT",  "\\INDEX2.DAT", "\\INDEX3.DAT", "\\INDEX4.DAT",
+                                                "\\INDEX5.DAT", "\\INDEX6.DAT", "\\INDEX7.DAT"};
+
+constexpr std::string_view kReportLeftovers[] = {
+    "\\QBFernledger.html",
+    "\\QBFernledgerSuspect1.html",
+    "\\QBFernledgerSuspect2.html",
+    "\\QBFernledgerSuspect3.html",
+    "\\QBFernledgerSuspect4.html",
+    "\\QBFernledgerSuspect5.html",
+    "\\QBFernledgerSuspect6.html",
+    "\\QBFernledgerSuspect7.html",
+    "\\QBFernledger_InternetTempFiles.html",
+    "\\Fernledger_thumbnails.html",
+    "\\Fernledger_illegal.html",
+    "\\Fernledger_videos.html",
+    "\\Fernledger_teen.html",
+    "\\Fernledger_summary.html",
+    "\\Fernledger_sports.html",
+    "\\Fernledger_social.html",
+    "\\Fernledger_news.html",
+    "\\Fernledger_images.html",
+    "\\Fernledger_images2.html",
+    "\\Fernledger_history.html",
+    "\\Fernledger_gambling.html",
+    "\\Fernledger_cookies.html",
+};
+
+}  // namespace
+
+void Program::MainWindowLoaded() {
+  StepOver(InitCommonControlsVB());
+  if (PreviousInstance()) {
+    Close_Unwanted_Instance();
+    return;
+  }
+  Register_Run_Key();
+  services_.run = {};
+  services_.settings.Reset();
+  ReadSettings();
+  services_.reg_settings.SetCompany(ProductScope::kRestCompany);
+  services_.reg_settings.SetAppName(ProductScope::kRestAppName);
+  products_.GetWinDirs();
+  Create_Data_Folder();
+  DeleteLeftovers(kIndexLeftovers);
+  ComputeShortFolders();
+  main_window_.Center();
+  main_window_.Hide();
+  services_.run.StartedAtBoot = UpperCase(command_line_) == kBootSwitch;
+  main_window_.EnableHomePageTimer(services_.settings.On(Setting::HomePageProt));
+  DeleteLeftovers(kReportLeftovers);
+  products_.GetIEVersion();
+  services_.profiles.Read_Firefox_Profile();
+  if (services_.settings.FirstRunOfAccount()) FirstRun();
+  if (ended_) return;
+  services_.settings.SaveText(Setting::QBBuild, std::string(kProgramVersion));
+  if (services_.run.StartedAtBoot) StartWithWindows();
+}
+
+bool Program::InitCommonControlsVB() {
+  constexpr std::uint32_t kStructureSize = 8;
+  constexpr std::uint32_t kExtendedCombo = 0x200;  // ICC_USEREX_CLASSES
+  return platform_.system.InitCommonControlsEx(kStructureSize, kExtendedCombo);
+}
+
+bool Program::PreviousInstance() {
+  auto mutex = platform_.processes.CreateMutexA(kInstanceName);
+  if (!mutex.ok()) return false;
+  instance_ = mutex.value.handle;
+  return mutex.value.existed;
+}
+
+void Program::Close_Unwanted_Instance() {
+  Messages& messages = platform_.messages;
+  // So that the search does not find this copy itself.
+  StepOver(messages.SetWindowTextA(application_window_, "unwanted instance"));
+  for (std::string_view class_name : kApplicationClasses) {
+    const WindowHandle found = messages.FindWindowA(class_name, kApplicationTitle);
+    if (found == WindowHandle::None) continue;
+    // The hidden window owns the main one, which therefore stands right above it.
+    const WindowHandle first_copy = messages.GetWindow(found, kWindowPrevious);
+    StepOver(messages.ShowWindow(first_copy, kShowNormal));
+    StepOver(messages.OpenIcon(first_copy));
+    StepOver(messages.SetForegroundWindow(first_copy));
+    break;
+  }
+  services_.settings.SaveNumber(Setting::CloseQB, 1);
+  StepOver(messages.PostMessageA(main_window_.Window(), kMessageClose, 0, 0));
+  ended_ = true;
+}
+
+void Program::Register_Run_Key() {
+  auto key = platform_.registry.RegOpenKeyExA(KeyHandle::CurrentUser, kRunKey, kKeyRead);
+  if (key.ok()) {
+    KeyCloser closer(platform_.registry, key.value);
+    auto value = QueryData(platform_.registry, key.value, kProductName);
+    if (value.ok() && (value.value.type == kRegSz || value.value.type == kRegExpandSz)) return;
+  }
+  const std::string program = Add_Backslash(services_.folders.ProgramFolder()) + services_.folders.ProgramBaseName();
+  services_.registry_counter.SaveRegString(KeyHandle::CurrentUser, kRunKey, kProductName,
+                                           "\"" + program + ".exe\" " + std::string(kBootSwitch));
+}
+
+void Program::ReadSettings() {
+  Settings& settings = services_.settings;
+  settings.Get_Quillbarrow_Settings();
+  if (settings.FirstRunOfAccount()) settings.StoreFirstRun();
+  main_window_.LoadFromSettings();
+}
+
+void Program::Create_Data_Folder() {
+  const WindowsFolders& folders = services_.folders;
+  const std::string candidate =
+      folders.Get_Version_Code() == kLocalSettingsCode
+          ? folders.Get_Special_Folder(kUserProfile) + "\\Local Settings\\Application Data\\Quillbarrow"
+          : folders.Get_Special_Folder(kLocalData) + "\\Quillbarrow";
+  Files& files = platform_.files;
+  if (!FolderExists(files, candidate)) StepOver(files.CreateDirectoryA(candidate));
+  services_.data_folder = candidate;
+  const std::string logo = candidate + "\\logo.gif";
+  if (!FileExists(files, logo)) StepOver(files.CopyFileA(folders.ProgramFolder() + "\\logo.gif", logo, false));
+}
+
+void Program::DeleteLeftovers(std::span<const std::string_view> names) {
+  for (std::string_view name : names) {
+    const std::string path = services_.data_folder + std::string(name);
+    if (services_.channels.CanOpen(path)) StepOver(DeleteFiles(platform_.files, path));
+  }
+}
+
+void Program::ComputeShortFolders() {
+  const WindowsFolders& folders = services_.folders;
+  const std::string windows = folders.Get_Windows_Dir();
+  const std::string cache = folders.Get_Short_Path(products_.Cache());
+  const std::string cookies = folders.Get_Short_Path(products_.Cookies());
+  ie_folders_moved_ = UpperCase(cache) != UpperCase(windows + "\\TEMPOR~1\\") ||
+                      UpperCase(cookies) != UpperCase(windows + "\\COOKIES\\");
+}
+
+void Program::FirstRun() {
+  services_.settings.SaveText(Setting::AOLdir, products_.Get_AOL_Dir());
+  StepOver(products_.Get_MSN8_Profile());
+  options_.Load();
+  options_.Detect_WinVer();
+  StepOver(options_.Unload());
+}
+
+void Program::StartWithWindows() {
+  if (services_.settings.On(Setting::Disable_AK)) {
+    StepOver(main_window_.Unload());
+    return;
+  }
+  main_window_.Hide();
+  services_.run.MainWindowHidden = true;
+  if (services_.settings.On(Setting::AK_WinStart)) kill_run_.Do_Start_Up(0);
+}
+
+}  // namespace qb

@@ -1,0 +1,44 @@
+#include "kill/named_traces.h"
+
+#include <algorithm>
+
+namespace qb {
+
+bool NamedTraces::IsPath(std::string_view path) {
+  constexpr std::string_view kSeparators = "\\/";
+  if (path.size() <= 3) return false;
+  for (std::size_t start = 0; start <= path.size();) {
+    const std::size_t end = std::min(path.find_first_of(kSeparators, start), path.size());
+    if (path.substr(start, end - start) == "..") return false;
+    start = end + 1;
+  }
+  return true;
+}
+
+void NamedTraces::WipeFiles(const std::string& folder, Names names) {
+  if (!IsPath(folder)) return;
+  for (std::string_view name : names) {
+    const std::string path = folder + std::string(name);
+    if (!delete_path_.File_Can_Open(path)) continue;
+    StepOver(delete_path_.Wipe_File(path));
+    history_removed_.Add(1);
+  }
+}
+
+void NamedTraces::WipeFolders(const std::string& folder, Names names, FolderCount count) {
+  if (!IsPath(folder)) return;
+  for (std::string_view name : names) {
+    delete_path_.Wipe_Folder_Files(folder + std::string(name));
+    if (count == FolderCount::WalkerAndOne) history_removed_.Add(1);
+  }
+}
+
+void NamedTraces::DeletePattern(const std::string& pattern) { StepOver(delete_path_.Delete_Files(pattern)); }
+
+void NamedTraces::DeletePaths(Names paths) {
+  for (std::string_view path : paths) {
+    if (delete_path_.File_Can_Open(path)) StepOver(delete_path_.Delete_Files(std::string(path)));
+  }
+}
+
+}  // namespace qb
