@@ -1,0 +1,129 @@
+#include "platform/win32/win32_messages.h"
+
+#include <algorithm>
+
+#include "platform/win32/convert.h"
+
+namespace qb::win32 {
+
+namespace {
+
+constexpr char kTimerClass[] = "QuillbarrowTimers";
+
+}  // namespace
+
+Win32Messages::Win32Messages() {
+  WNDCLASSA window_class{};
+  window_class.lpfnWndProc = TimerWindowProc;
+  window_class.hInstance = ::GetModuleHandleA(nullptr);
+  window_class.lpszClassName = kTimerClass;
+  ::RegisterClassA(&window_class);  // fails where a second object finds the class made; that serves as well
+  // Timers hang on a message-only window: it is in no z-order, and its WM_TIMER is also handed out by
+  // the loops that Windows runs for message boxes and menus.
+  timer_window_ =
+      ::CreateWindowExA(0, kTimerClass, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, window_class.hInstance, nullptr);
+  ::SetWindowLongPtrA(timer_window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+Win32Messages::~Win32Messages() {
+  ::DestroyWindow(timer_window_);
+}
+
+LRESULT CALLBACK Win32Messages::TimerWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  auto* self = reinterpret_cast<Win32Messages*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
+  if (message != WM_TIMER || self == nullptr) return ::DefWindowProcA(window, message, wparam, lparam);
+  self->Tick(wparam);
+  return 0;
+}
+
+void Win32Messages::Tick(UINT_PTR native_id) {
+  auto found = std::find_if(timers_.begin(), timers_.end(),
+                            [=](const auto& entry) { return entry.second.native_id == native_id; });
+  if (found == timers_.end()) return;                     // killed while its message was on the way
+  const std::function<void()> tick = found->second.tick;  // it may kill its own timer
+  tick();
+}
+
+WindowHandle Win32Messages::FindWindowA(std::optional<std::string_view> class_name,
+                                        std::optional<std::string_view> title) {
+  return Wrap<WindowHandle>(::FindWindowA(OptionalText(class_name).get(), OptionalText(title).get()));
+}
+
+WindowHandle Win32Messages::GetWindow(WindowHandle window, std::uint32_t relation) {
+  return Wrap<WindowHandle>(::GetWindow(Unwrap<HWND>(window), relation));
+}
+
+bool Win32Messages::ShowWindow(WindowHandle window, std::uint32_t command) {
+  return ::ShowWindow(Unwrap<HWND>(window), static_cast<int>(command)) != FALSE;
+}
+
+bool Win32Messages::OpenIcon(WindowHandle window) {
+  return ::OpenIcon(Unwrap<HWND>(window)) != FALSE;
+}
+
+bool Win32Messages::SetForegroundWindow(WindowHandle window) {
+  return ::SetForegroundWindow(Unwrap<HWND>(window)) != FALSE;
+}
+
+bool Win32Messages::SetWindowTextA(WindowHandle window, std::string_view text) {
+  return ::SetWindowTextA(Unwrap<HWND>(window), std::string(text).c_str()) != FALSE;
+}
+
+Error Win32Messages::PostMessageA(WindowHandle window, std::uint32_t message, std::uint64_t wparam,
+                                  std::int64_t lparam) {
+  return FromBool(::PostMessageA(Unwrap<HWND>(window), message, wparam, lparam));
+}
+
+BoxAnswer Win32Messages::MessageBoxA(WindowHandle owner, std::string_view text, std::string_view title,
+                                     std::uint32_t type) {
+  // A box disables its owner only; one without an owner must hold all windows of the thread.
+  const UINT hold = owner == WindowHandle::None ? MB_TASKMODAL : MB_APPLMODAL;
+  return static_cast<BoxAnswer>(
+      ::MessageBoxA(Unwrap<HWND>(owner), std::string(text).c_str(), std::string(title).c_str(), type | hold));
+}
+
+bool Win32Messages::SetTimer(WindowHandle window, std::uint32_t id, std::uint32_t interval,
+                             std::function<void()> tick) {
+  StepOver(KillTimer(window, id));
+  const UINT_PTR native_id = next_native_id_++;
+  if (!::SetTimer(timer_window_, native_id, interval, nullptr)) return false;
+  timers_[{window, id}] = {native_id, std::move(tick)};
+  return true;
+}
+
+bool Win32Messages::KillTimer(WindowHandle window, std::uint32_t id) {
+  auto found = timers_.find({window, id});
+  if (found == timers_.end()) return false;
+  const bool killed = ::KillTimer(timer_window_, found->second.native_id) != FALSE;
+  timers_.erase(found);
+  return killed;
+}
+
+void Win32Messages::HandOut(MSG& message) {
+  if (filter_ && filter_(message)) return;
+  ::TranslateMessage(&message);
+  ::DispatchMessageW(&message);
+}
+
+void Win32Messages::PumpMessages() {
+  MSG message;
+  while (!quitting_ && ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    // The quit message comes once, but every loop that is running must hear of it.
+    if (message.message == WM_QUIT)
+      quitting_ = true;
+    else
+      HandOut(message);
+  }
+}
+
+bool Win32Messages::WaitMessage() {
+  MSG message;
+  if (quitting_ || ::GetMessageW(&message, nullptr, 0, 0) <= 0) {
+    quitting_ = true;
+    return false;
+  }
+  HandOut(message);
+  return !quitting_;
+}
+
+}  // namespace qb::win32

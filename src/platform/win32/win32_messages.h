@@ -1,0 +1,58 @@
+// Windows, timers, message boxes and the message pump, answered by Windows.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <utility>
+
+#include "platform/messages.h"
+#include "platform/win32/windows_api.h"
+
+namespace qb::win32 {
+
+class Win32Messages : public Messages {
+ public:
+  // Takes a message before it is translated and handed out; true if that was all there is to do with it.
+  using Filter = std::function<bool(MSG& message)>;
+
+  Win32Messages();
+  ~Win32Messages() override;
+  Win32Messages(const Win32Messages&) = delete;
+  Win32Messages& operator=(const Win32Messages&) = delete;
+
+  // One filter for all messages that the pump takes; an empty one takes it away. The loops of message
+  // boxes and menus belong to Windows and do not pass it.
+  void SetFilter(Filter filter) { filter_ = std::move(filter); }
+
+  WindowHandle FindWindowA(std::optional<std::string_view> class_name, std::optional<std::string_view> title) override;
+  WindowHandle GetWindow(WindowHandle window, std::uint32_t relation) override;
+  bool ShowWindow(WindowHandle window, std::uint32_t command) override;
+  bool OpenIcon(WindowHandle window) override;
+  bool SetForegroundWindow(WindowHandle window) override;
+  bool SetWindowTextA(WindowHandle window, std::string_view text) override;
+  Error PostMessageA(WindowHandle window, std::uint32_t message, std::uint64_t wparam, std::int64_t lparam) override;
+  BoxAnswer MessageBoxA(WindowHandle owner, std::string_view text, std::string_view title, std::uint32_t type) override;
+  bool SetTimer(WindowHandle window, std::uint32_t id, std::uint32_t interval, std::function<void()> tick) override;
+  bool KillTimer(WindowHandle window, std::uint32_t id) override;
+  void PumpMessages() override;
+  bool WaitMessage() override;
+
+ private:
+  struct RunningTimer {
+    UINT_PTR native_id = 0;
+    std::function<void()> tick;
+  };
+  using TimerKey = std::pair<WindowHandle, std::uint32_t>;
+
+  static LRESULT CALLBACK TimerWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+  void Tick(UINT_PTR native_id);
+  void HandOut(MSG& message);
+
+  HWND timer_window_ = nullptr;
+  UINT_PTR next_native_id_ = 1;
+  std::map<TimerKey, RunningTimer> timers_;
+  Filter filter_;
+  bool quitting_ = false;  // WM_QUIT was taken from the queue
+};
+
+}  // namespace qb::win32
