@@ -157,12 +157,16 @@ int Placement::HeightOf(const Layout& part, int width) const {
     }
     return highest + 2 * spacing_.tab_border.height + measurer_.Smallest(*part.control).height;
   }
-  const bool group = part.kind == Kind::Group;
-  const int inner = group ? width - 2 * spacing_.group_border.width : width;
-  int height = group ? spacing_.group_heading + spacing_.group_border.height : 0;
+  if (part.kind != Kind::Group) return ColumnHeight(part, width);
+  return spacing_.group_heading + spacing_.group_border.height +
+         ColumnHeight(part, width - 2 * spacing_.group_border.width);
+}
+
+int Placement::ColumnHeight(const Layout& column, int width) const {
+  int height = 0;
   const Layout* before = nullptr;
-  for (const Layout* child : parts) {
-    height += HeightOf(*child, ColumnWidthOf(part, *child, inner));
+  for (const Layout* child : PartsWithRoom(column)) {
+    height += HeightOf(*child, ColumnWidthOf(column, *child, width));
     if (before != nullptr) height += GapBetween(*before, *child);
     before = child;
   }
@@ -243,7 +247,7 @@ void Placement::PlaceColumn(const Layout& column, const Box& area, bool shown,
   auto stretches = [&](const Layout& part) { return part.stretch || StretchesDown(part); };
   const int stretching =
       static_cast<int>(std::count_if(parts.begin(), parts.end(), [&](auto* p) { return stretches(*p); }));
-  const int wanted = HeightOf(Layout(Kind::Column, nullptr, column.parts), area.width);
+  const int wanted = ColumnHeight(column, area.width);
   const int extra = stretching > 0 ? std::max(0, area.height - wanted) / stretching : 0;
   int y = area.y;
   const Layout* before = nullptr;

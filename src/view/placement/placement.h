@@ -58,6 +58,7 @@ class Placement {
  private:
   int WidthOf(const Layout& part) const;
   int HeightOf(const Layout& part, int width) const;
+  int ColumnHeight(const Layout& column, int width) const;
   std::vector<int> RowWidths(const Layout& row, int width) const;
   int ColumnWidthOf(const Layout& column, const Layout& part, int width) const;
   int GapBetween(const Layout& before, const Layout& after) const;

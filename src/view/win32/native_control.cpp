@@ -1,0 +1,273 @@
+#include "view/win32/native_control.h"
+
+#include <algorithm>
+
+#include "view/win32/wide_text.h"
+// After the basic types of windows.h.
+#include <commctrl.h>
+
+namespace qb::win32 {
+
+// How each kind of control is shown. A check box and an option do not toggle themselves: their state
+// follows the control, whose handlers may take a click back.
+struct NativeControl::Kind {
+  const wchar_t* window_class;
+  DWORD style, ex_style;
+  void (NativeControl::*refresh)();
+  void (NativeControl::*act)(UINT code);
+};
+
+const NativeControl::Kind& NativeControl::KindOf(ControlKind kind) {
+  using C = NativeControl;
+  static const Kind frame{L"Button", BS_GROUPBOX, WS_EX_TRANSPARENT, &C::RefreshNothing, &C::ActNothing};
+  static const Kind label{L"Static", SS_LEFT | SS_NOTIFY, 0, &C::RefreshNothing, &C::ActNothing};
+  static const Kind link{L"SysLink", WS_TABSTOP, 0, &C::RefreshNothing, &C::ActLink};
+  static const Kind button{L"Button", BS_PUSHBUTTON | WS_TABSTOP, 0, &C::RefreshPushButton, &C::ActClick};
+  static const Kind check{L"Button", BS_CHECKBOX | BS_MULTILINE | WS_TABSTOP, 0, &C::RefreshMark, &C::ActClick};
+  static const Kind option{L"Button", BS_RADIOBUTTON | BS_MULTILINE, 0, &C::RefreshMark, &C::ActClick};
+  static const Kind list{L"ListBox",
+                         LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | LBS_HASSTRINGS | WS_VSCROLL | WS_HSCROLL | WS_TABSTOP,
+                         WS_EX_CLIENTEDGE, &C::RefreshList, &C::ActList};
+  static const Kind combo{L"ComboBox", CBS_DROPDOWNLIST | CBS_HASSTRINGS | WS_VSCROLL | WS_TABSTOP, 0, &C::RefreshCombo,
+                          &C::ActCombo};
+  static const Kind text{L"Edit", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, &C::RefreshText, &C::ActText};
+  static const Kind tabs{L"SysTabControl32", TCS_TOOLTIPS | WS_TABSTOP | WS_CLIPSIBLINGS, 0, &C::RefreshTabs,
+                         &C::ActTabs};
+  static const Kind progress{L"msctls_progress32", 0, 0, &C::RefreshProgress, &C::ActNothing};
+  switch (kind) {
+    case ControlKind::Frame:
+      return frame;
+    case ControlKind::Link:
+      return link;
+    case ControlKind::Button:
+      return button;
+    case ControlKind::CheckBox:
+      return check;
+    case ControlKind::Option:
+      return option;
+    case ControlKind::ListBox:
+      return list;
+    case ControlKind::ComboBox:
+      return combo;
+    case ControlKind::TextBox:
+      return text;
+    case ControlKind::TabStrip:
+      return tabs;
+    case ControlKind::ProgressBar:
+      return progress;
+    case ControlKind::Label:
+    case ControlKind::Timer:
+    case ControlKind::MenuItem:
+      break;
+  }
+  return label;
+}
+
+NativeControl::NativeControl(Control& control, HWND parent, int id, bool group_start) : control_(control) {
+  const Kind& kind = KindOf(control.kind());
+  DWORD style = kind.style | WS_CHILD | (group_start ? WS_GROUP : 0);
+  if (control.kind() == ControlKind::ListBox && static_cast<ListBox&>(control).MultiSelect()) style |= LBS_EXTENDEDSEL;
+  if (control.kind() == ControlKind::Option && group_start) style |= WS_TABSTOP;
+  // The parent gives the new window the number by which it reports to it.
+  window_ = ::CreateWindowExW(kind.ex_style, kind.window_class, L"", style, 0, 0, 0, 0, parent,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr);
+  // A radio button otherwise reports a click when it only gets the focus.
+  if (control.kind() == ControlKind::Option) Send(BM_SETDONTCLICK, TRUE);
+  Refresh();
+}
+
+LRESULT NativeControl::Send(UINT message, WPARAM wparam, LPARAM lparam) const {
+  return ::SendMessageW(window_, message, wparam, lparam);
+}
+
+LRESULT NativeControl::SendText(UINT message, WPARAM wparam, const std::string& text) const {
+  return Send(message, wparam, reinterpret_cast<LPARAM>(Wide(text).c_str()));
+}
+
+void NativeControl::SetFont(HFONT font) {
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+}
+
+void NativeControl::Put(const Box& box, bool shown) {
+  if (box != box_ && shown) {
+    box_ = box;
+    // The height of a closed combo box comes from its font; what is given here is that of the open one.
+    const int height = control_.kind() == ControlKind::ComboBox ? box.height * 12 : box.height;
+    ::SetWindowPos(window_, nullptr, box.x, box.y, box.width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+  }
+  if (shown == shown_) return;
+  shown_ = shown;
+  ::ShowWindow(window_, shown ? SW_SHOWNA : SW_HIDE);
+}
+
+bool NativeControl::Refresh() {
+  refreshing_ = true;
+  const bool text_changed = caption_ != control_.Caption();
+  if (text_changed) {
+    caption_ = control_.Caption();
+    const bool link = control_.kind() == ControlKind::Link;
+    ::SetWindowTextW(window_, Wide(link ? "<a>" + caption_ + "</a>" : caption_).c_str());
+  }
+  (this->*KindOf(control_.kind()).refresh)();
+  if (enabled_ != control_.Enabled()) {
+    enabled_ = control_.Enabled();
+    // The keyboard would be lost with the focus.
+    HWND form = ::GetParent(window_);
+    if (!enabled_ && ::GetFocus() == window_) ::SetFocus(::GetNextDlgTabItem(form, window_, FALSE));
+    ::EnableWindow(window_, enabled_);
+  }
+  refreshing_ = false;
+  return text_changed;
+}
+
+void NativeControl::RefreshPushButton() {
+  const UINT type = static_cast<Button&>(control_).Default() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+  const auto style = static_cast<UINT>(::GetWindowLongW(window_, GWL_STYLE));
+  if ((style & BS_TYPEMASK) != type) Send(BM_SETSTYLE, type, TRUE);
+}
+
+void NativeControl::RefreshMark() {
+  const bool set = control_.kind() == ControlKind::CheckBox ? static_cast<CheckBox&>(control_).Value() == 1
+                                                            : static_cast<OptionButton&>(control_).Value();
+  const WPARAM state = set ? BST_CHECKED : BST_UNCHECKED;
+  if (Send(BM_GETCHECK) != static_cast<LRESULT>(state)) Send(BM_SETCHECK, state);
+}
+
+// Brings the native list to `entries` by the fewest steps: a run adds lines by the hundred, and a list
+// that is filled anew each time would flicker and scroll back.
+void NativeControl::SyncEntries(const std::vector<std::string>& entries, UINT add, UINT remove, UINT clear) {
+  if (entries.empty() && !entries_.empty()) {
+    Send(clear);
+    entries_.clear();
+  }
+  for (std::size_t i = 0; entries_.size() > entries.size();) {
+    if (i < entries.size() && entries_[i] == entries[i]) {
+      ++i;
+      continue;
+    }
+    Send(remove, i);
+    entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(i));
+  }
+  while (entries_.size() < entries.size()) {
+    entries_.push_back(entries[entries_.size()]);
+    SendText(add, 0, entries_.back());
+  }
+}
+
+void NativeControl::WidenList(const std::string& entry) {
+  HDC dc = ::GetDC(window_);
+  HGDIOBJ old = ::SelectObject(dc, reinterpret_cast<HGDIOBJ>(Send(WM_GETFONT)));
+  const std::wstring text = Wide(entry);
+  SIZE size{};
+  ::GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
+  ::SelectObject(dc, old);
+  ::ReleaseDC(window_, dc);
+  if (size.cx <= widest_entry_) return;
+  widest_entry_ = size.cx;
+  Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest_entry_ + ::GetSystemMetrics(SM_CXEDGE) * 4));
+}
+
+void NativeControl::RefreshList() {
+  auto& list = static_cast<ListBox&>(control_);
+  const std::size_t before = entries_.size();
+  SyncEntries(list.Entries(), LB_ADDSTRING, LB_DELETESTRING, LB_RESETCONTENT);
+  for (std::size_t i = before; i < entries_.size(); ++i) WidenList(entries_[i]);
+  if (!list.MultiSelect()) {
+    if (Send(LB_GETCURSEL) != list.ListIndex()) Send(LB_SETCURSEL, static_cast<WPARAM>(list.ListIndex()));
+    return;
+  }
+  // Adding an entry changes no mark, and to compare all of them each time would take a square of their number.
+  const int first = entries_.size() > before ? static_cast<int>(before) : 0;
+  for (int i = first; i < list.ListCount(); ++i) {
+    const auto index = static_cast<WPARAM>(i);
+    if ((Send(LB_GETSEL, index) > 0) != list.Selected(i)) Send(LB_SETSEL, list.Selected(i), static_cast<LPARAM>(index));
+  }
+}
+
+void NativeControl::RefreshCombo() {
+  auto& combo = static_cast<ComboBox&>(control_);
+  SyncEntries(combo.Entries(), CB_ADDSTRING, CB_DELETESTRING, CB_RESETCONTENT);
+  if (Send(CB_GETCURSEL) != combo.ListIndex()) Send(CB_SETCURSEL, static_cast<WPARAM>(combo.ListIndex()));
+}
+
+namespace {
+
+std::string WindowText(HWND window) {
+  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(::GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return Narrow(text);
+}
+
+}  // namespace
+
+void NativeControl::RefreshText() {
+  // Setting the text that is there would move the caret to its start while the user types.
+  const std::string& text = static_cast<TextBox&>(control_).Text();
+  if (WindowText(window_) != text) ::SetWindowTextW(window_, Wide(text).c_str());
+}
+
+void NativeControl::RefreshTabs() {
+  auto& strip = static_cast<TabStrip&>(control_);
+  if (TabCtrl_GetItemCount(window_) == 0) {
+    for (const TabStrip::Page& page : strip.Pages()) {
+      std::wstring caption = Wide(page.caption);
+      TCITEMW item{};
+      item.mask = TCIF_TEXT;
+      item.pszText = caption.data();
+      Send(TCM_INSERTITEMW, static_cast<WPARAM>(TabCtrl_GetItemCount(window_)), reinterpret_cast<LPARAM>(&item));
+    }
+  }
+  if (TabCtrl_GetCurSel(window_) != strip.Tab()) TabCtrl_SetCurSel(window_, strip.Tab());
+}
+
+void NativeControl::RefreshProgress() {
+  auto& bar = static_cast<ProgressBar&>(control_);
+  Send(PBM_SETRANGE32, 0, bar.Max());
+  Send(PBM_SETPOS, static_cast<WPARAM>(bar.Value()));
+}
+
+void NativeControl::Act(UINT code) {
+  if (refreshing_ || WhyRefused(control_) != Refusal::None) return;
+  (this->*KindOf(control_.kind()).act)(code);
+}
+
+void NativeControl::ActClick(UINT code) {
+  if (code != BN_CLICKED) return;
+  Control& control = control_;  // outlives this object, which goes with its window
+  control.UserMouseDown();
+  if (WhyRefused(control) == Refusal::None) control.UserClick();
+}
+
+void NativeControl::ActList(UINT code) {
+  if (code != LBN_SELCHANGE) return;
+  std::vector<int> marked(static_cast<std::size_t>(std::max<LRESULT>(Send(LB_GETCOUNT), 0)));
+  auto& list = static_cast<ListBox&>(control_);
+  if (list.MultiSelect()) {
+    const LRESULT count = Send(LB_GETSELITEMS, marked.size(), reinterpret_cast<LPARAM>(marked.data()));
+    marked.resize(static_cast<std::size_t>(std::max<LRESULT>(count, 0)));
+  } else {
+    marked = {static_cast<int>(Send(LB_GETCURSEL))};
+  }
+  list.UserMark(marked);
+}
+
+void NativeControl::ActCombo(UINT code) {
+  auto& combo = static_cast<ComboBox&>(control_);
+  const int picked = static_cast<int>(Send(CB_GETCURSEL));
+  // Picking the entry that is picked already gives no CBN_SELCHANGE.
+  if (code == CBN_SELCHANGE || (code == CBN_SELENDOK && picked == combo.ListIndex())) combo.UserPick(picked);
+}
+
+void NativeControl::ActText(UINT code) {
+  if (code == EN_CHANGE) static_cast<TextBox&>(control_).UserType(WindowText(window_));
+}
+
+void NativeControl::ActLink(UINT code) {
+  if (code == static_cast<UINT>(NM_CLICK) || code == static_cast<UINT>(NM_RETURN)) ActClick(BN_CLICKED);
+}
+
+void NativeControl::ActTabs(UINT code) {
+  if (code == static_cast<UINT>(TCN_SELCHANGE)) static_cast<TabStrip&>(control_).UserPick(TabCtrl_GetCurSel(window_));
+}
+
+}  // namespace qb::win32

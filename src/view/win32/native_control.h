@@ -1,0 +1,65 @@
+// One standard Windows control that shows a control of a form and passes on what the user does to it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/win32/windows_api.h"
+#include "view/placement/placement.h"
+#include "widgets/controls.h"
+
+namespace qb::win32 {
+
+class NativeControl {
+ public:
+  // Makes the window as a hidden child of `parent`. `group_start` begins a group for the arrow keys.
+  NativeControl(Control& control, HWND parent, int id, bool group_start);
+
+  Control& control() const { return control_; }
+  HWND window() const { return window_; }
+  void SetFont(HFONT font);
+  // Moves and shows the window where that is a change.
+  void Put(const Box& box, bool shown);
+  // Makes the window show the present properties. True if its text changed and may need another size.
+  bool Refresh();
+  // What the control reported to its parent: the code of a WM_COMMAND or WM_NOTIFY. The form may be gone
+  // when this returns.
+  void Act(UINT code);
+
+ private:
+  struct Kind;
+  static const Kind& KindOf(ControlKind kind);
+
+  void RefreshPushButton();
+  void RefreshMark();
+  void RefreshList();
+  void RefreshCombo();
+  void RefreshText();
+  void RefreshTabs();
+  void RefreshProgress();
+  void RefreshNothing() {}
+  void ActClick(UINT code);
+  void ActList(UINT code);
+  void ActCombo(UINT code);
+  void ActText(UINT code);
+  void ActLink(UINT code);
+  void ActTabs(UINT code);
+  void ActNothing(UINT /*code*/) {}
+
+  LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
+  LRESULT SendText(UINT message, WPARAM wparam, const std::string& text) const;
+  void SyncEntries(const std::vector<std::string>& entries, UINT add, UINT remove, UINT clear);
+  void WidenList(const std::string& entry);
+
+  Control& control_;
+  HWND window_ = nullptr;
+  std::string caption_;
+  bool enabled_ = true;
+  Box box_;
+  bool shown_ = false;
+  bool refreshing_ = false;           // the window changes because a property did, not by the user
+  std::vector<std::string> entries_;  // what the native list holds
+  int widest_entry_ = 0;              // pixels
+};
+
+}  // namespace qb::win32

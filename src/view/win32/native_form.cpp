@@ -1,0 +1,493 @@
+#include "view/win32/native_form.h"
+
+#include <algorithm>
+
+#include "platform/win32/convert.h"
+#include "view/win32/wide_text.h"
+// After the basic types of windows.h.
+#include <commctrl.h>
+
+namespace qb::win32 {
+
+namespace {
+
+constexpr wchar_t kWindowClass[] = L"QuillbarrowWindow";
+constexpr int kFirstId = 100;  // above IDOK, IDCANCEL and their kin
+constexpr UINT kLayOutAgain = WM_APP;
+constexpr int kIconResource = 1;
+
+HICON ProgramIcon(int width_metric, int height_metric) {
+  return static_cast<HICON>(::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kIconResource), IMAGE_ICON,
+                                         ::GetSystemMetrics(width_metric), ::GetSystemMetrics(height_metric),
+                                         LR_SHARED));
+}
+
+// A form that can use more room may be resized; the others have a fixed frame.
+DWORD StyleOf(bool grows, bool main) {
+  if (grows) return WS_OVERLAPPEDWINDOW;
+  return WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | (main ? WS_MINIMIZEBOX : 0);
+}
+
+int ShowCommand(WindowState state) {
+  switch (state) {
+    case WindowState::Minimised:
+      return SW_SHOWMINIMIZED;
+    case WindowState::Maximised:
+      return SW_SHOWMAXIMIZED;
+    case WindowState::Normal:
+      break;
+  }
+  return SW_SHOWNORMAL;
+}
+
+RECT WorkArea(HWND window) {
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  ::GetMonitorInfoW(::MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &info);
+  return info.rcWork;
+}
+
+}  // namespace
+
+// While one stands, what happens to the window is the program's doing and no news for the form.
+class NativeForm::OwnChange {
+ public:
+  explicit OwnChange(NativeForm& form) : form_(form) { ++form_.own_changes_; }
+  ~OwnChange() { --form_.own_changes_; }
+  OwnChange(const OwnChange&) = delete;
+  OwnChange& operator=(const OwnChange&) = delete;
+
+ private:
+  NativeForm& form_;
+};
+
+NativeForm::NativeForm(Form& form, Host& host, HWND owner, bool main) : form_(form), host_(host), main_(main) {
+  WNDCLASSEXW window_class{};
+  window_class.cbSize = sizeof window_class;
+  window_class.lpfnWndProc = WindowProc;
+  window_class.hInstance = ::GetModuleHandleW(nullptr);
+  window_class.hCursor = ::LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));  // IDC_ARROW
+  window_class.hIcon = ProgramIcon(SM_CXICON, SM_CYICON);
+  window_class.hIconSm = ProgramIcon(SM_CXSMICON, SM_CYSMICON);
+  window_class.hbrBackground = ::GetSysColorBrush(COLOR_BTNFACE);
+  window_class.lpszClassName = kWindowClass;
+  ::RegisterClassExW(&window_class);  // fails from the second form on, which finds it made
+
+  OwnChange own(*this);
+  metrics_ = std::make_unique<Metrics>(DpiOf(owner));
+  style_ = StyleOf(Arranged().Grows(), main);
+  ex_style_ = WS_EX_CONTROLPARENT | (main ? WS_EX_APPWINDOW : WS_EX_DLGMODALFRAME);
+  ::CreateWindowExW(ex_style_, kWindowClass, Wide(form.Caption()).c_str(), style_, CW_USEDEFAULT, CW_USEDEFAULT,
+                    CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, window_class.hInstance, this);
+  page_background_.Update(window_);
+  tips_ = std::make_unique<ToolTips>(window_);
+  MakeControls(form.Arrangement(), false);
+  menu_.Build(window_, form.Menus());
+}
+
+NativeForm::~NativeForm() {
+  // No message of the window may find this object any more.
+  ::SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+  ::DestroyWindow(window_);
+}
+
+LRESULT CALLBACK NativeForm::WindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_NCCREATE) {
+    auto* self = static_cast<NativeForm*>(reinterpret_cast<CREATESTRUCTW*>(lparam)->lpCreateParams);
+    self->window_ = window;
+    ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+  }
+  auto* self = reinterpret_cast<NativeForm*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (self == nullptr) return ::DefWindowProcW(window, message, wparam, lparam);
+  return self->Handle(message, wparam, lparam);
+}
+
+LRESULT NativeForm::Default(UINT message, WPARAM wparam, LPARAM lparam) const {
+  return ::DefWindowProcW(window_, message, wparam, lparam);
+}
+
+// A handler of the form may unload it, and this object goes with it: a case that lets one run returns at
+// once and touches no member.
+LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_COMMAND:
+      OnCommand(LOWORD(wparam), HIWORD(wparam), lparam != 0);
+      return 0;
+    case WM_NOTIFY:
+      return OnNotify(lparam);
+    case WM_CLOSE:
+      StepOver(form_.Unload(UnloadMode::ControlMenu));
+      return 0;
+    case WM_QUERYENDSESSION:
+      return TRUE;  // a privacy program must not stand in the way of a shutdown
+    case WM_ENDSESSION:
+      if (wparam != FALSE && host_.IsMain(form_)) StepOver(form_.Unload(UnloadMode::WindowsSession));
+      return 0;
+    case WM_SIZE:
+      if (wparam != SIZE_MINIMIZED && sized_) LayOut();
+      return 0;
+    case kLayOutAgain:
+      layout_posted_ = false;
+      GrowToFit();
+      LayOut();
+      return 0;
+    case WM_GETMINMAXINFO:
+      if (sized_) {
+        const SIZE smallest = SmallestWindow();
+        reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {smallest.cx, smallest.cy};
+      }
+      return 0;
+    case WM_DPICHANGED:
+      ChangeResolution(HIWORD(wparam), *reinterpret_cast<RECT*>(lparam));
+      return 0;
+    case WM_WINDOWPOSCHANGED: {
+      const LRESULT result = Default(message, wparam, lparam);
+      if ((reinterpret_cast<WINDOWPOS*>(lparam)->flags & SWP_NOZORDER) == 0) host_.OrderChanged(form_);
+      TellForm();
+      return result;
+    }
+    case WM_SHOWWINDOW:
+      if (wparam != FALSE) GrowToFit();
+      return Default(message, wparam, lparam);
+    case WM_ACTIVATE:
+      if (LOWORD(wparam) == WA_INACTIVE) {
+        focus_ = ::GetFocus();
+        return 0;
+      }
+      return Default(message, wparam, lparam);
+    case WM_SETFOCUS:
+      OnFocus();
+      return 0;
+    case WM_ERASEBKGND:
+      EraseBackground(reinterpret_cast<HDC>(wparam));
+      return 1;
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN:
+      if (PaintPage(reinterpret_cast<HDC>(wparam), reinterpret_cast<HWND>(lparam))) {
+        return reinterpret_cast<LRESULT>(page_background_.brush());
+      }
+      return Default(message, wparam, lparam);
+    case WM_THEMECHANGED:
+    case WM_SYSCOLORCHANGE:
+      page_background_.Update(window_);
+      ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+      return Default(message, wparam, lparam);
+    case DM_GETDEFID: {
+      const int id = DefaultButton();
+      return id == 0 ? 0 : MAKELRESULT(id, DC_HASDEFID);
+    }
+    default:
+      return Default(message, wparam, lparam);
+  }
+}
+
+// ---- Controls ----
+
+void NativeForm::AddControl(Control& control, bool on_page) {
+  // The arrow keys move among the options of one group: a group begins at its first option and ends at
+  // the next control that is not of it.
+  const Control* before = controls_.empty() ? nullptr : &controls_.back()->control();
+  auto group_of = [](const Control* c) {
+    return c != nullptr && c->kind() == ControlKind::Option ? static_cast<const OptionButton*>(c)->Group()
+                                                            : std::string();
+  };
+  const bool group_start = group_of(before) != group_of(&control) || control.kind() != ControlKind::Option;
+  const int id = kFirstId + static_cast<int>(controls_.size());
+  controls_.push_back(std::make_unique<NativeControl>(control, window_, id, group_start));
+  NativeControl& made = *controls_.back();
+  made.SetFont(metrics_->font());
+  tips_->Set(made.window(), control.ToolTip());
+  if (on_page) on_page_.insert(made.window());
+  // The strip's body must lie behind what stands on its pages.
+  if (control.kind() == ControlKind::TabStrip) {
+    ::SetWindowPos(made.window(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  }
+}
+
+void NativeForm::MakeControls(const Layout& part, bool on_page) {
+  if (part.control != nullptr && part.kind != Layout::Kind::Tabs) AddControl(*part.control, on_page);
+  for (const Layout& child : part.parts) MakeControls(child, on_page || part.kind == Layout::Kind::Tabs);
+  // After its pages: new windows lie below the older ones, and the strip comes last for the Tab key, as
+  // in the property sheets of Windows.
+  if (part.kind == Layout::Kind::Tabs) AddControl(*part.control, on_page);
+}
+
+NativeControl* NativeForm::ControlOf(int id) const {
+  const int index = id - kFirstId;
+  return index >= 0 && index < static_cast<int>(controls_.size()) ? controls_[static_cast<std::size_t>(index)].get()
+                                                                  : nullptr;
+}
+
+NativeControl* NativeForm::ControlOf(const Control& control) const {
+  auto found = std::find_if(controls_.begin(), controls_.end(),
+                            [&](const auto& native) { return &native->control() == &control; });
+  return found == controls_.end() ? nullptr : found->get();
+}
+
+void NativeForm::ControlChanged(Control& control) {
+  if (control.kind() == ControlKind::MenuItem) {
+    if (!menu_.Refresh(static_cast<MenuItem&>(control))) menu_.Build(window_, form_.Menus());
+    return;
+  }
+  NativeControl* native = ControlOf(control);
+  // A frame that is not visible any more takes others with it, so all are placed anew.
+  bool place_again = false;
+  if (native != nullptr) {
+    place_again = native->Refresh();
+    tips_->Set(native->window(), control.ToolTip());
+    const bool shown = (::GetWindowLongW(native->window(), GWL_STYLE) & WS_VISIBLE) != 0;
+    place_again = place_again || shown != control.Visible();
+  }
+  if (control.kind() == ControlKind::TabStrip) return LayOut();
+  if (!place_again || layout_posted_) return;
+  // Later, once for all that changes together.
+  layout_posted_ = ::PostMessageW(window_, kLayOutAgain, 0, 0) != FALSE;
+}
+
+void NativeForm::OnCommand(int id, UINT code, bool from_control) {
+  if (from_control) {
+    if (NativeControl* control = ControlOf(id)) control->Act(code);
+    return;
+  }
+  if (id == IDCANCEL) {
+    for (const auto& control : controls_) {
+      if (control->control().kind() != ControlKind::Button) continue;
+      if (static_cast<Button&>(control->control()).CancelButton()) return control->Act(BN_CLICKED);
+    }
+    return;
+  }
+  // Enter asks for the default button by its number.
+  if (NativeControl* control = ControlOf(id)) return control->Act(BN_CLICKED);
+  ClickMenu(menu_.ItemOf(id));
+}
+
+void NativeForm::ClickMenu(MenuItem* item) {
+  if (item == nullptr || WhyRefused(*item) != Refusal::None) return;
+  item->UserMouseDown();
+  item->UserClick();
+}
+
+LRESULT NativeForm::OnNotify(LPARAM lparam) {
+  auto& header = *reinterpret_cast<NMHDR*>(lparam);
+  if (header.code == TTN_GETDISPINFOW) {
+    // The strip's own tool tip asks for the tip of a tab by its index.
+    for (const auto& control : controls_) {
+      if (control->control().kind() != ControlKind::TabStrip ||
+          TabCtrl_GetToolTips(control->window()) != header.hwndFrom) {
+        continue;
+      }
+      const auto& pages = static_cast<const TabStrip&>(control->control()).Pages();
+      if (header.idFrom >= pages.size()) return 0;
+      ::SendMessageW(header.hwndFrom, TTM_SETMAXTIPWIDTH, 0, ::MulDiv(360, static_cast<int>(metrics_->dpi()), 96));
+      // The tool tip reads the text after this returns.
+      tab_tip_ = Wide(pages[header.idFrom].tool_tip);
+      reinterpret_cast<NMTTDISPINFOW*>(lparam)->lpszText = tab_tip_.data();
+      return 0;
+    }
+    return 0;
+  }
+  if (NativeControl* control = ControlOf(static_cast<int>(header.idFrom))) control->Act(header.code);
+  return 0;
+}
+
+int NativeForm::DefaultButton() const {
+  for (std::size_t i = 0; i < controls_.size(); ++i) {
+    const Control& control = controls_[i]->control();
+    if (control.kind() == ControlKind::Button && static_cast<const Button&>(control).Default()) {
+      return kFirstId + static_cast<int>(i);
+    }
+  }
+  return 0;
+}
+
+// ---- Places and sizes ----
+
+SIZE NativeForm::SmallestWindow() const {
+  const Extent content = Arranged().Smallest();
+  const int margins = 2 * metrics_->Margin();
+  return WindowSize({content.width + margins, content.height + margins}, style_, ex_style_,
+                    ::GetMenu(window_) != nullptr, metrics_->dpi());
+}
+
+void NativeForm::GrowToFit() {
+  OwnChange own(*this);
+  RECT now{};
+  ::GetWindowRect(window_, &now);
+  const SIZE smallest = SmallestWindow();
+  const int width = sized_ ? std::max<int>(smallest.cx, now.right - now.left) : smallest.cx;
+  const int height = sized_ ? std::max<int>(smallest.cy, now.bottom - now.top) : smallest.cy;
+  const bool first = !sized_;
+  sized_ = true;
+  if (!first && (::IsIconic(window_) || ::IsZoomed(window_))) return;
+  ::SetWindowPos(window_, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  if (first) LayOut();
+}
+
+void NativeForm::LayOut() {
+  RECT client{};
+  ::GetClientRect(window_, &client);
+  const int margin = metrics_->Margin();
+  const Box area{margin, margin, static_cast<int>(client.right) - 2 * margin,
+                 static_cast<int>(client.bottom) - 2 * margin};
+  const bool visible = ::IsWindowVisible(window_) != FALSE;
+  if (visible) ::SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
+  for (const PlacedControl& placed : Arranged().Place(area)) {
+    if (NativeControl* native = ControlOf(*placed.control)) native->Put(placed.box, placed.shown);
+  }
+  if (!visible) return;
+  ::SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
+  ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void NativeForm::ChangeResolution(UINT dpi, const RECT& suggested) {
+  OwnChange own(*this);
+  auto old = std::move(metrics_);  // its font is in use until the controls have the new one
+  metrics_ = std::make_unique<Metrics>(dpi);
+  for (const auto& control : controls_) control->SetFont(metrics_->font());
+  ::SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+                 suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  GrowToFit();
+  LayOut();
+}
+
+void NativeForm::Center() {
+  GrowToFit();
+  OwnChange own(*this);
+  RECT window{};
+  ::GetWindowRect(window_, &window);
+  const RECT work = WorkArea(window_);
+  const int x = (work.left + work.right - (window.right - window.left)) / 2;
+  const int y = (work.top + work.bottom - (window.bottom - window.top)) / 2;
+  ::SetWindowPos(window_, nullptr, std::max<int>(x, work.left), std::max<int>(y, work.top), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// ---- Visibility, state, focus ----
+
+void NativeForm::ShowOrHide() {
+  OwnChange own(*this);
+  if (!form_.Visible()) {
+    ::ShowWindow(window_, SW_HIDE);
+    return;
+  }
+  ::ShowWindow(window_, ShowCommand(form_.State()));
+  ::SetForegroundWindow(window_);
+}
+
+void NativeForm::ApplyState() {
+  // A hidden window takes its state when it is shown.
+  if (!form_.Visible()) return;
+  OwnChange own(*this);
+  ::ShowWindow(window_, ShowCommand(form_.State()));
+}
+
+void NativeForm::ApplyCaption() {
+  ::SetWindowTextW(window_, Wide(form_.Caption()).c_str());
+}
+
+void NativeForm::TakeFocus() {
+  OwnChange own(*this);
+  ::SetForegroundWindow(window_);
+  ::SetFocus(window_);
+}
+
+void NativeForm::Repaint() {
+  ::RedrawWindow(window_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void NativeForm::TellForm() {
+  if (own_changes_ > 0 || !form_.Loaded()) return;
+  const bool visible = ::IsWindowVisible(window_) != FALSE;
+  if (visible != form_.Visible()) form_.ShownFromOutside(visible);
+  if (!visible) return;
+  const WindowState state = ::IsIconic(window_)   ? WindowState::Minimised
+                            : ::IsZoomed(window_) ? WindowState::Maximised
+                                                  : WindowState::Normal;
+  if (state != form_.State()) form_.StateFromOutside(state);
+}
+
+void NativeForm::OnFocus() {
+  const bool usable =
+      focus_ != nullptr && ::IsChild(window_, focus_) && ::IsWindowVisible(focus_) && ::IsWindowEnabled(focus_);
+  HWND next = usable ? focus_ : ::GetNextDlgTabItem(window_, nullptr, FALSE);
+  if (next != nullptr) ::SetFocus(next);
+}
+
+// ---- Keys and menus ----
+
+NativeControl* NativeForm::FrontTabs() const {
+  for (const auto& control : controls_) {
+    if (control->control().kind() == ControlKind::TabStrip && WhyRefused(control->control()) == Refusal::None) {
+      return control.get();
+    }
+  }
+  return nullptr;
+}
+
+// Ctrl+Tab and Ctrl+Shift+Tab go round the pages; Alt with the access key of a tab goes to it.
+bool NativeForm::TurnPage(const MSG& message) {
+  NativeControl* native = FrontTabs();
+  if (native == nullptr) return false;
+  auto& strip = static_cast<TabStrip&>(native->control());
+  const auto& pages = strip.Pages();
+  const int count = static_cast<int>(pages.size());
+  if (message.message == WM_KEYDOWN && message.wParam == VK_TAB && ::GetKeyState(VK_CONTROL) < 0) {
+    strip.UserPick((strip.Tab() + (::GetKeyState(VK_SHIFT) < 0 ? count - 1 : 1)) % count);
+    return true;
+  }
+  if (message.message != WM_SYSCHAR) return false;
+  auto upper = [](wchar_t c) {
+    return reinterpret_cast<ULONG_PTR>(::CharUpperW(reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(c))));
+  };
+  for (int i = 0; i < count; ++i) {
+    const std::wstring caption = Wide(pages[static_cast<std::size_t>(i)].caption);
+    const std::size_t mark = caption.find(L'&');
+    if (mark == std::wstring::npos || mark + 1 >= caption.size()) continue;
+    if (upper(caption[mark + 1]) != upper(static_cast<wchar_t>(message.wParam))) continue;
+    strip.UserPick(i);
+    return true;
+  }
+  return false;
+}
+
+bool NativeForm::TakeMessage(MSG& message) {
+  if (!::IsWindowEnabled(window_)) return false;
+  if (menu_.TranslateKey(window_, message)) return true;
+  if (TurnPage(message)) return true;
+  return ::IsDialogMessageW(window_, &message) != FALSE;
+}
+
+void NativeForm::PopupMenu(MenuItem& menu) {
+  menu.open = true;
+  MenuItem* chosen = menu_.Track(window_, menu);
+  const bool takes_click = chosen != nullptr && WhyRefused(*chosen) == Refusal::None;
+  menu.open = false;
+  if (!takes_click) return;
+  chosen->UserMouseDown();
+  chosen->UserClick();
+}
+
+// ---- Painting ----
+
+bool NativeForm::PaintPage(HDC dc, HWND control) const {
+  if (on_page_.count(control) == 0) return false;
+  ::SetBkMode(dc, TRANSPARENT);
+  return true;
+}
+
+void NativeForm::EraseBackground(HDC dc) const {
+  RECT client{};
+  ::GetClientRect(window_, &client);
+  ::FillRect(dc, &client, ::GetSysColorBrush(COLOR_BTNFACE));
+  // Themed controls have their background drawn by their parent, and the page is not the parent.
+  for (const auto& control : controls_) {
+    if (control->control().kind() != ControlKind::TabStrip || !::IsWindowVisible(control->window())) continue;
+    RECT page{};
+    ::GetWindowRect(control->window(), &page);
+    ::MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&page), 2);
+    TabCtrl_AdjustRect(control->window(), FALSE, &page);
+    ::FillRect(dc, &page, page_background_.brush());
+  }
+}
+
+}  // namespace qb::win32

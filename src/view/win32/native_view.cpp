@@ -1,0 +1,136 @@
+#include "view/win32/native_view.h"
+
+#include <algorithm>
+
+#include "platform/win32/convert.h"
+// After the basic types of windows.h.
+#include <commctrl.h>
+
+namespace qb::win32 {
+
+namespace {
+
+constexpr wchar_t kApplicationClass[] = L"ThunderRT6Main";
+constexpr wchar_t kApplicationTitle[] = L"Quillbarrow";
+
+}  // namespace
+
+NativeView::NativeView(Win32Messages& messages) : messages_(messages) {
+  const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES | ICC_LINK_CLASS};
+  ::InitCommonControlsEx(&wanted);
+  WNDCLASSW window_class{};
+  window_class.lpfnWndProc = ::DefWindowProcW;
+  window_class.hInstance = ::GetModuleHandleW(nullptr);
+  window_class.lpszClassName = kApplicationClass;
+  ::RegisterClassW(&window_class);
+  application_ = ::CreateWindowExW(WS_EX_TOOLWINDOW, kApplicationClass, kApplicationTitle, WS_POPUP, 0, 0, 0, 0,
+                                   nullptr, nullptr, window_class.hInstance, nullptr);
+  messages_.SetFilter([this](MSG& message) { return TakeMessage(message); });
+}
+
+NativeView::~NativeView() {
+  messages_.SetFilter({});
+  forms_.clear();
+  ::DestroyWindow(application_);
+}
+
+WindowHandle NativeView::ApplicationWindow() const {
+  return Wrap<WindowHandle>(application_);
+}
+
+NativeForm* NativeView::NativeOf(const Form& form) const {
+  auto found = forms_.find(&form);
+  return found == forms_.end() ? nullptr : found->second.get();
+}
+
+void NativeView::FormLoaded(Form& form) {
+  if (main_ == nullptr) main_ = &form;
+  NativeForm::Host& host = *this;
+  forms_[&form] = std::make_unique<NativeForm>(form, host, application_, IsMain(form));
+  OrderChanged(form);
+}
+
+void NativeView::FormUnloaded(Form& form) {
+  EndModal(form);
+  forms_.erase(&form);
+  if (IsMain(form)) main_ = nullptr;
+}
+
+void NativeView::FormChanged(Form& form, Aspect aspect) {
+  NativeForm* native = NativeOf(form);
+  if (native == nullptr) return;
+  switch (aspect) {
+    case Aspect::Visibility:
+      if (form.Visible() && form.Modal()) BeginModal(form, native->window());
+      // Before it hides, so that Windows finds another window of the program to activate.
+      if (!form.Visible()) EndModal(form);
+      return native->ShowOrHide();
+    case Aspect::State:
+      return native->ApplyState();
+    case Aspect::Caption:
+      return native->ApplyCaption();
+    case Aspect::Focus:
+      return native->TakeFocus();
+    case Aspect::Center:
+      return native->Center();
+    case Aspect::Repaint:
+      return native->Repaint();
+  }
+}
+
+void NativeView::ControlChanged(Control& control) {
+  if (NativeForm* native = NativeOf(control.form())) native->ControlChanged(control);
+}
+
+WindowHandle NativeView::WindowOf(const Form& form) const {
+  const NativeForm* native = NativeOf(form);
+  return native == nullptr ? WindowHandle::None : Wrap<WindowHandle>(native->window());
+}
+
+void NativeView::PopupMenu(Form& form, MenuItem& menu) {
+  if (NativeForm* native = NativeOf(form)) native->PopupMenu(menu);
+}
+
+void NativeView::OrderChanged(Form& form) {
+  if (!IsMain(form)) return;
+  const NativeForm* native = NativeOf(form);
+  if (native == nullptr) return;
+  // Tool tip and input method windows of the program would otherwise come between the two.
+  ::SetWindowPos(application_, native->window(), 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_NOSENDCHANGING);
+}
+
+bool NativeView::TakeMessage(MSG& message) {
+  const bool key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+  HWND root = key ? ::GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+  if (root == nullptr) return false;
+  for (const auto& [form, native] : forms_) {
+    if (native->window() == root) return native->TakeMessage(message);
+  }
+  return false;
+}
+
+void NativeView::BeginModal(Form& form, HWND window) {
+  if (std::any_of(modal_.begin(), modal_.end(), [&](const ModalForm& modal) { return modal.form == &form; })) return;
+  ModalForm modal{&form, {}};
+  HWND active = ::GetActiveWindow();
+  for (const auto& [other, native] : forms_) {
+    if (other == &form || !::IsWindowEnabled(native->window())) continue;
+    // Owned by the window that it was called from, it stays above that one.
+    if (native->window() == active) {
+      ::SetWindowLongPtrW(window, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(active));
+    }
+    ::EnableWindow(native->window(), FALSE);
+    modal.disabled.push_back(native->window());
+  }
+  modal_.push_back(std::move(modal));
+}
+
+void NativeView::EndModal(const Form& form) {
+  auto found = std::find_if(modal_.begin(), modal_.end(), [&](const ModalForm& modal) { return modal.form == &form; });
+  if (found == modal_.end()) return;
+  for (HWND window : found->disabled) ::EnableWindow(window, TRUE);
+  modal_.erase(found);
+}
+
+}  // namespace qb::win32
