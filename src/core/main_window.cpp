@@ -56,6 +56,9 @@ frmMain::frmMain(Services& services, FormWatcher& watcher, ProgramLife& life)
       lblJustKilled(*this, "lblJustKilled", ""),
       lblQuillbarrowed(*this, "lblQuillbarrowed", ""),
       cmdClearLog(*this, "cmdClearLog", " Clear Log"),
+      cmdSetCookies(*this, "cmdSetCookies", "Cookie Manager..."),
+      lblmoreinfo(*this, "lblmoreinfo", "more info on index.dat files"),
+      List3(*this, "List3"),
       Timer1(*this, "Timer1", 1000, true),
       Timer2(*this, "Timer2", 1000, true),
       Timer_HomePage(*this, "Timer_HomePage", 5000, false),
@@ -71,8 +74,12 @@ frmMain::frmMain(Services& services, FormWatcher& watcher, ProgramLife& life)
   cmdKILLALL.Click = [this] { life_.KillNow(); };
   cmdClearLog.Click = [this] { cmdClearLog_Click(); };
   lblURL.Click = [this] { services_.folders.Open_URL(kHomePage, services_.data_folder, Window()); };
+  cmdSetCookies.Click = [this] { life_.ShowCookieManager(); };
+  cmdSetCookies.SetToolTip("Choose the Internet Explorer cookies to keep");
+  lblmoreinfo.Click = [this] { lblmoreinfo_Click(); };
   Timer2.Click = [this] { Timer2_Timer(); };
   MakeTraceBoxes();
+  ArmIndexDatBoxes();
   MakeMenu();
 
   std::vector<Layout> pages;
@@ -105,6 +112,29 @@ void frmMain::AllBoxClicked(const TraceGroupRow& row) {
   }
 }
 
+void frmMain::ArmIndexDatBoxes() {
+  // Clearing one of these two acts at once, without a run.
+  const struct {
+    std::string_view box;
+    std::int16_t kind;
+  } rows[] = {{"chkWin_CacheIndexDat", 1}, {"chkWin_CookiesIndexDat", 0}};
+  for (const auto& row : rows) {
+    CheckBox& box = *boxes_.find(row.box)->second;
+    box.Click = [this, &box, kind = row.kind] {
+      if (box.Value() == 0) life_.TakeBackIndexDat(kind);
+    };
+  }
+}
+
+void frmMain::lblmoreinfo_Click() {
+  StepOver(platform().messages.MessageBoxA(
+      Window(),
+      "The index.dat files are databases in which Internet Explorer keeps its history, cache and cookies.  They are "
+      "always in-use by Windows and cannot be deleted while it runs.\r\n\r\nQuillbarrow arranges for them to go at "
+      "the next start of Windows.",
+      "index.dat Help", kBoxOk | kBoxInformation));
+}
+
 void frmMain::MakeMenu() {
   auto item = [this](MenuItem& menu, const char* name, const char* caption, Control::Handler click) -> MenuItem& {
     MenuItem& entry = Add<MenuItem>(name, caption);
@@ -117,6 +147,7 @@ void frmMain::MakeMenu() {
   item(file, "mnuAutoKillSettings", "Auto-Kill Setup Wizard...", [this] { SelectTab(kAutoKillTab); });
   item(file, "mnuBossKeySettings", "BossKey! Settings...", [this] { SelectTab(kBossKeyTab); });
   item(file, "Options", "AOL / MSN &Setup...", [this] { life_.ShowGeneralSetup(); }).shortcut = "Ctrl+S";
+  item(file, "mnuCookieSetup", "Cookie Manager...", [this] { life_.ShowCookieManager(); });
   item(file, "sep99", "-", nullptr);
   item(file, "mnuShutDown", "ShutDown &Quillbarrow", [this] { life_.ShutDown(); }).shortcut = "Ctrl+H";
   item(file, "line9", "-", nullptr);
@@ -131,8 +162,10 @@ Layout frmMain::TracePage(TraceGroup group) {
     CheckBox& box = *boxes_.find(classes[i].box)->second;
     (i < (classes.size() + 1) / 2 ? left : right).emplace_back(box);
   }
-  Control& all = *boxes_.find(RowOf(group).all_box)->second;
-  return Page({Row({Column(std::move(left)), Column(std::move(right))}), all});
+  std::vector<Layout> page{Row({Column(std::move(left)), Column(std::move(right))}),
+                           *boxes_.find(RowOf(group).all_box)->second};
+  if (group == TraceGroup::InternetExplorer) page.push_back(Row({cmdSetCookies, lblmoreinfo}));
+  return Page(std::move(page));
 }
 
 Layout frmMain::LogPage() {

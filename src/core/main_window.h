@@ -26,6 +26,7 @@ class frmMain : public Form, public RunWindow {
   void cmdClearLog_Click();
   void Timer2_Timer();
   void Exit_Click();
+  ListBox& CacheList() { return List3; }
   std::int16_t AutoKillMinutes() const { return auto_kill_page_.AutoKillMinutes; }
 
   // RunWindow
@@ -52,6 +53,8 @@ class frmMain : public Form, public RunWindow {
   Layout TracePage(TraceGroup group);
   Layout LogPage();
   void AllBoxClicked(const TraceGroupRow& row);
+  void ArmIndexDatBoxes();
+  void lblmoreinfo_Click();
 
   Services& services_;
   ProgramLife& life_;
@@ -64,6 +67,9 @@ class frmMain : public Form, public RunWindow {
   ProgressBar pBar;
   Label lblJustKilled, lblQuillbarrowed;
   Button cmdClearLog;
+  Button cmdSetCookies;
+  LinkLabel lblmoreinfo;
+  ListBox List3;  // the URLs of the cache; never shown
   Timer Timer1, Timer2, Timer_HomePage, Timer_AutoKill, Timer_DisableScriptDebug;
   AutoKillPage auto_kill_page_;
   BossKeyPage boss_key_page_;

@@ -13,15 +13,25 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
       products_(platform, services_.reg_settings, services_.settings, *this),
       main_window_(services_, watcher, *this),
       options_(services_, products_, watcher, [this] { ShowMainWindow(); }),
+      cookie_manager_(platform, platform.url_cache, services_.channels, services_.settings, services_.data_folder,
+                      watcher, [this] { main_window_.Refresh(); }),
       delete_path_(platform, services_.channels, services_.history_removed, main_window_.Bar(),
                    [this] { return ended_; }),
+      file_analyzer_(platform, services_.channels),
       named_traces_(delete_path_, services_.history_removed),
       firefox_traces_(services_.profiles, services_.folders, named_traces_),
       chrome_traces_(services_.profiles, named_traces_),
       safari_traces_(services_.profiles, named_traces_),
       aol_traces_(services_.settings, named_traces_),
+      ie_traces_({platform, services_.settings, services_.folders, products_, services_.profiles, delete_path_,
+                  file_analyzer_, named_traces_, services_.history_removed, cookie_manager_, main_window_.CacheList(),
+                  main_window_.Bar()}),
+      index_dat_(platform, services_.channels, services_.folders, products_, ie_folders_moved_,
+                 services_.history_removed, main_window_),
+      auto_complete_(platform, services_.reg_settings, services_.history_removed),
       windows_traces_(platform, delete_path_, services_.folders, products_, services_.history_removed, main_window_),
-      units_{firefox_traces_, chrome_traces_, safari_traces_, aol_traces_, windows_traces_},
+      units_{firefox_traces_, chrome_traces_, safari_traces_, aol_traces_,
+             ie_traces_,      index_dat_,     auto_complete_, windows_traces_},
       run_log_(platform, services_.settings, services_.run, main_window_, services_.thumbs),
       kill_run_(platform, services_.settings, services_.profiles, services_.run, main_window_, run_log_, units_,
                 services_.history_removed) {}
@@ -73,6 +83,7 @@ void Program::MainWindowUnload(bool& cancel) {
     main_window_.Hide();
     return;
   }
+  StepOver(cookie_manager_.Unload());
   StepOver(options_.Unload());
   ended_ = true;
 }

@@ -4,10 +4,12 @@
 #include <memory>
 #include <string>
 
+#include "cookies/cookie_manager.h"
 #include "core/general_setup.h"
 #include "core/main_window.h"
 #include "core/program_life.h"
 #include "core/services.h"
+#include "delete/file_analyzer.h"
 #include "kill/kill_run.h"
 
 namespace qb {
@@ -30,6 +32,8 @@ class Program : public ProgramLife, public SetupAsker {
   Services& services() { return services_; }
   frmMain& main_window() { return main_window_; }
   frmOptions& options() { return options_; }
+  frmCookieManager& cookie_manager() { return cookie_manager_; }
+  clsFileAnalyzer& file_analyzer() { return file_analyzer_; }
   KillRun& kill_run() { return kill_run_; }
   RunLog& run_log() { return run_log_; }
   DeletePath& delete_path() { return delete_path_; }
@@ -49,6 +53,8 @@ class Program : public ProgramLife, public SetupAsker {
   void MainWindowUnload(bool& cancel) override;
   void KillNow() override { kill_run_.cmdKILLALL_Click(); }
   void ShowGeneralSetup() override { options_.Show(); }
+  void ShowCookieManager() override { cookie_manager_.OpenAnew(); }
+  void TakeBackIndexDat(std::int16_t kind) override { index_dat_.Clear_Auto_Exec2(kind); }
   void AskForSelection() override {}
   void ShutDown() override;
   void ShowMainWindow() override;
@@ -71,12 +77,17 @@ class Program : public ProgramLife, public SetupAsker {
   ProductFolders products_;
   frmMain main_window_;
   frmOptions options_;
+  frmCookieManager cookie_manager_;
   DeletePath delete_path_;
+  clsFileAnalyzer file_analyzer_;
   NamedTraces named_traces_;
   FirefoxTraces firefox_traces_;
   ChromeTraces chrome_traces_;
   SafariTraces safari_traces_;
   AolTraces aol_traces_;
+  IeTraces ie_traces_;
+  IndexDat index_dat_;
+  AutoCompleteStore auto_complete_;
   WindowsTraces windows_traces_;
   TraceUnits units_;
   RunLog run_log_;

@@ -1,6 +1,8 @@
 // What the windows ask of the life of the program.
 #pragma once
 
+#include <cstdint>
+
 namespace qb {
 
 class ProgramLife {
@@ -16,6 +18,10 @@ class ProgramLife {
   virtual bool Ended() const = 0;
 
   virtual void KillNow() = 0;
+  // The Cookie Manager with both lists built afresh.
+  virtual void ShowCookieManager() = 0;
+  // Takes lines of one kind back out of what is arranged for the next start of Windows.
+  virtual void TakeBackIndexDat(std::int16_t kind) = 0;
   virtual void ShowGeneralSetup() = 0;
   // Opens the wizard's window for a user who never selected anything for the unattended run.
   virtual void AskForSelection() = 0;

@@ -60,6 +60,7 @@ void Program::MainWindowLoaded() {
   services_.reg_settings.SetAppName(ProductScope::kRestAppName);
   products_.GetWinDirs();
   Create_Data_Folder();
+  cookie_manager_.Load();
   DeleteLeftovers(kIndexLeftovers);
   ComputeShortFolders();
   main_window_.Center();

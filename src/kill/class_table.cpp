@@ -111,21 +111,40 @@ constexpr TraceClass kClasses[] = {
     {AOL, "WIN_AOL", "chkWin_AOL", "URL address drop-list box", "AOL address URL drop-list", 8,
      [](TraceUnits& units) { units.aol.Kill_AOL_Droplist(); }, true},
 
-    {InternetExplorer, "IE_droplist", "chkIE_droplist", "URL address drop-list box", kTipDroplist, 2, nullptr, true},
-    {InternetExplorer, "IE_history", "chkIE_history", "Internet History file", kTipHistory, 3},
-    {InternetExplorer, "IE_cache", "chkIE_cache", "Temp Internet Files", kTipCache, 4},
-    {InternetExplorer, "IE_cookies", "chkIE_cookies", "Cookies", kTipCookies, 5, nullptr, true},
+    {InternetExplorer, "IE_droplist", "chkIE_droplist", "URL address drop-list box", kTipDroplist, 2,
+     [](TraceUnits& units) { units.ie.Kill_Typed_URLs(); }, true},
+    {InternetExplorer, "IE_history", "chkIE_history", "Internet History file", kTipHistory, 3,
+     [](TraceUnits& units) {
+       units.ie.Kill_History_Store();
+       units.ie.Kill_History_Helper();
+     }},
+    {InternetExplorer, "IE_cache", "chkIE_cache", "Temp Internet Files", kTipCache, 4,
+     [](TraceUnits& units) {
+       units.ie.Kill_Cache_Entries(CachePass::Pages);
+       units.ie.Kill_Temp_Helper();
+     }},
+    {InternetExplorer, "IE_cookies", "chkIE_cookies", "Cookies", kTipCookies, 5,
+     [](TraceUnits& units) {
+       units.ie.Kill_Cookie_Files();
+       units.ie.Kill_Cache_Entries(CachePass::Cookies);
+       units.ie.Kill_Cookies_Helper();
+     }, true},
     // Deliberate: by itself this class does its work and counts as nothing selected.
-    {InternetExplorer, "IE_autocomplete", "chkIE_AutoComplete", "AutoComplete", kTipAutoComplete, 9, nullptr, true,
-     false},
+    {InternetExplorer, "IE_autocomplete", "chkIE_AutoComplete", "AutoComplete", kTipAutoComplete, 9,
+     [](TraceUnits& units) { units.auto_complete.Kill_IE_AutoComplete(); }, true, false},
     {InternetExplorer, "IE_indexdat", "chkIE_IndexDat", "index.dat files",
-     "Clear the index.dat files at Windows boot-up, click on the more info link to the right for more information", 12},
-    {InternetExplorer, "IE_Recovery", "chkIE_Recovery", "IE crash recovery data", kTipHistory, 53},
+     "Clear the index.dat files at Windows boot-up, click on the more info link to the right for more information", 12,
+     [](TraceUnits& units) { units.index_dat.Schedule(); }},
+    {InternetExplorer, "IE_Recovery", "chkIE_Recovery", "IE crash recovery data", kTipHistory, 53,
+     [](TraceUnits& units) { units.ie.Kill_IE_Recovery(); }},
     {InternetExplorer, "IE_Google", "chkIE_Google", "Google Toolbar history",
      "Checking this will kill the Google Bar history list in Internet Explorer.  You must close all Internet Explorer "
-     "windows to see the effect.", 25},
-    {InternetExplorer, "IE_SearchHistory", "chkIE_SearchHistory", "Search Button history", kTipDroplist, 26},
-    {InternetExplorer, "MSEdge", "chkIE_MSEdge", "MS Edge Browser / WebCache", kTipCache, 54},
+     "windows to see the effect.", 25,
+     [](TraceUnits& units) { units.ie.Kill_Google_Bar(); }},
+    {InternetExplorer, "IE_SearchHistory", "chkIE_SearchHistory", "Search Button history", kTipDroplist, 26,
+     [](TraceUnits& units) { units.ie.Kill_Search_History(); }},
+    {InternetExplorer, "MSEdge", "chkIE_MSEdge", "MS Edge Browser / WebCache", kTipCache, 54,
+     [](TraceUnits& units) { units.ie.Kill_Edge_Cache(); }},
 
     {Windows, "WIN_StartRun", "chkWin_StartRun", "Windows Start, Run drop-list",
      "Clear the Windows run drop-list bar (Start button, Run, click drop-list)", 6,
@@ -136,10 +155,11 @@ constexpr TraceClass kClasses[] = {
     {Windows, "", "chkWin_CacheIndexDat", "Wipe index.dat in Temp Internet Files folder",
      "Delete the index.dat database in your Windows Temp Internet Files folder at Windows startup, to disable this, "
      "simply uncheck it (you do not need to press the Kill Button) (click the more info link above for more info on "
-     "this)", 12},
+     "this)", 12, [](TraceUnits& units) { units.index_dat.TakeBackUnlessTicked("chkWin_CookiesIndexDat", 0); }},
     {Windows, "", "chkWin_CookiesIndexDat", "Wipe index.dat in Cookies folder",
      "Delete the index.dat database in your Windows cookies folder at Windows startup, to disable this, simply uncheck "
-     "it (you do not need to press the Kill Button) (click the more info link above for more info on this)", 13},
+     "it (you do not need to press the Kill Button) (click the more info link above for more info on this)", 13,
+     [](TraceUnits& units) { units.index_dat.TakeBackUnlessTicked("chkWin_CacheIndexDat", 1); }},
     {Windows, "REGMediaPlayer", "chkWin_MediaPlayer", "Windows Media player recent URL/file list",
      "Clear the Windows Media Player recent URL and file lists", 14,
      [](TraceUnits& units) { units.windows.Kill_Media_Player(); }},

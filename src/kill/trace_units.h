@@ -2,8 +2,11 @@
 #pragma once
 
 #include "kill/aol_traces.h"
+#include "kill/auto_complete.h"
 #include "kill/chrome_traces.h"
 #include "kill/firefox_traces.h"
+#include "kill/ie_traces.h"
+#include "kill/index_dat.h"
 #include "kill/safari_traces.h"
 #include "kill/windows_traces.h"
 
@@ -14,6 +17,9 @@ struct TraceUnits {
   ChromeTraces& chrome;
   SafariTraces& safari;
   AolTraces& aol;
+  IeTraces& ie;
+  IndexDat& index_dat;
+  AutoCompleteStore& auto_complete;
   WindowsTraces& windows;
 };
 

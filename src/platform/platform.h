@@ -2,12 +2,15 @@
 // itself, and a machine in a folder. All calls are made from one thread.
 #pragma once
 
+#include "platform/com.h"
 #include "platform/files.h"
+#include "platform/key_security.h"
 #include "platform/messages.h"
 #include "platform/processes.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
 #include "platform/system.h"
+#include "platform/url_cache.h"
 
 namespace qb {
 
@@ -18,6 +21,9 @@ struct Platform {
   System& system;
   Processes& processes;
   Messages& messages;
+  UrlCache& url_cache;
+  Com& com;
+  KeySecurity& key_security;
 };
 
 }  // namespace qb

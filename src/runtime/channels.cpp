@@ -15,6 +15,7 @@ struct ModeRights {
 ModeRights RightsOf(ChannelMode mode) {
   switch (mode) {
     case ChannelMode::Input:
+    case ChannelMode::BinaryInput:
       return {kGenericRead, kOpenExisting};
     case ChannelMode::Output:
       return {kGenericWrite, kCreateAlways};
@@ -153,6 +154,7 @@ RuntimeError Channels::Put(int number, std::uint64_t position, std::string_view 
 
 RuntimeError Channels::Get(int number, std::uint64_t position, std::uint64_t count, std::string& bytes) {
   Channel* channel = Find(number, ChannelMode::Binary);
+  if (channel == nullptr) channel = Find(number, ChannelMode::BinaryInput);
   if (channel == nullptr || position == 0) return RuntimeError::BadFileNumber;
   auto place = files_.SetFilePointer(channel->file, static_cast<std::int64_t>(position - 1), SeekFrom::Begin);
   if (!place.ok()) return FromWindows(place.error);

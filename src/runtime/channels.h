@@ -13,10 +13,11 @@
 namespace qb {
 
 enum class ChannelMode {
-  Input,   // the file must exist
-  Output,  // cut to length 0, or made
-  Append,  // written at its end, or made
-  Binary   // read and written at any place, or made
+  Input,       // the file must exist
+  Output,      // cut to length 0, or made
+  Append,      // written at its end, or made
+  Binary,      // read and written at any place, or made
+  BinaryInput  // read at any place; the file must exist, and may be read-only
 };
 
 class Channels {
@@ -53,7 +54,7 @@ class Channels {
   RuntimeError Print(int number, std::string_view text);
   // Binary: the bytes at a place counted from 1, over what is there.
   RuntimeError Put(int number, std::uint64_t position, std::string_view bytes);
-  // Binary: `count` bytes from a place counted from 1; fewer where the file ends.
+  // Binary and BinaryInput: `count` bytes from a place counted from 1; fewer where the file ends.
   RuntimeError Get(int number, std::uint64_t position, std::uint64_t count, std::string& bytes);
   // The length of the file in bytes; BadFileNumber for a number that is not open.
   Result<std::uint64_t> Length(int number) const;

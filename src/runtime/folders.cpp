@@ -6,7 +6,7 @@ namespace qb {
 
 namespace {
 
-bool MatchUpper(std::string_view pattern, std::string_view name) {
+bool MatchExactly(std::string_view pattern, std::string_view name) {
   std::size_t p = 0, n = 0, star = std::string_view::npos, resume = 0;
   while (n < name.size()) {
     if (p < pattern.size() && (pattern[p] == '?' || pattern[p] == name[n]) && pattern[p] != '*') {
@@ -32,9 +32,9 @@ std::string_view LastComponent(std::string_view path) {
 
 }  // namespace
 
-bool MatchesPattern(std::string_view pattern, std::string_view name) {
+bool MatchesPattern(std::string_view pattern, std::string_view name, bool match_case) {
   if (pattern == "*.*") return true;
-  return MatchUpper(UpperCase(pattern), UpperCase(name));
+  return match_case ? MatchExactly(pattern, name) : MatchExactly(UpperCase(pattern), UpperCase(name));
 }
 
 std::vector<FolderEntry> ListEntries(Files& files, std::string_view pattern, std::uint32_t attribute_mask) {

@@ -25,8 +25,8 @@ inline constexpr std::uint32_t kListFiles = 0;
 inline constexpr std::uint32_t kListEverything =
     kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeDirectory;  // 23
 
-// True if the whole name matches a pattern with * and ?, without regard to case; "*.*" matches all.
-bool MatchesPattern(std::string_view pattern, std::string_view name);
+// True if the whole name matches a pattern with * and ?; "*.*" matches all. Case counts only with `match_case`.
+bool MatchesPattern(std::string_view pattern, std::string_view name, bool match_case = false);
 
 // Names that match the pattern in the path's last component, in the system's order, "." and ".." left
 // out. Windows also matches 8.3 names; an entry whose long name does not match is left out. Empty if

@@ -62,6 +62,8 @@ class Gate {
 
   // From now on every operation fails and nothing changes any more: as if the power went.
   void PowerOff() { powered_ = false; }
+  // Once no program of before runs any more.
+  void PowerOn() { powered_ = true; }
   bool Powered() const { return powered_; }
 
  private:

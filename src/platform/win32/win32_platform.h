@@ -3,6 +3,8 @@
 
 #include "platform/platform.h"
 #include "platform/win32/win32_files.h"
+#include "platform/win32/win32_internet.h"
+#include "platform/win32/win32_key_security.h"
 #include "platform/win32/win32_messages.h"
 #include "platform/win32/win32_processes.h"
 #include "platform/win32/win32_registry.h"
@@ -37,7 +39,11 @@ class Win32Platform {
   Win32System system_;
   Win32Processes processes_;
   Win32Messages messages_;
-  Platform platform_{registry_, files_, shell_, system_, processes_, messages_};
+  Win32UrlCache url_cache_;
+  Win32Com com_objects_;
+  Win32KeySecurity key_security_;
+  Platform platform_{registry_, files_,     shell_,       system_,      processes_,
+                     messages_, url_cache_, com_objects_, key_security_};
 };
 
 }  // namespace qb::win32

@@ -1,0 +1,115 @@
+#include "kill/auto_complete.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "runtime/text.h"
+#include "settings/registry_text.h"
+
+namespace qb {
+
+namespace {
+
+constexpr std::string_view kStore = "Software\\Microsoft\\Protected Storage System Provider";
+constexpr std::string_view kStoreLabel = "HKEY_CURRENT_USER\\Software\\Microsoft\\Protected Storage System Provider";
+constexpr std::uint32_t kGenericAll = 0x10000000;
+
+constexpr std::string_view kDataKeys[] = {"Q:STRINGDATA",  "SEARCHTEXT",    "SEARCHTEXT:STRINGDATA",
+                                          "SEARCHTEXT:STRINGINDEX", "P:STRINGDATA", "P:STRINGINDEX",
+                                          "Q",             "QUERY",         "Q:STRINGINDEX"};
+
+constexpr int kNameBuffer = 255;
+constexpr int kKeyNameBuffer = 256;
+
+bool HoldsData(std::string_view key_name) {
+  return std::find(std::begin(kDataKeys), std::end(kDataKeys), UpperCase(key_name)) != std::end(kDataKeys);
+}
+
+}  // namespace
+
+void AutoCompleteStore::Report_Key_Error(Error code, std::string_view /*step*/) { StepOver(code); }
+
+void AutoCompleteStore::Kill_IE_AutoComplete() {
+  std::array<char, kNameBuffer> buffer{};
+  auto length = platform_.system.GetUserNameA(buffer);
+  const std::string user = length.ok() ? TextOf(buffer) : std::string();
+  Set_Key_Open_Access(KeyHandle::CurrentUser, kStore, user, kGenericAll);
+  Open_Key_Tree(KeyHandle::CurrentUser, kStore, kStoreLabel, user, kGenericAll);
+  Delete_Key_Tree(KeyHandle::CurrentUser, std::string(kStore));
+  history_removed_.Add(1);
+}
+
+void AutoCompleteStore::Set_Key_Open_Access(KeyHandle root, std::string_view key, const std::string& user,
+                                            std::uint32_t /*access*/) {
+  std::array<char, kNameBuffer> identifier{};
+  std::uint32_t domain_size = 0;
+  StepOver(security_.LookupAccountNameA(user, identifier, Buffer(), domain_size));
+  std::string domain(domain_size, '\0');
+  // The account must be there; its identifier is not built into the new protection.
+  if (Error error = security_.LookupAccountNameA(user, identifier, domain, domain_size); !Ok(error)) {
+    return Report_Key_Error(error, "LookUpAccountName");
+  }
+  auto open = platform_.registry.RegOpenKeyExA(root, key, kWriteDac);
+  if (!open.ok()) return Report_Key_Error(open.error, "RegOpenKeyEx");
+  KeyCloser closer(platform_.registry, open.value);
+
+  std::uint32_t size = 0;
+  std::string old_descriptor;
+  if (security_.RegGetKeySecurity(open.value, kDaclInformation, old_descriptor, size) == Error::InsufficientBuffer) {
+    old_descriptor.resize(size);
+    StepOver(security_.RegGetKeySecurity(open.value, kDaclInformation, old_descriptor, size));
+  }
+  std::array<char, kDescriptorLength> descriptor{};
+  if (Error error = security_.InitializeSecurityDescriptor(descriptor, kDescriptorRevision); !Ok(error)) {
+    return Report_Key_Error(error, "InitializeSecurityDescriptor");
+  }
+  if (Error error = security_.RegSetKeySecurity(open.value, kDaclInformation, descriptor); !Ok(error)) {
+    Report_Key_Error(error, "RegSetKeySecurity");
+  }
+}
+
+void AutoCompleteStore::Open_Key_Tree(KeyHandle root, std::string_view key, std::string_view label,
+                                      const std::string& user, std::uint32_t access) {
+  // Deliberate: this handle is not closed.
+  auto open = platform_.registry.RegOpenKeyExA(root, key, kKeyRead);
+  if (!open.ok()) return;
+  for (std::uint32_t index = 0;; ++index) {
+    std::array<char, kNameBuffer> buffer{};
+    platform_.messages.PumpMessages();
+    std::uint32_t length = 0;
+    if (!Ok(security_.RegEnumKeyExA(open.value, index, buffer, length))) return;
+    const std::string name = Trim(TextOf(buffer));
+    Set_Key_Open_Access(open.value, name, user, access);
+    Open_Key_Tree(open.value, name, label, user, access);
+  }
+}
+
+void AutoCompleteStore::Delete_Key_Tree(KeyHandle root, const std::string& key) {
+  auto open = platform_.registry.RegOpenKeyExA(root, key, kKeyAllAccess);
+  if (!open.ok()) return;
+  KeyCloser closer(platform_.registry, open.value);
+  // All names first, so that removing does not disturb the places.
+  std::vector<std::string> names;
+  std::array<char, kKeyNameBuffer> buffer{};
+  for (std::uint32_t index = 0; Ok(platform_.registry.RegEnumKeyA(open.value, index, buffer)); ++index) {
+    names.push_back(TextOf(buffer));
+    buffer.fill('\0');
+  }
+  for (const std::string& name : names) {
+    Delete_Key_Tree(root, key + "\\" + name);
+    if (HoldsData(name)) StepOver(platform_.registry.RegDeleteKeyA(open.value, name));
+  }
+}
+
+void AutoCompleteStore::RenableAutoComplete() {
+  constexpr std::string_view kSection = "CurrentVersion\\Explorer\\AutoComplete";
+  ProductScope scope(reg_, "Microsoft", "Windows");
+  StepOver(reg_.SaveSetting2(kSection, "Append Completion", "yes"));
+  StepOver(reg_.SaveSetting2(kSection, "Auto Suggest", "yes"));
+  // Deliberate: this one section ends in a backslash.
+  StepOver(reg_.SaveSetting2(std::string(kSection) + "\\", "AutoSuggest", "yes"));
+  StepOver(reg_.SaveSetting2(kSection, "Use AutoComplete", "yes"));
+}
+
+}  // namespace qb

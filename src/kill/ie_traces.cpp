@@ -1,0 +1,175 @@
+#include "kill/ie_traces.h"
+
+#include <algorithm>
+
+#include "cookies/keep_matcher.h"
+#include "kill/windows_traces.h"
+
+namespace qb {
+
+namespace {
+
+constexpr std::string_view kTypedUrls[] = {
+    "Software\\Microsoft\\Internet Explorer\\TypedURLs",
+    "Software\\Microsoft\\Internet Explorer\\TypedURLsX",
+};
+constexpr std::string_view kYahooUrls[] = {"Software\\Yahoo\\Browser\\Typed Urls"};
+constexpr std::string_view kGoogleHistory[] = {"Software\\Google\\NavClient\\1.1\\History"};
+constexpr std::string_view kSearchLists[] = {
+    "Software\\Microsoft\\Search Assistant\\ACMru\\5001",
+    "Software\\Microsoft\\Search Assistant\\ACMru\\5603",
+    "Software\\Microsoft\\Search Assistant\\ACMru\\5604",
+    "Software\\Microsoft\\Search Assistant\\ACMru\\5647",
+};
+constexpr std::string_view kRecoveryFolders[] = {"\\Active", "\\Last Active", "\\High", "\\Immersive"};
+
+
+constexpr std::string_view kHistoryClass = "{3C374A40-BAE4-11CF-BF7D-00AA006946EE}";      // CUrlHistory
+constexpr std::string_view kHistoryInterface = "{AFA0DC11-C313-11D0-831A-00C04FD5AE38}";  // IUrlHistoryStg2
+constexpr std::uint32_t kInProcess = 3;
+constexpr std::uint32_t kClearHistory = 36;  // byte offsets in the interface's table
+constexpr std::uint32_t kRelease = 8;
+
+constexpr std::string_view kHelper = "Ashbrine.exe";
+constexpr std::string_view kEdgeScript = "ClearIEcache.cmd";
+constexpr int kHidden = 0;
+
+// The program's own sites: their cookies and cache entries are spared. A word that begins the text does
+// not count.
+constexpr std::string_view kNeverDelete[] = {"quillbarrow", "ferrowick", "brackenholt"};
+
+bool NeverDelete(const std::string& lower_text) {
+  return std::any_of(std::begin(kNeverDelete), std::end(kNeverDelete), [&](std::string_view word) {
+    const std::size_t place = lower_text.find(word);
+    return place != std::string::npos && place > 0;
+  });
+}
+
+// The whole row, and the row up to its "[", in small letters.
+std::vector<std::string> LowerRows(const std::vector<std::string>& rows) {
+  std::vector<std::string> lower;
+  for (const std::string& row : rows) lower.push_back(LowerCase(row));
+  return lower;
+}
+
+std::vector<std::string> CutRows(const std::vector<std::string>& rows) {
+  std::vector<std::string> cut = LowerRows(rows);
+  for (std::string& row : cut) row = Strip_Cookie_Suffix(row);
+  return cut;
+}
+
+}  // namespace
+
+std::string Strip_Cookie_Suffix(const std::string& text) {
+  // Deliberate: without a "[" the cut fails and nothing is left, which then stands in every text.
+  const std::size_t bracket = text.find('[');
+  return bracket == std::string::npos ? std::string() : text.substr(0, bracket);
+}
+
+void IeTraces::GetCacheURLList() {
+  reach_.cache_list.Clear();
+  for (std::string& url : CacheUrls(reach_.platform.url_cache)) reach_.cache_list.AddItem(std::move(url));
+}
+
+void IeTraces::Kill_Typed_URLs() {
+  double sum = CountAndDeleteKeys(reach_.platform, kTypedUrls);
+  const std::string& user = reach_.settings.Text(Setting::MSN8Profile);
+  if (user.size() > 1) {
+    const std::string msn = "Software\\Microsoft\\MSN6\\Users\\" + user + "\\TypedURLs";
+    const std::string_view keys[] = {msn};
+    sum += CountAndDeleteKeys(reach_.platform, keys);
+  }
+  sum += CountAndDeleteKeys(reach_.platform, kYahooUrls);
+  reach_.history_removed.Add(sum);
+}
+
+void IeTraces::Kill_History_Store() {
+  auto store = reach_.platform.com.CoCreateInstance(kHistoryClass, kInProcess, kHistoryInterface);
+  if (!store.ok()) return;
+  StepOver(reach_.platform.com.DispCallFunc(store.value, kClearHistory, kCallStdcall, kResultLong));
+  StepOver(reach_.platform.com.DispCallFunc(store.value, kRelease, kCallStdcall, kResultLong));
+}
+
+void IeTraces::RunHelper(std::string_view program, std::string_view parameters) {
+  const std::string path = Add_Backslash(reach_.folders.ProgramFolder()) + std::string(program);
+  // A helper that is not there is not looked for anywhere else.
+  if (!reach_.delete_path.File_Can_Open(path)) return;
+  WindowHandle owner = reach_.bar.form().Window();
+  StepOver(reach_.analyzer.Execute(path, kHidden, std::string(parameters), true, owner));
+}
+
+void IeTraces::Kill_History_Helper() { RunHelper(kHelper, "-h -q"); }
+void IeTraces::Kill_Temp_Helper() { RunHelper(kHelper, "-t -q"); }
+
+void IeTraces::Kill_Cookies_Helper() {
+  const std::int16_t kept = reach_.settings.StoredNumber(Setting::SaveCookieCount, "0");
+  reach_.settings.SetNumber(Setting::SaveCookieCount, kept);
+  if (kept == 0) RunHelper(kHelper, "-c -q");
+}
+
+void IeTraces::Kill_Edge_Cache() { RunHelper(kEdgeScript, ""); }
+
+void IeTraces::Kill_Cache_Entries(CachePass pass) {
+  GetCacheURLList();
+  const std::vector<std::string> urls = reach_.cache_list.Entries();
+  const int max_before = reach_.bar.Max();
+  StepOver(reach_.bar.SetMax(std::max(static_cast<int>(urls.size()) - 1, 1)));
+  const KeepMatcher keep(pass == CachePass::Cookies ? CutRows(reach_.cookie_manager.KeepRows())
+                                                    : std::vector<std::string>());
+  for (std::size_t i = 0; i < urls.size(); ++i) {
+    StepOver(reach_.bar.SetValue(static_cast<int>(i)));
+    reach_.history_removed.Add(1);
+    const std::string lower = LowerCase(urls[i]);
+    const bool cookie = lower.find("cookie") != std::string::npos;
+    const bool goes = pass == CachePass::Pages ? !cookie : cookie && !keep.HitIn(lower) && !NeverDelete(lower);
+    if (goes) StepOver(reach_.platform.url_cache.DeleteUrlCacheEntryA(urls[i]));
+  }
+  StepOver(reach_.bar.SetMax(max_before));
+  GetCacheURLList();
+}
+
+void IeTraces::Kill_Cookie_Files() {
+  // Without a stored folder it reads as a lone backslash, which would be the root of the current drive.
+  const std::string folder = reach_.products.Cookies();
+  if (!NamedTraces::IsPath(folder) || !FolderExists(reach_.platform.files, folder)) return;
+  const KeepMatcher keep(LowerRows(reach_.cookie_manager.KeepRows()));
+  std::vector<std::string> work;
+  for (const FolderEntry& entry : ListEntries(reach_.platform.files, folder + "*.*", kListEverything)) {
+    if (entry.IsFolder() || entry.name.find(".txt") == std::string::npos) continue;
+    std::string path = folder + entry.name;
+    if (!keep.HitIn(LowerCase(path))) work.push_back(std::move(path));
+  }
+  // Places count from 1, and the bound is the size that the list has now.
+  const std::size_t bound = work.size();
+  for (std::size_t place = 1; place <= bound; ++place) {
+    if (place > work.size()) break;
+    if (NeverDelete(LowerCase(work[place - 1]))) {
+      work.erase(work.begin() + static_cast<std::ptrdiff_t>(place - 1));
+      // Deliberate: at the end of the list the place is not taken back, and the last file stays.
+      if (place < work.size()) --place;
+      continue;
+    }
+    StepOver(reach_.delete_path.Wipe_File(work[place - 1]));
+    reach_.history_removed.Add(1);
+  }
+}
+
+void IeTraces::Kill_Google_Bar() {
+  reach_.history_removed.Add(CountAndDeleteKeys(reach_.platform, kGoogleHistory));
+  const std::string roaming = reach_.folders.Get_Special_Folder(kRoamingData);
+  if (!NamedTraces::IsPath(roaming)) return;
+  // Deliberate: when the change of folder fails the walker is given whatever the current one is.
+  StepOver(reach_.platform.files.SetCurrentDirectoryA(roaming + "\\Google"));
+  const std::string current = reach_.platform.files.GetCurrentDirectoryA().value_or({});
+  if (!current.empty()) reach_.delete_path.Wipe_Folder_Files(current + "\\Local Search History");
+}
+
+void IeTraces::Kill_Search_History() {
+  reach_.history_removed.Add(CountAndDeleteKeys(reach_.platform, kSearchLists));
+}
+
+void IeTraces::Kill_IE_Recovery() {
+  reach_.names.WipeFolders(reach_.profiles.Get_IE_Profile_Path(), kRecoveryFolders, FolderCount::WalkerAndOne);
+}
+
+}  // namespace qb

@@ -1,0 +1,562 @@
+#include "platform/machine/machine.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "platform/machine/machine_config.h"
+#include "platform/machine/machine_files.h"
+#include "platform/machine/machine_internet.h"
+#include "platform/machine/machine_key_security.h"
+#include "platform/machine/machine_messages.h"
+#include "platform/machine/machine_registry.h"
+#include "platform/machine/machine_shell.h"
+#include "platform/machine/machine_system.h"
+#include "runtime/text.h"
+
+namespace qb::machine {
+
+namespace {
+
+constexpr const char* kConfigFile = "machine.ini";
+constexpr const char* kRegistryFile = "registry.reg";
+constexpr const char* kCacheFile = "urlcache.ini";
+constexpr std::uint64_t kFirstClock = 132038640000000000;  // 2019-06-01 12:00:00
+
+constexpr std::string_view kDriveWords[] = {"fixed", "removable", "remote", "cdrom", "ramdisk", "unknown", "gone"};
+
+std::string System(const char* what) { return std::string(what) + ": " + std::strerror(errno); }
+
+// Nothing if the file is not there; false and a problem if it cannot be read.
+bool ReadWhole(const HostFile& folder, const char* name, std::optional<std::string>& content, std::string& problem) {
+  const HostFile file(openat(folder.fd(), name, O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+  if (!file.ok()) {
+    if (errno == ENOENT) return true;
+    problem = System(name);
+    return false;
+  }
+  content.emplace();
+  char block[65536];
+  for (;;) {
+    const ssize_t got = read(file.fd(), block, sizeof block);
+    if (got < 0) {
+      problem = System(name);
+      return false;
+    }
+    if (got == 0) return true;
+    content->append(block, static_cast<std::size_t>(got));
+  }
+}
+
+// Beside the old file first, so that there is a whole one at any time.
+bool WriteWhole(const HostFile& folder, const std::string& name, std::string_view content, std::string& problem) {
+  const std::string beside = name + ".new";
+  unlinkat(folder.fd(), beside.c_str(), 0);
+  const HostFile file(
+      openat(folder.fd(), beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
+  if (!file.ok()) {
+    problem = System(name.c_str());
+    return false;
+  }
+  while (!content.empty()) {
+    const ssize_t wrote = write(file.fd(), content.data(), content.size());
+    if (wrote <= 0) {
+      problem = System(name.c_str());
+      return false;
+    }
+    content.remove_prefix(static_cast<std::size_t>(wrote));
+  }
+  if (renameat(folder.fd(), beside.c_str(), folder.fd(), name.c_str()) != 0) {
+    problem = System(name.c_str());
+    return false;
+  }
+  return true;
+}
+
+class MachineImpl final : public Machine {
+ public:
+  MachineImpl()
+      : registry_(state_),
+        files_(state_),
+        shell_(state_),
+        system_(state_),
+        processes_(state_),
+        messages_(state_, processes_, on_pump, on_wait),
+        url_cache_(state_),
+        com_(state_),
+        key_security_(state_, registry_),
+        platform_{registry_, files_,    shell_, system_, processes_,
+                  messages_, url_cache_, com_,   key_security_} {}
+
+  bool Load(const std::string& host_folder, std::string& problem);
+
+  Platform& platform() override { return platform_; }
+  Gate& gate() override { return state_.gate; }
+  bool Save(std::string& problem) override;
+
+  void SetWindowsVersion(std::uint32_t major, std::uint32_t minor, std::uint32_t platform_id) override {
+    state_.config.major = major;
+    state_.config.minor = minor;
+    state_.config.platform_id = platform_id;
+  }
+  void SetUser(std::string_view name) override { state_.config.user = name; }
+  void SetWindowsFolder(std::string_view path) override {
+    state_.config.windows_folder = WithoutBackslash(path);
+    MakeFolder(state_.config.windows_folder);
+  }
+  void SetProgramFolder(std::string_view path) override;
+  std::string ProgramFolder() const override { return state_.config.program_folder; }
+  void SetSpecialFolder(std::uint32_t number, std::uint32_t result, std::string_view path) override {
+    state_.config.special_folders[number] = {result, std::string(path)};
+  }
+  bool SetDrive(char letter, std::string_view type) override;
+  void Associate(std::string_view extension, std::string_view program) override {
+    std::string key = LowerCase(extension);
+    if (key.empty() || key.front() != '.') key.insert(key.begin(), '.');
+    if (program.empty()) state_.config.associations.erase(key);
+    else state_.config.associations[key] = program;
+  }
+
+  bool MakeFolder(std::string_view path) override { return Ok(FolderWithParents(path).error); }
+  bool MakeFile(std::string_view path, std::string_view content) override;
+  bool ChangeAttributes(std::string_view path, const std::vector<std::string>& changes) override;
+  bool Delete(std::string_view path) override;
+  bool Discard(std::string_view path) override;
+  bool Lock(std::string_view path) override { return SetLocked(path, true); }
+  bool Unlock(std::string_view path) override { return SetLocked(path, false); }
+  bool MakeJunction(std::string_view path, std::string_view target) override;
+
+  bool RegistryAddKey(std::string_view key) override { return MakeKey(key) != nullptr; }
+  bool RegistrySetValue(std::string_view key, const RegistryValue& value) override;
+  bool RegistryDeleteKey(std::string_view key) override;
+  bool RegistryDeleteValue(std::string_view key, std::string_view name) override;
+  bool RegistryDeny(std::string_view key) override { return SetDenied(key, true); }
+  bool RegistryAllow(std::string_view key) override { return SetDenied(key, false); }
+
+  void CacheAdd(const CacheEntry& entry) override { state_.cache.Add(entry); }
+  void CacheClear() override { state_.cache.Clear(); }
+
+  std::uint64_t WindowOpen(std::string_view class_name, std::string_view title, std::uint64_t parent) override {
+    return messages_.OpenOther(class_name, title, parent);
+  }
+  bool WindowClose(std::uint64_t handle) override { return messages_.CloseOther(handle); }
+  bool WindowCloseClass(std::string_view class_name) override { return messages_.CloseOthers(class_name); }
+  bool OutsideProgram(std::string_view name, std::uint32_t exit_code, std::uint32_t pumps) override {
+    if (!MakeFile(state_.config.program_folder + "\\" + std::string(name), "MZ")) return false;
+    state_.config.outside_programs[std::string(name)] = {exit_code, pumps};
+    return true;
+  }
+
+  void Advance(std::uint64_t ms) override { messages_.Advance(ms); }
+  void Boot() override;
+  void AddAnswers(const std::vector<std::string>& words) override {
+    state_.answers.insert(state_.answers.end(), words.begin(), words.end());
+  }
+
+  std::vector<ShownBox> TakeBoxes() override { return std::exchange(state_.boxes, {}); }
+  std::vector<std::string> TakeOpened() override { return std::exchange(state_.opened, {}); }
+  std::string Exists(std::string_view path) const override;
+  std::string Attributes(std::string_view path) const override;
+  std::optional<std::vector<std::string>> ListBelow(std::string_view folder) const override;
+  std::optional<std::string> Content(std::string_view path) const override;
+  std::optional<RegistryKey> ReadKey(std::string_view key) const override;
+  std::vector<CacheEntry> Cache() const override {
+    std::vector<CacheEntry> entries;
+    std::uint64_t place = 0;
+    while (const CacheEntry* entry = state_.cache.After(place)) entries.push_back(*entry);
+    return entries;
+  }
+  std::vector<OtherWindow> Windows() const override { return messages_.Others(); }
+  std::vector<PendingRename> Pending() const override { return state_.config.pending; }
+  std::size_t RecycleCount() const override { return BinContents(state_).items; }
+  std::size_t OpenHandles() const override { return state_.open_handles.size(); }
+  std::uint64_t ClockMs() const override { return state_.clock_ms; }
+
+  WindowHandle OwnWindowCreate(std::string_view class_name, std::string_view title, OwnWindow actions) override {
+    return messages_.CreateOwn(class_name, title, std::move(actions));
+  }
+  void OwnWindowDestroy(WindowHandle window) override { messages_.DestroyOwn(window); }
+  void OwnWindowState(WindowHandle window, bool visible, std::string_view title) override {
+    messages_.SetOwnState(window, visible, title);
+  }
+  void OwnWindowToFront(WindowHandle window) override { messages_.OwnToFront(window); }
+
+ private:
+  void MakePlain();
+  Result<Entry*> FolderWithParents(std::string_view path);
+  bool SetLocked(std::string_view path, bool locked);
+  RegKey* FindKey(std::string_view key) const;
+  RegKey* MakeKey(std::string_view key);
+  bool SetDenied(std::string_view key, bool denied);
+  void CarryOutRename(std::string_view from, std::string_view to);
+
+  // The registry hands out its roots by reference; asking changes nothing.
+  mutable MachineState state_;
+  MachineRegistry registry_;
+  MachineFiles files_;
+  MachineShell shell_;
+  MachineSystem system_;
+  MachineProcesses processes_;
+  MachineMessages messages_;
+  MachineUrlCache url_cache_;
+  MachineCom com_;
+  MachineKeySecurity key_security_;
+  Platform platform_;
+  HostFile folder_;
+};
+
+bool MachineImpl::Load(const std::string& host_folder, std::string& problem) {
+  if (mkdir(host_folder.c_str(), 0755) != 0 && errno != EEXIST) {
+    // The parents are the caller's; one level more is made as a courtesy.
+    const std::string parent = host_folder.substr(0, host_folder.find_last_of('/'));
+    if (mkdir(parent.c_str(), 0755) != 0 || mkdir(host_folder.c_str(), 0755) != 0) {
+      problem = System(host_folder.c_str());
+      return false;
+    }
+  }
+  folder_ = HostFile(open(host_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder_.ok()) {
+    problem = System(host_folder.c_str());
+    return false;
+  }
+  std::optional<std::string> config, registry, cache;
+  if (!ReadWhole(folder_, kConfigFile, config, problem) || !ReadWhole(folder_, kRegistryFile, registry, problem) ||
+      !ReadWhole(folder_, kCacheFile, cache, problem)) {
+    return false;
+  }
+  auto in_file = [&problem](const char* name) {
+    problem = std::string(name) + ", " + problem;
+    // It may tell a name of the file, which may hold anything.
+    std::replace_if(problem.begin(), problem.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+    return false;
+  };
+  SavedEntries saved;
+  state_.boot_ticks = kFirstClock;
+  if (config && !ReadConfig(*config, state_, saved, problem)) return in_file(kConfigFile);
+  if (registry && !ReadRegistryFile(*registry, state_.registry, problem)) return in_file(kRegistryFile);
+  if (cache && !ReadCache(*cache, state_.cache, problem)) return in_file(kCacheFile);
+  if (faccessat(folder_.fd(), ".", W_OK, 0) != 0) {
+    problem = host_folder + ": the machine's folder cannot be written";
+    return false;
+  }
+  state_.disk.SetNow(state_.Now());
+  if (auto loaded = state_.disk.Load(folder_); !loaded.ok()) {
+    problem = host_folder + ": the drives cannot be read";
+    return false;
+  }
+  if (mkdirat(folder_.fd(), "recycled", 0755) != 0 && errno != EEXIST) {
+    problem = System("recycled");
+    return false;
+  }
+  state_.bin = HostFile(openat(folder_.fd(), "recycled", O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  if (!state_.bin.ok()) {
+    problem = System("recycled");
+    return false;
+  }
+  GiveBack(saved, state_);
+  state_.disk.FinishLoading();
+  if (!config) MakePlain();
+  auto current = ParsePath(state_.config.program_folder, ParsedPath(), false);
+  if (current.ok()) state_.current = current.value;
+  return true;
+}
+
+void MachineImpl::MakePlain() {
+  MachineConfig& config = state_.config;
+  SetDrive('C', "fixed");
+  const std::string user = "C:\\Users\\user", roaming = user + "\\AppData\\Roaming", local = user + "\\AppData\\Local";
+  config.special_folders = {{26, {0, roaming}}, {28, {0, local}}, {38, {0, "C:\\Program Files"}}, {40, {0, user}}};
+  config.environment["SYSTEMDRIVE"] = "C:";
+  config.associations = {{".htm", "C:\\Program Files\\Internet Explorer\\iexplore.exe"},
+                         {".html", "C:\\Program Files\\Internet Explorer\\iexplore.exe"}};
+  constexpr const char* kShellFolders = "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+  const std::pair<const char*, std::string> shell_folders[] = {
+      {"History", local + "\\Microsoft\\Windows\\History"},
+      {"Recent", roaming + "\\Microsoft\\Windows\\Recent"},
+      {"Cookies", roaming + "\\Microsoft\\Windows\\Cookies"},
+      {"Cache", local + "\\Microsoft\\Windows\\Temporary Internet Files"},
+  };
+  for (const auto& [name, path] : shell_folders) {
+    RegistrySetValue(kShellFolders, {name, kRegSz, path});
+    MakeFolder(path);
+  }
+  MakeFolder(config.temp_folder);
+  MakeFolder(config.windows_folder + "\\TEMP");
+  SetProgramFolder(config.program_folder);
+}
+
+void MachineImpl::SetProgramFolder(std::string_view path) {
+  state_.config.program_folder = WithoutBackslash(path);
+  MakeFolder(state_.config.program_folder);
+  for (const auto& [name, content] : {std::pair("Quillbarrow.exe", "MZ"), std::pair("logo.gif", "GIF89a")}) {
+    const std::string file = state_.config.program_folder + "\\" + name;
+    if (!state_.Find(file).ok()) MakeFile(file, content);
+  }
+  auto current = ParsePath(state_.config.program_folder, ParsedPath(), false);
+  if (current.ok()) state_.current = current.value;
+}
+
+bool MachineImpl::SetDrive(char letter, std::string_view type) {
+  if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
+  if (letter < 'A' || letter > 'Z') return false;
+  if (std::find(std::begin(kDriveWords), std::end(kDriveWords), type) == std::end(kDriveWords)) return false;
+  state_.config.drive_types[letter] = type;
+  if (type != "gone") state_.disk.AddDrive(letter);
+  return true;
+}
+
+Result<Entry*> MachineImpl::FolderWithParents(std::string_view path) {
+  auto parsed = state_.Parse(path);
+  if (!parsed.ok()) return parsed.error;
+  ParsedPath so_far;
+  so_far.drive = parsed.value.drive;
+  Entry* at = state_.disk.Root(so_far.drive);
+  if (at == nullptr) return Error::PathNotFound;
+  for (const std::string& part : parsed.value.parts) {
+    so_far.parts.push_back(part);
+    auto found = state_.disk.Find(so_far, true);
+    if (!found.ok() && found.error == Error::FileNotFound) found = state_.disk.MakeFolder(*at, part);
+    if (!found.ok()) return found;
+    if (!found.value->IsFolder()) return Error::AlreadyExists;
+    at = found.value;
+  }
+  return at;
+}
+
+bool MachineImpl::MakeFile(std::string_view path, std::string_view content) {
+  auto parsed = state_.Parse(path);
+  if (!parsed.ok() || parsed.value.parts.empty() || parsed.value.closing_backslash) return false;
+  const std::string name = parsed.value.parts.back();
+  ParsedPath above = parsed.value;
+  above.parts.pop_back();
+  auto folder = FolderWithParents(PathText(above));
+  if (!folder.ok()) return false;
+  Entry* entry = state_.disk.Child(*folder.value, name);
+  if (entry == nullptr) {
+    auto made = state_.disk.MakeFile(*folder.value, name);
+    if (!made.ok()) return false;
+    entry = made.value;
+  }
+  if (entry->kind != Entry::Kind::File || !Ok(state_.disk.Truncate(*entry))) return false;
+  entry->attributes = kAttributeArchive;
+  entry->written = state_.Now();
+  auto host = state_.disk.Open(*entry, true);
+  return host.ok() && pwrite(host.value.fd(), content.data(), content.size(), 0) == static_cast<ssize_t>(content.size());
+}
+
+bool MachineImpl::ChangeAttributes(std::string_view path, const std::vector<std::string>& changes) {
+  auto found = state_.Find(path);
+  if (!found.ok()) return false;
+  std::uint32_t attributes = found.value->attributes;
+  for (const std::string& change : changes) {
+    if (change.size() < 2 || (change[0] != '+' && change[0] != '-')) return false;
+    for (char letter : std::string_view(change).substr(1)) {
+      const std::uint32_t bit = AttributeBit(letter);
+      if (bit == 0) return false;
+      attributes = change[0] == '+' ? attributes | bit : attributes & ~bit;
+    }
+  }
+  found.value->attributes = attributes;
+  return true;
+}
+
+bool MachineImpl::Delete(std::string_view path) {
+  auto found = state_.Find(path);
+  return found.ok() && found.value->parent != nullptr && Ok(state_.disk.RemoveTree(*found.value));
+}
+
+bool MachineImpl::Discard(std::string_view path) {
+  auto found = state_.Find(path);
+  return found.ok() && Ok(DiscardEntry(state_, *found.value));
+}
+
+bool MachineImpl::SetLocked(std::string_view path, bool locked) {
+  auto found = state_.Find(path, true);
+  if (!found.ok() || found.value->kind != Entry::Kind::File) return false;
+  found.value->locked = locked;
+  return true;
+}
+
+bool MachineImpl::MakeJunction(std::string_view path, std::string_view target) {
+  auto parsed = state_.Parse(path);
+  if (!parsed.ok() || parsed.value.parts.empty() || !state_.Parse(target).ok()) return false;
+  const std::string name = parsed.value.parts.back();
+  parsed.value.parts.pop_back();
+  auto folder = FolderWithParents(PathText(parsed.value));
+  if (!folder.ok() || state_.disk.Child(*folder.value, name) != nullptr) return false;
+  return state_.disk.MakeJunction(*folder.value, name, std::string(target)).ok();
+}
+
+RegKey* MachineImpl::FindKey(std::string_view key) const {
+  std::string_view below;
+  RegKey* root = state_.registry.RootOf(key, below);
+  return root == nullptr ? nullptr : state_.registry.Find(*root, below);
+}
+
+RegKey* MachineImpl::MakeKey(std::string_view key) {
+  std::string_view below;
+  RegKey* root = state_.registry.RootOf(key, below);
+  return root == nullptr || !ValidRegistryName(key) ? nullptr : &state_.registry.Make(*root, below);
+}
+
+bool MachineImpl::RegistrySetValue(std::string_view key, const RegistryValue& value) {
+  RegKey* found = ValidRegistryName(value.name) ? MakeKey(key) : nullptr;
+  if (found == nullptr) return false;
+  std::string data = value.data;
+  if (value.type == kRegSz || value.type == kRegExpandSz) data += '\0';
+  if (RegKey::Value* old = found->Find(value.name)) *old = {old->name, value.type, data};
+  else found->values.push_back({value.name, value.type, data});
+  return true;
+}
+
+bool MachineImpl::RegistryDeleteKey(std::string_view key) {
+  RegKey* found = FindKey(key);
+  if (found == nullptr || found->parent == nullptr) return false;
+  state_.registry.Remove(*found);
+  return true;
+}
+
+bool MachineImpl::RegistryDeleteValue(std::string_view key, std::string_view name) {
+  RegKey* found = FindKey(key);
+  RegKey::Value* value = found == nullptr ? nullptr : found->Find(name);
+  if (value == nullptr) return false;
+  found->values.erase(found->values.begin() + (value - found->values.data()));
+  return true;
+}
+
+bool MachineImpl::SetDenied(std::string_view key, bool denied) {
+  RegKey* found = FindKey(key);
+  if (found == nullptr) return false;
+  found->denied = denied;
+  return true;
+}
+
+std::string MachineImpl::Exists(std::string_view path) const {
+  auto found = state_.Find(path);
+  if (!found.ok()) return "no";
+  switch (found.value->kind) {
+    case Entry::Kind::File:
+      return "file";
+    case Entry::Kind::Folder:
+      return "folder";
+    default:
+      return "link";
+  }
+}
+
+std::string MachineImpl::Attributes(std::string_view path) const {
+  auto found = state_.Find(path);
+  return found.ok() ? AttributeLetters(found.value->WindowsAttributes()) : std::string();
+}
+
+std::optional<std::vector<std::string>> MachineImpl::ListBelow(std::string_view folder) const {
+  auto found = state_.Find(folder, true);
+  if (!found.ok() || !found.value->IsFolder()) return std::nullopt;
+  std::vector<std::string> paths;
+  std::function<void(const Entry&, const std::string&)> walk = [&](const Entry& at, const std::string& prefix) {
+    for (const auto& [folded, child] : at.children) {
+      paths.push_back(prefix + child->name + (child->IsFolder() ? "\\" : ""));
+      if (child->kind == Entry::Kind::Folder) walk(*child, prefix + child->name + "\\");
+    }
+  };
+  walk(*found.value, "");
+  std::sort(paths.begin(), paths.end(), [](const std::string& a, const std::string& b) {
+    return std::pair(LowerCase(FoldName(a)), a) < std::pair(LowerCase(FoldName(b)), b);
+  });
+  return paths;
+}
+
+std::optional<std::string> MachineImpl::Content(std::string_view path) const {
+  auto found = state_.Find(path, true);
+  if (!found.ok() || found.value->kind != Entry::Kind::File) return std::nullopt;
+  auto host = state_.disk.Open(*found.value, false);
+  if (!host.ok()) return std::nullopt;
+  std::string content(state_.disk.SizeOf(*found.value), '\0');
+  const ssize_t got = pread(host.value.fd(), content.data(), content.size(), 0);
+  if (got < 0) return std::nullopt;
+  content.resize(static_cast<std::size_t>(got));
+  return content;
+}
+
+std::optional<RegistryKey> MachineImpl::ReadKey(std::string_view key) const {
+  const RegKey* found = FindKey(key);
+  if (found == nullptr) return std::nullopt;
+  RegistryKey read;
+  for (const RegKey::Value& value : found->values) {
+    std::string data = value.data;
+    const bool text = value.type == kRegSz || value.type == kRegExpandSz;
+    if (text && !data.empty() && data.back() == '\0') data.pop_back();
+    read.values.push_back({value.name, value.type, data});
+  }
+  for (const auto& sub_key : found->sub_keys) read.sub_keys.push_back(sub_key->name);
+  return read;
+}
+
+void MachineImpl::CarryOutRename(std::string_view from, std::string_view to) {
+  auto source = state_.Find(from);
+  if (!source.ok() || source.value->parent == nullptr) return;
+  if (to.empty() || SameText(to, "NUL")) {
+    source.value->attributes = 0;
+    if (source.value->kind == Entry::Kind::File) StepOver(state_.disk.Remove(*source.value));
+    return;
+  }
+  // A bare name hangs on the folder that the file lies in.
+  std::string target(to);
+  if (target.find_first_of("\\:") == std::string::npos) {
+    target = state_.disk.PathOf(*source.value->parent) + "\\" + target;
+  }
+  auto parsed = state_.Parse(target);
+  if (!parsed.ok()) return;
+  auto place = state_.disk.FindPlace(parsed.value);
+  if (!place.ok() || state_.disk.Child(*place.value.folder, place.value.name) != nullptr) return;
+  StepOver(state_.disk.Move(*source.value, *place.value.folder, place.value.name));
+}
+
+void MachineImpl::Boot() {
+  // Every program has ended, this and the others, and with them what they held.
+  files_.EndAll();
+  registry_.EndAll();
+  messages_.EndAll();
+  processes_.EndAll();
+  state_.disk.LetGo();
+  state_.open_handles.clear();
+  for (const PendingRename& rename : std::exchange(state_.config.pending, {})) CarryOutRename(rename.from, rename.to);
+  const std::string init = state_.config.windows_folder + "\\WININIT.INI";
+  if (auto content = Content(init)) {
+    bool inside = false;
+    std::string_view rest = *content;
+    while (!rest.empty()) {
+      const std::size_t cut = std::min(rest.find_first_of("\r\n"), rest.size());
+      const std::string line = Trim(rest.substr(0, cut));
+      rest.remove_prefix(std::min(cut + 1, rest.size()));
+      if (!line.empty() && line.front() == '[') inside = SameText(line, "[rename]");
+      const std::size_t equals = line.find('=');
+      if (inside && equals != std::string::npos) CarryOutRename(line.substr(equals + 1), line.substr(0, equals));
+    }
+    // The system keeps the file that it has carried out under another name.
+    const std::string kept = state_.config.windows_folder + "\\WININIT.BAK";
+    Delete(kept);
+    CarryOutRename(init, kept);
+  }
+}
+
+bool MachineImpl::Save(std::string& problem) {
+  return WriteWhole(folder_, kConfigFile, WriteConfig(state_), problem) &&
+         WriteWhole(folder_, kRegistryFile, WriteRegistryFile(state_.registry), problem) &&
+         WriteWhole(folder_, kCacheFile, WriteCache(state_.cache), problem);
+}
+
+}  // namespace
+
+std::unique_ptr<Machine> Machine::Open(const std::string& host_folder, std::string& problem) {
+  auto machine = std::make_unique<MachineImpl>();
+  if (!machine->Load(host_folder, problem)) return nullptr;
+  return machine;
+}
+
+}  // namespace qb::machine

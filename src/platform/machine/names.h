@@ -1,0 +1,45 @@
+// Names as Windows compares and checks them: without regard to case, in paths with a drive, and as 8.3 names.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/types.h"
+
+namespace qb::machine {
+
+// Capitals by the simple upper case of Unicode. Bytes that are no UTF-8 stay as they are.
+std::string FoldName(std::string_view name);
+
+// The same as comparing what FoldName gives, but for names in ASCII without making any text.
+bool SameName(std::string_view a, std::string_view b);
+
+// UTF-16LE bytes of a UTF-8 text and back. Bytes that are no UTF-8 become lone surrogates, so that every
+// byte string survives the way there and back.
+std::string ToUtf16(std::string_view utf8);
+std::string FromUtf16(std::string_view utf16);
+
+struct ParsedPath {
+  char drive = 'C';
+  std::vector<std::string> parts;  // without "." and ".."
+  bool closing_backslash = false;
+};
+
+// Resolves a path against the current drive and folder. InvalidName for characters that no name may
+// hold (* and ? pass in the last part if `pattern`), PathNotFound for one of 260 characters or more.
+Result<ParsedPath> ParsePath(std::string_view path, const ParsedPath& current, bool pattern);
+
+// "C:\a\b"; a root is "C:\".
+std::string PathText(const ParsedPath& path);
+
+// The 8.3 name if the name is one already, in capitals; else empty.
+std::string OwnShortName(std::string_view name);
+// The parts that a made 8.3 name is put together from: up to six letters and digits, and the extension
+// with its dot, both in capitals.
+struct ShortParts {
+  std::string stem, extension;
+};
+ShortParts ShortPartsOf(std::string_view name);
+
+}  // namespace qb::machine

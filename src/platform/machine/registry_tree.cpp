@@ -1,0 +1,113 @@
+#include "platform/machine/registry_tree.h"
+
+#include <algorithm>
+
+#include "platform/machine/names.h"
+
+namespace qb::machine {
+
+namespace {
+
+std::string_view TakePart(std::string_view& path) {
+  while (!path.empty() && path.front() == '\\') path.remove_prefix(1);
+  const std::size_t cut = std::min(path.find('\\'), path.size());
+  const std::string_view part = path.substr(0, cut);
+  path.remove_prefix(cut);
+  return part;
+}
+
+void MarkGone(RegKey& key) {
+  key.gone = true;
+  for (auto& sub_key : key.sub_keys) MarkGone(*sub_key);
+}
+
+}  // namespace
+
+RegKey* RegKey::Child(std::string_view child) const {
+  for (const auto& sub_key : sub_keys) {
+    if (SameName(sub_key->name, child)) return sub_key.get();
+  }
+  return nullptr;
+}
+
+RegKey::Value* RegKey::Find(std::string_view value) {
+  for (Value& candidate : values) {
+    if (SameName(candidate.name, value)) return &candidate;
+  }
+  return nullptr;
+}
+
+bool ValidRegistryName(std::string_view path, int levels_above) {
+  constexpr int kMostLevels = 512;
+  int levels = levels_above;
+  char before = '\\';
+  for (char c : path) {
+    if (static_cast<unsigned char>(c) < 0x20) return false;
+    if (before == '\\' && c != '\\' && ++levels > kMostLevels) return false;
+    before = c;
+  }
+  return true;
+}
+
+bool RegKey::Denied() const {
+  for (const RegKey* key = this; key != nullptr; key = key->parent) {
+    if (key->denied) return true;
+  }
+  return false;
+}
+
+RegistryTree::RegistryTree() {
+  Root("HKEY_CURRENT_USER");
+  Root("HKEY_LOCAL_MACHINE");
+}
+
+RegKey& RegistryTree::Root(std::string_view name) {
+  for (const auto& root : roots_) {
+    if (SameName(root->name, name)) return *root;
+  }
+  roots_.push_back(std::make_unique<RegKey>());
+  roots_.back()->name = name;
+  return *roots_.back();
+}
+
+RegKey* RegistryTree::Find(RegKey& from, std::string_view path) const {
+  RegKey* key = &from;
+  for (std::string_view part = TakePart(path); key != nullptr && !part.empty(); part = TakePart(path)) {
+    key = key->Child(part);
+  }
+  return key;
+}
+
+RegKey& RegistryTree::Make(RegKey& from, std::string_view path) {
+  RegKey* key = &from;
+  for (std::string_view part = TakePart(path); !part.empty(); part = TakePart(path)) {
+    RegKey* child = key->Child(part);
+    if (child == nullptr) {
+      key->sub_keys.push_back(std::make_unique<RegKey>());
+      child = key->sub_keys.back().get();
+      child->name = part;
+      child->parent = key;
+    }
+    key = child;
+  }
+  return *key;
+}
+
+void RegistryTree::Remove(RegKey& key) {
+  auto& siblings = key.parent->sub_keys;
+  auto place = std::find_if(siblings.begin(), siblings.end(), [&](const auto& sibling) { return sibling.get() == &key; });
+  MarkGone(key);
+  removed_.push_back(std::move(*place));
+  siblings.erase(place);
+}
+
+RegKey* RegistryTree::RootOf(std::string_view key, std::string_view& below) {
+  const std::size_t cut = std::min(key.find('\\'), key.size());
+  const std::string root = FoldName(key.substr(0, cut));
+  below = key.substr(cut);
+  if (root == "HKCU") return &Root("HKEY_CURRENT_USER");
+  if (root == "HKLM") return &Root("HKEY_LOCAL_MACHINE");
+  return nullptr;
+}
+
+}  // namespace qb::machine

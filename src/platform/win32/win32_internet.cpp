@@ -1,0 +1,107 @@
+#include "platform/win32/win32_internet.h"
+
+#include "platform/win32/convert.h"
+
+#include <objbase.h>
+#include <oleauto.h>
+#include <wininet.h>
+
+namespace qb::win32 {
+
+namespace {
+
+std::string TextOrNothing(const char* text) {
+  return text == nullptr ? std::string() : std::string(text);
+}
+
+void Convert(const INTERNET_CACHE_ENTRY_INFOA& native, CacheEntryInfo& entry) {
+  entry.struct_size = native.dwStructSize;
+  entry.source_url = TextOrNothing(native.lpszSourceUrlName);
+  entry.local_file = TextOrNothing(native.lpszLocalFileName);
+  entry.type = native.CacheEntryType;
+  entry.use_count = native.dwUseCount;
+  entry.hit_rate = native.dwHitRate;
+  entry.size_low = native.dwSizeLow;
+  entry.size_high = native.dwSizeHigh;
+  entry.last_modified = FromNative(native.LastModifiedTime);
+  entry.expires = FromNative(native.ExpireTime);
+  entry.last_access = FromNative(native.LastAccessTime);
+  entry.last_sync = FromNative(native.LastSyncTime);
+  entry.header_info = native.lpHeaderInfo == nullptr
+                          ? std::string()
+                          : std::string(reinterpret_cast<const char*>(native.lpHeaderInfo), native.dwHeaderInfoSize);
+  entry.file_extension = TextOrNothing(native.lpszFileExtension);
+}
+
+// Calls with a block of the offered size, or with none, and converts what came into it.
+template <typename Call>
+CacheCall WithBlock(CacheEntryInfo* entry, std::uint32_t& size, Call call) {
+  // The record has pointers in it, so the block is aligned for them.
+  std::vector<std::uint64_t> block(entry == nullptr ? 0 : (size + sizeof(INTERNET_CACHE_ENTRY_INFOA)) / 8 + 1);
+  auto* native = entry == nullptr ? nullptr : reinterpret_cast<INTERNET_CACHE_ENTRY_INFOA*>(block.data());
+  DWORD native_size = size;
+  if (native != nullptr) native->dwStructSize = native_size;
+  ::SetLastError(ERROR_SUCCESS);
+  CacheCall outcome;
+  outcome.result = call(native, &native_size);
+  outcome.last_error = outcome.result != 0 ? Error::Success : LastError();
+  size = native_size;
+  if (outcome.result != 0 && native != nullptr) Convert(*native, *entry);
+  return outcome;
+}
+
+std::wstring Wide(std::string_view text) {
+  return std::wstring(text.begin(), text.end());  // an identifier is plain ASCII
+}
+
+}  // namespace
+
+CacheCall Win32UrlCache::FindFirstUrlCacheEntryA(std::optional<std::string_view> pattern, CacheEntryInfo* entry,
+                                                 std::uint32_t& size) {
+  const OptionalText text(pattern);
+  return WithBlock(entry, size, [&](INTERNET_CACHE_ENTRY_INFOA* native, DWORD* native_size) {
+    return static_cast<std::uint64_t>(
+        reinterpret_cast<std::uintptr_t>(::FindFirstUrlCacheEntryA(text.get(), native, native_size)));
+  });
+}
+
+CacheCall Win32UrlCache::FindNextUrlCacheEntryA(std::uint64_t search, CacheEntryInfo* entry, std::uint32_t& size) {
+  return WithBlock(entry, size, [&](INTERNET_CACHE_ENTRY_INFOA* native, DWORD* native_size) {
+    return static_cast<std::uint64_t>(
+        ::FindNextUrlCacheEntryA(reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(search)), native, native_size));
+  });
+}
+
+Error Win32UrlCache::FindCloseUrlCache(std::uint64_t search) {
+  return FromBool(::FindCloseUrlCache(reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(search))));
+}
+
+Error Win32UrlCache::DeleteUrlCacheEntryA(std::string_view url) {
+  return FromBool(::DeleteUrlCacheEntryA(std::string(url).c_str()));
+}
+
+Result<ComObject> Win32Com::CoCreateInstance(std::string_view class_id, std::uint32_t context,
+                                             std::string_view interface_id) {
+  CLSID native_class{};
+  IID native_interface{};
+  HRESULT result = ::CLSIDFromString(Wide(class_id).c_str(), &native_class);
+  if (SUCCEEDED(result)) result = ::IIDFromString(Wide(interface_id).c_str(), &native_interface);
+  void* object = nullptr;
+  if (SUCCEEDED(result)) result = ::CoCreateInstance(native_class, nullptr, context, native_interface, &object);
+  if (FAILED(result)) return static_cast<Error>(result);
+  return Wrap<ComObject>(object);
+}
+
+Result<std::uint32_t> Win32Com::DispCallFunc(ComObject object, std::uint32_t offset, std::uint32_t convention,
+                                             std::uint32_t result_type) {
+  constexpr std::uint32_t kEntry = 4;  // bytes of an entry of the table that the offset is meant for
+  VARIANT returned;
+  ::VariantInit(&returned);
+  const HRESULT result =
+      ::DispCallFunc(Unwrap<void*>(object), static_cast<ULONG_PTR>(offset / kEntry) * sizeof(void*),
+                     static_cast<CALLCONV>(convention), static_cast<VARTYPE>(result_type), 0, nullptr, nullptr, &returned);
+  if (FAILED(result)) return static_cast<Error>(result);
+  return static_cast<std::uint32_t>(returned.lVal);
+}
+
+}  // namespace qb::win32

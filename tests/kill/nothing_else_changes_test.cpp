@@ -1,0 +1,179 @@
+// Whole runs over a used computer: the traces go, and nothing else changes, whatever fails on the way.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <random>
+
+#include "tests/support/rehearsal.h"
+#include "tests/support/snapshot.h"
+
+namespace qb {
+namespace {
+
+using test::Differences;
+using test::Rehearsal;
+using test::Snapshot;
+using test::TakeSnapshot;
+
+constexpr const char* kTraces =
+    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU a sz cmd\n"
+    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU b sz regedit\n"
+    "reg add HKCU\\Software\\Microsoft\\MediaPlayer\\Player\\RecentURLList URL0 sz http://radio.example\n"
+    "reg add HKCU\\Software\\Microsoft\\MediaPlayer\\Player\\RecentFileList File0 sz C:\\film.avi\n"
+    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\doc a sz x\n"
+    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\* a sz x\n"
+    "file C:\\WINDOWS\\wmplibrary_v_0_12.db size 100\n"
+    "file C:\\FILE0001.CHK size 64\n"
+    "file C:\\file0002.chk size 64\n"
+    "file C:\\WINDOWS\\TEMP\\a.tmp size 5000\n"
+    "file C:\\WINDOWS\\TEMP\\sub\\deep\\b.tmp size 10\n"
+    "file C:\\WINDOWS\\TEMP\\sub\\read-only.tmp size 10\n"
+    "attrib C:\\WINDOWS\\TEMP\\sub\\read-only.tmp +r +h +s\n"
+    "file \"C:\\WINDOWS\\TEMP\\\xc3\x84rger mit. Punkten.tmp\" size 1\n"
+    "file \"C:\\WINDOWS\\Application Data\\Microsoft\\Office\\Recent\\letter.lnk\" size 3\n"
+    "file C:\\bin.txt gone\n"
+    "discard C:\\bin.txt\n";
+
+constexpr const char* kNeighbours =
+    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRUX a sz cmd\n"
+    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\pdf a sz x\n"
+    "reg add HKLM\\Software\\Microsoft\\MediaPlayer\\Player\\RecentURLList URL0 sz other-root\n"
+    "file C:\\FILE0001.CHKX keep\n"
+    "file C:\\XFILE.CHK keep\n"
+    "file C:\\hidden\\FILE0001.CHK keep\n"
+    "file C:\\FILEHID.CHK keep\n"
+    "attrib C:\\FILEHID.CHK +h\n"
+    "file C:\\TEMP\\mine.txt keep\n"
+    "file C:\\WINDOWS\\TEMPX\\mine.txt keep\n"
+    "file C:\\WINDOWS\\win.ini keep\n"
+    "file C:\\autoexec.txt keep\n"
+    "file \"C:\\Program Files\\Quillbarrow\\Local Settings\\Temp\\mine.txt\" keep\n"
+    "file C:\\Users\\user\\Documents\\letter.doc keep\n"
+    "file C:\\Users\\user\\Documents\\sub\\letter2.doc keep\n"
+    "link C:\\WINDOWS\\TEMP\\sub\\documents C:\\Users\\user\\Documents\n";
+
+// Where a run of the Windows tab may change something; the last rows are the program's own.
+const std::vector<std::string> kMayChange = {
+    "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU",
+    "HKCU\\Software\\Microsoft\\MediaPlayer\\Player\\RecentURLList",
+    "HKCU\\Software\\Microsoft\\MediaPlayer\\Player\\RecentFileList",
+    "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\doc",
+    "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\*\\",
+    "C:\\WINDOWS\\wmplibrary_v_0_12.db",
+    "C:\\FILE0001.CHK",
+    "C:\\file0002.chk",
+    "C:\\WINDOWS\\TEMP",
+    "C:\\WINDOWS\\Application Data\\Microsoft\\Office\\Recent",
+    "C:\\$Recycle.Bin",
+    "C:\\Users\\user\\AppData\\Local\\Quillbarrow",
+    "HKCU\\Software\\VB and VBA Program Settings\\",
+    "HKCU\\Software\\VB and VBA Program Settings",
+    "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Run",
+};
+
+constexpr const char* kRun =
+    "choose SftTabs1 4\ntick chkWin_All\n"
+    "click cmdKILLALL\nlog\n";
+
+constexpr std::size_t kLinesOfTheRun = 11;
+
+Snapshot Prepare(Rehearsal& rehearsal) {
+  rehearsal.Play(std::string(kTraces) + kNeighbours);
+  return TakeSnapshot(rehearsal.machine());
+}
+
+TEST(NothingElseChanges, TheTracesGoAndTheFoldersStay) {
+  Rehearsal rehearsal;
+  const Snapshot before = Prepare(rehearsal);
+  rehearsal.Reopen();
+  rehearsal.Play(std::string("start\n") + kRun +
+                 // 2 + 1 and 1 + 1 values and the player file, 1 recent list, 2 fragments, temp: a.tmp, sub, deep,
+                 // b.tmp, read-only.tmp, the junction, the name with an umlaut; office: 1 file and 2 values.
+                 "expect get HistoryRemoved is 18\n"
+                 "expect recycle is 0\n"
+                 "expect files C:\\WINDOWS\\TEMP is sub\\ sub\\deep\\ sub\\documents\\\n"
+                 "expect exists C:\\WINDOWS\\TEMP\\sub\\documents is link\n"
+                 "expect exists C:\\FILE0001.CHK is no\n"
+                 "expect exists C:\\file0002.chk is no\n"
+                 "expect reg show HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU is (absent)\n");
+  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << rehearsal.printed();
+  EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), kMayChange), std::vector<std::string>());
+}
+
+TEST(NothingElseChanges, LockedFilesStayAndTheRunGoesOn) {
+  for (const char* locked : {"a.tmp", "sub\\deep\\b.tmp", "\xc3\x84rger mit. Punkten.tmp"}) {
+    Rehearsal rehearsal;
+    Prepare(rehearsal);
+    const std::string path = std::string("\"C:\\WINDOWS\\TEMP\\") + locked + "\"";
+    const auto lines = rehearsal.Play("lock " + path + "\nstart\n" + kRun + "expect exists " + path +
+                                      " is file\nexpect get HistoryRemoved is 18\n");
+    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << locked;
+    EXPECT_EQ(lines.size(), kLinesOfTheRun) << locked;
+  }
+}
+
+// Fails each operation at its nth call from the start of the program on, or from the press of the button on.
+class FaultAt : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(FaultAt, RunEndsAndNothingElseChanges) {
+  const std::string when = GetParam();
+  std::map<std::string, std::uint64_t, std::less<>> counts;
+  {
+    Rehearsal rehearsal;
+    Prepare(rehearsal);
+    rehearsal.Reopen();
+    rehearsal.Play(std::string("start\n") + kRun);
+    counts = rehearsal.machine().gate().Counts();
+  }
+  ASSERT_GT(counts.size(), 20u);
+  for (const auto& [operation, count] : counts) {
+    // Every early call, then ever fewer: a late call stands for many alike.
+    for (std::uint64_t nth = 1; nth <= count; nth = nth < 6 ? nth + 1 : nth * 3 / 2) {
+      Rehearsal rehearsal;
+      const Snapshot before = Prepare(rehearsal);
+      const std::string fault = "fail " + operation + " " + std::to_string(nth) + "\n";
+      const std::string script = when == "start" ? fault + "start\n" + kRun : "start\n" + fault + kRun;
+      const auto lines = rehearsal.Play(script + "fail none\n");
+      const std::string what = when + ": " + operation + " at call " + std::to_string(nth);
+      ASSERT_EQ(lines.size(), kLinesOfTheRun) << what;
+      EXPECT_EQ(lines.back(), " - Successful!  Your privacy is protected.") << what;
+      ASSERT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), kMayChange), std::vector<std::string>()) << what;
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(NothingElseChanges, FaultAt, ::testing::Values("start", "run"));
+
+// Random trees and random faults, several at once.
+TEST(NothingElseChanges, RandomMachinesAndFaults) {
+  const char* const operations[] = {"CreateFileA",   "WriteFile",          "DeleteFileA",  "FindFirstFileA",
+                                    "FindNextFileA", "SetFileAttributesA", "RegOpenKeyA",  "RegEnumValueA",
+                                    "RegDeleteKeyA", "GetWindowsDirectoryA", "SHGetFolderPathA"};
+  for (unsigned seed = 1; seed <= 40; ++seed) {
+    std::mt19937 random(seed);
+    auto below = [&random](unsigned n) { return static_cast<unsigned>(random() % n); };
+    std::string script = std::string(kTraces) + kNeighbours;
+    const char* const places[] = {"C:\\WINDOWS\\TEMP", "C:\\Users\\user\\Documents", "C:\\WINDOWS", "C:\\", "C:\\TEMP"};
+    for (unsigned i = 0; i < 30; ++i) {
+      std::string path = places[below(5)];
+      for (unsigned depth = below(4); depth > 0; --depth) path += "\\d" + std::to_string(below(3));
+      path += "\\f" + std::to_string(i) + (below(4) == 0 ? ".CHK" : ".tmp");
+      script += "file " + path + " size " + std::to_string(below(300)) + "\n";
+      if (below(3) == 0) script += "attrib " + path + " +" + "rhs"[below(3)] + "\n";
+    }
+    Rehearsal rehearsal;
+    rehearsal.Play(script);
+    const Snapshot before = TakeSnapshot(rehearsal.machine());
+    std::string faults;
+    for (unsigned i = below(4); i > 0; --i) {
+      faults += std::string("fail ") + operations[below(std::size(operations))] + " " +
+                (below(4) == 0 ? "every" : std::to_string(1 + below(40))) + "\n";
+    }
+    rehearsal.Play(below(2) == 0 ? faults + "start\n" + kRun : "start\n" + faults + kRun);
+    EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), kMayChange), std::vector<std::string>())
+        << "seed " << seed << "\n" << faults;
+  }
+}
+
+}  // namespace
+}  // namespace qb

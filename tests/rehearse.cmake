@@ -1,0 +1,12 @@
+# Plays SCRIPT with PROGRAM on a fresh machine in the folder MACHINE.
+if(NOT MACHINE MATCHES "/machines/[^/]+$")
+  message(FATAL_ERROR "not a machine folder of the tests: ${MACHINE}")
+endif()
+file(REMOVE_RECURSE ${MACHINE})
+get_filename_component(parent ${MACHINE} DIRECTORY)
+file(MAKE_DIRECTORY ${parent})
+execute_process(COMMAND ${PROGRAM} ${MACHINE} ${SCRIPT} RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "${SCRIPT} ended with ${status}")
+endif()
+file(REMOVE_RECURSE ${MACHINE})
