@@ -46,7 +46,10 @@ NativeForm* NativeView::NativeOf(const Form& form) const {
 void NativeView::FormLoaded(Form& form) {
   if (main_ == nullptr) main_ = &form;
   NativeForm::Host& host = *this;
-  forms_[&form] = std::make_unique<NativeForm>(form, host, application_, IsMain(form));
+  // The side windows are owned by the main one: they stand above it, and never between it and its owner.
+  const NativeForm* main = NativeOf(*main_);
+  HWND owner = main != nullptr ? main->window() : application_;
+  forms_[&form] = std::make_unique<NativeForm>(form, host, owner, IsMain(form));
   OrderChanged(form);
 }
 
