@@ -18,22 +18,6 @@ std::wstring WithoutAccessKey(std::wstring text) {
   return text;
 }
 
-// The entry of that text in a menu or one of its sub-menus; 0 if there is none.
-UINT CommandOf(HMENU menu, const std::wstring& text) {
-  for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
-    std::array<wchar_t, 200> buffer{};
-    ::GetMenuStringW(menu, static_cast<UINT>(i), buffer.data(), static_cast<int>(buffer.size()), MF_BYPOSITION);
-    std::wstring entry = WithoutAccessKey(buffer.data());
-    entry = entry.substr(0, entry.find(L'\t'));
-    if (HMENU sub_menu = ::GetSubMenu(menu, i)) {
-      if (const UINT found = CommandOf(sub_menu, text)) return found;
-    } else if (entry == text) {
-      return ::GetMenuItemID(menu, i);
-    }
-  }
-  return 0;
-}
-
 }  // namespace
 
 bool Within(const std::function<bool()>& condition) {
@@ -92,12 +76,6 @@ std::vector<std::wstring> Window::ListEntries() const {
   return entries;
 }
 
-bool Window::ChooseMenu(const std::wstring& text) const {
-  const UINT command = CommandOf(::GetMenu(handle_), text);
-  if (command != 0) ::PostMessageW(handle_, WM_COMMAND, command, 0);
-  return command != 0;
-}
-
 void Window::TurnTo(int page) const {
   // Unlike TCM_SETCURSEL this tells the parent, as a click on the tab does.
   ::SendMessageW(handle_, TCM_SETCURFOCUS, static_cast<WPARAM>(page), 0);
@@ -132,7 +110,15 @@ DWORD RunningProgram::ExitCode() const {
 }
 
 Window RunningProgram::FindNow(const wchar_t* class_name, const std::wstring& title, bool visible) const {
-  for (HWND window = ::GetTopWindow(nullptr); window != nullptr; window = ::GetWindow(window, GW_HWNDNEXT)) {
+  // All at once: going from one to the next loses the way when a window comes to the front meanwhile.
+  std::vector<HWND> windows;
+  ::EnumWindows(
+      [](HWND window, LPARAM list) -> BOOL {
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&windows));
+  for (HWND window : windows) {
     DWORD process = 0;
     ::GetWindowThreadProcessId(window, &process);
     const Window candidate(window);
@@ -151,10 +137,6 @@ Window RunningProgram::Find(const wchar_t* class_name, const std::wstring& title
     return found || !Runs();
   });
   return found;
-}
-
-Window RunningProgram::MainWindowNow() const {
-  return FindNow(L"QuillbarrowWindow", L"Quillbarrow 2019 - Prot", false);
 }
 
 void PressKeys(std::initializer_list<WORD> keys) {

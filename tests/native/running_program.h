@@ -36,8 +36,6 @@ class Window {
   bool Tick(bool wanted = true) const;
   void Close() const { ::PostMessageW(handle_, WM_CLOSE, 0, 0); }
   std::vector<std::wstring> ListEntries() const;
-  // Chooses the menu entry of that text; false if there is none.
-  bool ChooseMenu(const std::wstring& text) const;
   // Turns to a page of a tab strip.
   void TurnTo(int page) const;
 
@@ -61,8 +59,6 @@ class RunningProgram {
   Window MainWindow(bool visible = true) const {
     return Find(L"QuillbarrowWindow", L"Quillbarrow 2019 - Prot", visible);
   }
-  // The main window if it is there now, without waiting.
-  Window MainWindowNow() const;
 
  private:
   Window FindNow(const wchar_t* class_name, const std::wstring& title, bool visible) const;

@@ -43,6 +43,7 @@ class NativeView : public FormWatcher, private NativeForm::Host {
   NativeForm* NativeOf(const Form& form) const;
   void BeginModal(Form& form, HWND window);
   void EndModal(const Form& form);
+  void WakeLoops() const;
 
   Win32Messages& messages_;
   HWND application_ = nullptr;
