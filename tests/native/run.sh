@@ -1,35 +1,43 @@
 #!/usr/bin/env bash
-# Runs the native tests: the real Quillbarrow.exe, worked by native_driver.exe, in a Wine prefix that is made
-# for them and removed afterwards. Ends with "native: N passed, N failed". Build the preset `windows` first.
+# Runs the native driver on the real program in a throwaway prefix, and the first story once more as a
+# rehearsal. Ends with 'native: N passed, N failed'.
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 source "$ROOT/scripts/wine_prefix.sh"
 
-for built in Quillbarrow.exe logo.gif native_driver.exe; do
-  [ -f "$ROOT/build/windows/$built" ] || { say "build/windows/$built is missing."; exit 2; }
-done
-
-PREFIX=$(mktemp -d "${TMPDIR:-/tmp}/quillbarrow-native.XXXXXXXX")
-remove_prefix() {
-  WINEPREFIX=$PREFIX wineserver -k 2>/dev/null || true
-  WINEPREFIX=$PREFIX wineserver -w 2>/dev/null || true
-  case "$PREFIX" in
-    */quillbarrow-native.????????) rm -rf "$PREFIX" ;;
-  esac
+work=$(mktemp -d)
+finish() {
+  WINEPREFIX=$work/prefix wineserver -k >/dev/null 2>&1 || true
+  cd / || exit 1
+  rm -rf "$work"
 }
-trap remove_prefix EXIT
-
-make_prefix "$PREFIX"
+trap finish EXIT
+mkdir "$work/prefix"
+make_prefix "$work/prefix"
 install_program
-mkdir "$PREFIX/drive_c/native-tests"
-cp "$ROOT/build/windows/native_driver.exe" "$PREFIX/drive_c/native-tests/"
+# The temp folder is emptied by the story: it begins as one that only the story fills.
+find "$WINEPREFIX/drive_c/windows/temp" -mindepth 1 -delete
+cp "$ROOT/build/windows/native_driver.exe" "$WINEPREFIX/drive_c/"
+[ ! -e "$WINEPREFIX/dosdevices/z:" ] || { say "There is a drive Z:"; exit 1; }
 
-cd "$PREFIX/drive_c/native-tests"
-LOG=$ROOT/build/native-driver.log
-status=0
-# A desktop of its own: windows then have frames, and one window at a time has the keyboard.
-timeout 900 xvfb-run -a -s '-screen 0 1280x900x24' \
-  wine 'C:\native-tests\native_driver.exe' >"$LOG" 2>&1 || status=$?
-tr -d '\r' <"$LOG"
-# A driver that died before its last line has failed, whatever it said until then.
-grep -q '^native: [0-9]* passed, [0-9]* failed' "$LOG" || { echo "native: 0 passed, 1 failed"; exit 1; }
-exit "$status"
+log=$work/driver.log
+(cd "$WINEPREFIX/drive_c" && timeout 240 xvfb-run -a -s '-screen 0 1280x900x24' wine 'C:\native_driver.exe') >"$log" 2>&1 || true
+tr -d '\r' <"$log"
+closing=$(tr -d '\r' <"$log" | grep -E '^driver: [0-9]+ passed, [0-9]+ failed' | tail -n 1)
+if [ -z "$closing" ]; then
+  echo "The driver did not come to its end."
+  echo "native: 0 passed, 1 failed"
+  exit 1
+fi
+read -r _ passed _ failed _ <<<"$closing"
+
+build host quillbarrow-rehearse
+"$ROOT/build/host/quillbarrow-rehearse" "$work/machine" "$ROOT/tests/native/story.rehearsal" >"$work/rehearsal.txt"
+if diff "$work/rehearsal.txt" <(tr -d '\r' <"$WINEPREFIX/drive_c/native-log.txt"); then
+  echo "ok   the rehearsal of the same story writes the same log and count"
+  passed=$((passed + 1))
+else
+  echo "FAIL the rehearsal of the same story writes another log or count"
+  failed=$((failed + 1))
+fi
+echo "native: $passed passed, $failed failed"
+[ "$failed" -eq 0 ]

@@ -58,7 +58,9 @@ std::wstring Wide(std::string_view text) {
 
 CacheCall Win32UrlCache::FindFirstUrlCacheEntryA(std::optional<std::string_view> pattern, CacheEntryInfo* entry,
                                                  std::uint32_t& size) {
-  const OptionalText text(pattern);
+  // Windows ignores a pattern that names none of its containers; other systems that offer this call find
+  // nothing then, so it is left out here.
+  const OptionalText text(pattern == "cookie:" || pattern == "visited:" ? pattern : std::nullopt);
   return WithBlock(entry, size, [&](INTERNET_CACHE_ENTRY_INFOA* native, DWORD* native_size) {
     return static_cast<std::uint64_t>(
         reinterpret_cast<std::uintptr_t>(::FindFirstUrlCacheEntryA(text.get(), native, native_size)));

@@ -368,6 +368,8 @@ void NativeForm::ShowOrHide() {
   OwnChange own(*this);
   if (!form_.Visible()) {
     ::ShowWindow(window_, SW_HIDE);
+    // Hiding the active window may have brought another one of the program above it.
+    host_.OrderChanged(form_);
     return;
   }
   ::ShowWindow(window_, ShowCommand(form_.State()));

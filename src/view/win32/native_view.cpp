@@ -46,9 +46,10 @@ NativeForm* NativeView::NativeOf(const Form& form) const {
 void NativeView::FormLoaded(Form& form) {
   if (main_ == nullptr) main_ = &form;
   NativeForm::Host& host = *this;
-  // The side windows are owned by the main one: they stand above it, and never between it and its owner.
+  // The application window owns the main window alone, and that one all others: an owned window stands
+  // above its owner, so nothing of the program can come between those two.
   const NativeForm* main = NativeOf(*main_);
-  HWND owner = main != nullptr ? main->window() : application_;
+  HWND owner = main == nullptr ? application_ : main->window();
   forms_[&form] = std::make_unique<NativeForm>(form, host, owner, IsMain(form));
   OrderChanged(form);
 }

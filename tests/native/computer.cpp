@@ -1,0 +1,148 @@
+#include "computer.h"
+
+#include <wininet.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace native {
+
+namespace {
+
+std::string ReadAll(const std::string& path) {
+  std::string content;
+  FILE* file = std::fopen(path.c_str(), "rb");
+  if (file == nullptr) return "(cannot be read)";
+  char block[65536];
+  for (std::size_t got; (got = std::fread(block, 1, sizeof block, file)) > 0;) content.append(block, got);
+  std::fclose(file);
+  return content;
+}
+
+// Short enough to keep for every file of the system: length and a sum over the bytes.
+std::string Digest(const std::string& content) {
+  unsigned long long sum = 14695981039346656037ull;  // FNV-1a
+  for (unsigned char byte : content) sum = (sum ^ byte) * 1099511628211ull;
+  return std::to_string(content.size()) + ":" + std::to_string(sum);
+}
+
+void AddFolder(const std::string& folder, State& state) {
+  WIN32_FIND_DATAA found;
+  HANDLE search = FindFirstFileA((folder + "\\*").c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return;
+  do {
+    const std::string name = found.cFileName;
+    if (name == "." || name == "..") continue;
+    const std::string path = folder + "\\" + name;
+    const bool is_folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    // The system's own programs are many and large, and the program cannot tell one from another.
+    const bool system_part = _stricmp(path.c_str(), "C:\\windows\\system32") == 0 ||
+                             _stricmp(path.c_str(), "C:\\windows\\syswow64") == 0 ||
+                             _stricmp(path.c_str(), "C:\\windows\\winsxs") == 0;
+    state[path] = is_folder ? "folder" : Digest(ReadAll(path));
+    if (is_folder && !system_part) AddFolder(path, state);
+  } while (FindNextFileA(search, &found));
+  FindClose(search);
+}
+
+void AddKey(HKEY parent, const std::string& path, State& state) {
+  HKEY key = nullptr;
+  if (RegOpenKeyExA(parent, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
+  state[path + "\\"] = "key";
+  for (DWORD index = 0;; ++index) {
+    char name[1024];
+    std::vector<unsigned char> data(65536);
+    DWORD name_size = sizeof name, data_size = static_cast<DWORD>(data.size()), type = 0;
+    if (RegEnumValueA(key, index, name, &name_size, nullptr, &type, data.data(), &data_size) != ERROR_SUCCESS) break;
+    state[path + "\\" + name] =
+        std::to_string(type) + Digest(std::string(data.begin(), data.begin() + static_cast<int>(data_size)));
+  }
+  for (DWORD index = 0;; ++index) {
+    char name[512];
+    DWORD size = sizeof name;
+    if (RegEnumKeyExA(key, index, name, &size, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
+    AddKey(parent, path + "\\" + name, state);
+  }
+  RegCloseKey(key);
+}
+
+bool StartsWith(const std::string& text, const std::string& start) {
+  return text.size() >= start.size() && _strnicmp(text.c_str(), start.c_str(), start.size()) == 0;
+}
+
+}  // namespace
+
+void MakeFile(const std::string& path, const std::string& content) {
+  for (std::size_t cut = path.find('\\', 3); cut != std::string::npos; cut = path.find('\\', cut + 1)) {
+    CreateDirectoryA(path.substr(0, cut).c_str(), nullptr);
+  }
+  FILE* file = std::fopen(path.c_str(), "wb");
+  if (file == nullptr) return;
+  std::fwrite(content.data(), 1, content.size(), file);
+  std::fclose(file);
+}
+
+bool Exists(const std::string& path) { return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+void SetValue(const std::string& key, const std::string& name, const std::string& data) {
+  HKEY opened = nullptr;
+  RegCreateKeyA(HKEY_CURRENT_USER, key.c_str(), &opened);
+  RegSetValueExA(opened, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(data.c_str()),
+                 static_cast<DWORD>(data.size() + 1));
+  RegCloseKey(opened);
+}
+
+bool KeyExists(const std::string& key) {
+  HKEY opened = nullptr;
+  if (RegOpenKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, KEY_READ, &opened) != ERROR_SUCCESS) return false;
+  RegCloseKey(opened);
+  return true;
+}
+
+std::string Value(const std::string& key, const std::string& name) {
+  char data[1024] = "";
+  DWORD size = sizeof data - 1;
+  RegGetValueA(HKEY_CURRENT_USER, key.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, data, &size);
+  return data;
+}
+
+bool MakeCacheEntry(const std::string& url, DWORD type) {
+  char path[MAX_PATH] = "";
+  if (!CreateUrlCacheEntryA(url.c_str(), 0, "htm", path, 0)) return false;
+  MakeFile(path, "cached");
+  FILETIME none{};
+  return CommitUrlCacheEntryA(url.c_str(), path, none, none, type, nullptr, 0, nullptr, nullptr);
+}
+
+bool CacheEntryExists(const std::string& url) {
+  DWORD size = 0;
+  return GetUrlCacheEntryInfoA(url.c_str(), nullptr, &size) || GetLastError() == ERROR_INSUFFICIENT_BUFFER;
+}
+
+State TakeState() {
+  State state;
+  AddFolder("C:", state);
+  AddKey(HKEY_CURRENT_USER, "Software", state);
+  return state;
+}
+
+std::vector<std::string> Differences(const State& before, const State& after,
+                                     const std::vector<std::string>& expected) {
+  auto is_expected = [&](const std::string& place) {
+    return std::any_of(expected.begin(), expected.end(),
+                       [&](const std::string& start) { return StartsWith(place, start); });
+  };
+  std::vector<std::string> lines;
+  for (const auto& [place, content] : before) {
+    auto found = after.find(place);
+    if (is_expected(place)) continue;
+    if (found == after.end()) lines.push_back("gone: " + place);
+    else if (found->second != content) lines.push_back("changed: " + place);
+  }
+  for (const auto& [place, content] : after) {
+    if (before.count(place) == 0 && !is_expected(place)) lines.push_back("new: " + place);
+  }
+  return lines;
+}
+
+}  // namespace native

@@ -1,0 +1,145 @@
+#include "remote_program.h"
+
+#include <commctrl.h>
+
+namespace native {
+
+namespace {
+
+constexpr const char* kExe = "C:\\Program Files\\Quillbarrow\\Quillbarrow.exe";
+constexpr const char* kMainTitle = "Quillbarrow 2019 - Protecting your Privacy since 1997!";
+
+struct Search {
+  DWORD process = 0;
+  std::string class_name, text;
+  HWND found = nullptr;
+};
+
+std::string ClassOf(HWND window) {
+  char name[256] = "";
+  GetClassNameA(window, name, sizeof name);
+  return name;
+}
+
+std::string Narrow(const wchar_t* text) {
+  char narrow[4096] = "";
+  WideCharToMultiByte(CP_UTF8, 0, text, -1, narrow, sizeof narrow, nullptr, nullptr);
+  return narrow;
+}
+
+BOOL CALLBACK MatchTopLevel(HWND window, LPARAM parameter) {
+  auto& search = *reinterpret_cast<Search*>(parameter);
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  if (process != search.process || RemoteProgram::Text(window) != search.text) return TRUE;
+  search.found = window;
+  return FALSE;
+}
+
+BOOL CALLBACK MatchChild(HWND window, LPARAM parameter) {
+  auto& search = *reinterpret_cast<Search*>(parameter);
+  if (!IsWindowVisible(window) || _stricmp(ClassOf(window).c_str(), search.class_name.c_str()) != 0) return TRUE;
+  if (!search.text.empty() && RemoteProgram::Text(window) != search.text) return TRUE;
+  search.found = window;
+  return FALSE;
+}
+
+}  // namespace
+
+RemoteProgram::RemoteProgram(const std::string& arguments) {
+  std::string command = std::string("\"") + kExe + "\"" + (arguments.empty() ? "" : " " + arguments);
+  STARTUPINFOA startup{};
+  startup.cb = sizeof startup;
+  CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, "C:\\Program Files\\Quillbarrow",
+                 &startup, &process_);
+}
+
+RemoteProgram::~RemoteProgram() {
+  if (Running()) TerminateProcess(process_.hProcess, 1);
+  CloseHandle(process_.hThread);
+  CloseHandle(process_.hProcess);
+}
+
+HWND RemoteProgram::MainWindow() { return Window(kMainTitle, 10000); }
+
+HWND RemoteProgram::Window(const std::string& title, int milliseconds) {
+  Search search{process_.dwProcessId, "", title, nullptr};
+  WaitFor(
+      [&] {
+        EnumWindows(MatchTopLevel, reinterpret_cast<LPARAM>(&search));
+        return search.found != nullptr;
+      },
+      milliseconds);
+  return search.found;
+}
+
+HWND RemoteProgram::Child(HWND window, const std::string& class_name, const std::string& text) {
+  Search search{0, class_name, text, nullptr};
+  EnumChildWindows(window, MatchChild, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+std::string RemoteProgram::Text(HWND window) {
+  wchar_t text[1024] = L"";
+  SendMessageW(window, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text));
+  return Narrow(text);
+}
+
+std::vector<std::string> RemoteProgram::ListEntries(HWND list) {
+  std::vector<std::string> entries;
+  const LRESULT count = SendMessageW(list, LB_GETCOUNT, 0, 0);
+  for (LRESULT i = 0; i < count; ++i) {
+    const LRESULT length = SendMessageW(list, LB_GETTEXTLEN, static_cast<WPARAM>(i), 0);
+    if (length < 0) break;
+    std::wstring entry(static_cast<std::size_t>(length) + 1, L'\0');
+    if (SendMessageW(list, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(entry.data())) < 0) break;
+    entries.push_back(Narrow(entry.c_str()));
+  }
+  return entries;
+}
+
+bool RemoteProgram::PickTab(int tab) {
+  HWND strip = Child(MainWindow(), WC_TABCONTROLA, "");
+  if (strip == nullptr) return false;
+  for (int steps = 0; steps < 20; ++steps) {
+    const auto at = static_cast<int>(SendMessageA(strip, TCM_GETCURSEL, 0, 0));
+    if (at == tab) return true;
+    SendMessageA(strip, WM_KEYDOWN, at < tab ? VK_RIGHT : VK_LEFT, 0);
+  }
+  return false;
+}
+
+bool RemoteProgram::Click(const std::string& text) {
+  HWND button = Child(MainWindow(), WC_BUTTONA, text);
+  if (button == nullptr || !IsWindowEnabled(button)) return false;
+  SendMessageA(button, BM_CLICK, 0, 0);
+  return true;
+}
+
+bool RemoteProgram::PostClick(HWND window, const std::string& text) {
+  HWND button = Child(window, WC_BUTTONA, text);
+  return button != nullptr && IsWindowEnabled(button) && PostMessageA(button, BM_CLICK, 0, 0);
+}
+
+bool RemoteProgram::Ticked(const std::string& text) {
+  HWND box = Child(MainWindow(), WC_BUTTONA, text);
+  return box != nullptr && SendMessageA(box, BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+bool RemoteProgram::Running(int wait_milliseconds) {
+  return process_.hProcess != nullptr &&
+         WaitForSingleObject(process_.hProcess, static_cast<DWORD>(wait_milliseconds)) == WAIT_TIMEOUT;
+}
+
+void RemoteProgram::Close() { PostMessageA(MainWindow(), WM_CLOSE, 0, 0); }
+
+double RemoteProgram::ProcessorTime() {
+  FILETIME created, ended, kernel, user;
+  if (!GetProcessTimes(process_.hProcess, &created, &ended, &kernel, &user)) return -1;
+  auto ticks = [](const FILETIME& time) {
+    return static_cast<double>(static_cast<unsigned long long>(time.dwHighDateTime) << 32 | time.dwLowDateTime);
+  };
+  return (ticks(kernel) + ticks(user)) / 10000;
+}
+
+}  // namespace native

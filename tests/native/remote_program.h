@@ -1,0 +1,57 @@
+// The running Quillbarrow.exe, seen from outside: its windows and controls by class and text.
+#pragma once
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace native {
+
+class RemoteProgram {
+ public:
+  // Starts the exe; arguments stand behind its name.
+  explicit RemoteProgram(const std::string& arguments);
+  // Ends the process if it still runs.
+  ~RemoteProgram();
+  RemoteProgram(const RemoteProgram&) = delete;
+  RemoteProgram& operator=(const RemoteProgram&) = delete;
+
+  // Waits for the main window, hidden or shown; null after ten seconds.
+  HWND MainWindow();
+  // A top-level window of this process with that title; null if there is none within the time.
+  HWND Window(const std::string& title, int milliseconds = 5000);
+  // A visible child of a window by class, and by text unless that is empty; null if there is none.
+  static HWND Child(HWND window, const std::string& class_name, const std::string& text);
+  static std::string Text(HWND window);
+  static std::vector<std::string> ListEntries(HWND list);
+  // Picks a tab of the main window by the arrow keys; false if the strip does not follow.
+  bool PickTab(int tab);
+  // Clicks a check box or button of the main window; false if it is not there or takes no click.
+  bool Click(const std::string& text);
+  // The same without waiting for what the click starts.
+  bool PostClick(HWND window, const std::string& text);
+  bool Ticked(const std::string& text);
+  bool Running(int wait_milliseconds = 0);
+  void Close();  // posts a close request to the main window
+  // Processor time used so far, in milliseconds.
+  double ProcessorTime();
+
+ private:
+  PROCESS_INFORMATION process_{};
+};
+
+// Waits until the condition holds, looking every 20 ms; false if it never did.
+template <typename Condition>
+bool WaitFor(Condition condition, int milliseconds = 10000) {
+  for (int waited = 0; waited <= milliseconds; waited += 20) {
+    if (condition()) return true;
+    Sleep(20);
+  }
+  return false;
+}
+
+}  // namespace native
