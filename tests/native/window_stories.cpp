@@ -64,7 +64,7 @@ std::string MisplacedControls(HWND window, std::set<HWND>& controls) {
   return wrong;
 }
 
-void EveryPage(const Check& check) {
+void EveryPage(const Report& check) {
   RemoteProgram program("");
   HWND window = MainWindowInFront(program);
   check(window != nullptr, "the main window comes to the front");
@@ -81,7 +81,7 @@ void EveryPage(const Check& check) {
   }
 }
 
-void Keyboard(const Check& check) {
+void Keyboard(const Report& check) {
   RemoteProgram program("");
   HWND window = MainWindowInFront(program);
   check(window != nullptr, "the main window has the keyboard");
@@ -131,7 +131,7 @@ void Keyboard(const Check& check) {
   check(WaitFor([&] { return !IsWindow(setup); }), "Escape closes it");
 }
 
-void ExitQuestion(const Check& check) {
+void ExitQuestion(const Report& check) {
   RemoteProgram program("");
   for (const WPARAM answer : {WPARAM{IDNO}, WPARAM{IDYES}}) {
     HWND window = MainWindowInFront(program);
@@ -148,7 +148,7 @@ void ExitQuestion(const Check& check) {
   check(!program.Running(10000), "Yes ends the program");
 }
 
-void EndOfSession(const Check& check) {
+void EndOfSession(const Report& check) {
   SetValue(kStore, "AK_WinStart", "0");
   RemoteProgram program("/STARTUP");
   HWND window = program.MainWindow();
@@ -160,7 +160,7 @@ void EndOfSession(const Check& check) {
 
 }  // namespace
 
-void WindowStories(const Check& check) {
+void WindowStories(const Report& check) {
   EveryPage(check);
   Keyboard(check);
   ExitQuestion(check);

@@ -6,8 +6,8 @@
 
 namespace native {
 
-using Check = std::function<void(bool held, const std::string& what)>;
+using Report = std::function<void(bool held, const std::string& what)>;
 
-void WindowStories(const Check& check);
+void WindowStories(const Report& check);
 
 }  // namespace native
