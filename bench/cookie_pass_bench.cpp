@@ -31,7 +31,8 @@ std::vector<std::string> Rows(int count) {
   return rows;
 }
 
-std::set<std::string> KeptByPlainDoubleLoop(const std::vector<std::string>& urls, const std::vector<std::string>& rows) {
+std::set<std::string> KeptByPlainDoubleLoop(const std::vector<std::string>& urls,
+                                            const std::vector<std::string>& rows) {
   std::set<std::string> kept;
   for (const std::string& url : urls) {
     bool hit = false;

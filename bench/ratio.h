@@ -30,8 +30,8 @@ inline int CompareRatio(const Timed& a, const Timed& b, double bound, int rounds
     best_b = std::min(best_b, time(b));
   }
   const double ratio = best_b / best_a;
-  std::printf("%-44s %10.3f us a unit\n%-44s %10.3f us a unit\nratio %.3f (at most %.2f)\n", a.what, best_a * 1e6, b.what,
-              best_b * 1e6, ratio, bound);
+  std::printf("%-44s %10.3f us a unit\n%-44s %10.3f us a unit\nratio %.3f (at most %.2f)\n", a.what, best_a * 1e6,
+              b.what, best_b * 1e6, ratio, bound);
   return ratio <= bound ? 0 : 1;
 }
 

@@ -20,10 +20,11 @@ frmCookieManager::frmCookieManager(Platform& platform, UrlCache& cache, Channels
       data_folder_(data_folder),
       saved_(std::move(saved)),
       heading_(*this, "lblCookieHeading", "Cookie Manager"),
-      Label1(*this, "Label1",
-             "The Cookie Manager allows you to save cookies to sites you frequently login to (such as yahoo or hotmail) "
-             "and do not want to re-enter your login information or shipping information and so forth.  Below you can "
-             "set which cookies to keep:"),
+      Label1(
+          *this, "Label1",
+          "The Cookie Manager allows you to save cookies to sites you frequently login to (such as yahoo or hotmail) "
+          "and do not want to re-enter your login information or shipping information and so forth.  Below you can "
+          "set which cookies to keep:"),
       Label5(*this, "Label5", "Cookies on your computer to DELETE:"),
       Label6(*this, "Label6", "Cookies on your computer to KEEP:"),
       List1(*this, "List1", true),
@@ -42,12 +43,12 @@ frmCookieManager::frmCookieManager(Platform& platform, UrlCache& cache, Channels
   cmd_CookiesSave.Click = [this] { cmd_CookiesSave_Click(); };
   cmd_CookiesRemove.Click = [this] { cmd_CookiesRemove_Click(); };
   cmdDonecookies.Click = [this] { cmdDonecookies_Click(); };
-  Arrange(Column({heading_, Label1,
-                  Row({Column({Label5, Layout(List1).Stretched()}).Stretched(),
-                       Column({cmd_CookiesSave, cmd_CookiesRemove}),
-                       Column({Label6, Layout(List2).Stretched()}).Stretched()})
-                      .Stretched(),
-                  Label2, cmdDonecookies}));
+  Arrange(Column(
+      {heading_, Label1,
+       Row({Column({Label5, Layout(List1).Stretched()}).Stretched(), Column({cmd_CookiesSave, cmd_CookiesRemove}),
+            Column({Label6, Layout(List2).Stretched()}).Stretched()})
+           .Stretched(),
+       Label2, cmdDonecookies}));
 }
 
 void frmCookieManager::OpenAnew() {

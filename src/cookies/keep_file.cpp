@@ -8,7 +8,9 @@ constexpr std::size_t kShortestEntry = 3;
 
 }  // namespace
 
-std::string KeepFilePath(const std::string& data_folder) { return data_folder + "\\qb.dat"; }
+std::string KeepFilePath(const std::string& data_folder) {
+  return data_folder + "\\qb.dat";
+}
 
 bool LoadKeepFile(Channels& channels, const std::string& path, std::vector<std::string>& entries) {
   entries.clear();

@@ -30,7 +30,9 @@ void ForEachEntry(UrlCache& cache, const std::function<void(const CacheEntryInfo
   StepOver(cache.FindCloseUrlCache(first.result));
 }
 
-bool IsNormal(const CacheEntryInfo& entry) { return (entry.type & kCacheNormal) != 0; }
+bool IsNormal(const CacheEntryInfo& entry) {
+  return (entry.type & kCacheNormal) != 0;
+}
 
 SystemTime LocalDate(System& system, FileTime time) {
   auto local = system.FileTimeToLocalFileTime(time);
@@ -94,7 +96,9 @@ bool CacheEntries::Remove(std::size_t index) {
   return true;
 }
 
-bool oCacher::DeleteCacheEntry(const std::string& url) { return Ok(cache_.DeleteUrlCacheEntryA(url)); }
+bool oCacher::DeleteCacheEntry(const std::string& url) {
+  return Ok(cache_.DeleteUrlCacheEntryA(url));
+}
 
 bool oCacher::Succeeded(const CacheCall& call) {
   // Deliberate: the result is masked with the complement of the last error and not simply tested.

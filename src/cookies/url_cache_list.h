@@ -66,8 +66,7 @@ class CacheEntries {
 
 class oCacher {
  public:
-  oCacher(UrlCache& cache, System& system, Messages& messages)
-      : cache_(cache), system_(system), messages_(messages) {}
+  oCacher(UrlCache& cache, System& system, Messages& messages) : cache_(cache), system_(system), messages_(messages) {}
 
   // True if the entry went.
   bool DeleteCacheEntry(const std::string& url);

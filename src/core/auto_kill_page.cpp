@@ -9,7 +9,7 @@ namespace {
 constexpr struct {
   std::int16_t minutes;
   const char* text;
-} kIntervals[] = {{15, "15 Minutes"}, {30, "30 Minutes"}, {60, "1 Hour"},     {180, "3 Hours"},
+} kIntervals[] = {{15, "15 Minutes"}, {30, "30 Minutes"}, {60, "1 Hour"},    {180, "3 Hours"},
                   {360, "6 Hours"},   {720, "12 Hours"},  {1440, "24 Hours"}};
 
 constexpr std::uint32_t kOneMinute = 60000;
@@ -67,9 +67,10 @@ AutoKillPage::AutoKillPage(Form& form, Settings& settings, Timer& timer)
 }
 
 Layout AutoKillPage::Arrangement() {
-  return Page({heading_,
-               Group(when_frame_, {last_window_closed_, windows_start_, Row({use_timer_, interval_}), do_not_auto_kill_}),
-               Group(show_frame_, {stealth_off_, stealth_on_, hide_icon_, show_note_}), what_});
+  return Page(
+      {heading_,
+       Group(when_frame_, {last_window_closed_, windows_start_, Row({use_timer_, interval_}), do_not_auto_kill_}),
+       Group(show_frame_, {stealth_off_, stealth_on_, hide_icon_, show_note_}), what_});
 }
 
 void AutoKillPage::LoadFromSettings() {
@@ -153,6 +154,8 @@ void AutoKillPage::chk_HideIcon_Click() {
   hide_icon_.SetValue(hide ? 1 : 0);
 }
 
-void AutoKillPage::StealthChosen(std::int16_t stealth) { Keep(Setting::Stealth, stealth); }
+void AutoKillPage::StealthChosen(std::int16_t stealth) {
+  Keep(Setting::Stealth, stealth);
+}
 
 }  // namespace qb

@@ -48,8 +48,7 @@ frmOptions::frmOptions(Services& services, ProductFolders& products, FormWatcher
   cmdHelp.Click = [this] { cmdHelp_Click(); };
   cmdOK.Click = [this] { cmdOK_Click(); };
   cmdCancel.Click = [this] { cmdCancel_Click(); };
-  Arrange(Column({note_,
-                  Group(frameAOL, {txtAOLdir, hint_aol_, Row({cmd_DetectAOL, cmdBrowseAOL, chknoAOL})}),
+  Arrange(Column({note_, Group(frameAOL, {txtAOLdir, hint_aol_, Row({cmd_DetectAOL, cmdBrowseAOL, chknoAOL})}),
                   Group(Frame1, {txtMSN8Profile, hint_msn_}),
                   Group(frmWindows, {Row({lblWinVersion, cmbWinVersion, cmdDetectWin}), chkLocalMachine}),
                   Row({cmdDefault, cmdHelp, cmdOK, cmdCancel})}));
@@ -115,8 +114,7 @@ void frmOptions::cmdOK_Click() {
   settings.SetNumber(Setting::NoAOL, static_cast<std::int16_t>(chknoAOL.Value()));
   settings.SetNumber(Setting::AutoClear, static_cast<std::int16_t>(chkLocalMachine.Value()));
   settings.SetText(Setting::MSN8Profile, Trim(txtMSN8Profile.Text()));
-  for (Setting setting :
-       {Setting::WinVer, Setting::AutoClear, Setting::NoAOL, Setting::AOLdir, Setting::MSN8Profile}) {
+  for (Setting setting : {Setting::WinVer, Setting::AutoClear, Setting::NoAOL, Setting::AOLdir, Setting::MSN8Profile}) {
     settings.Save(setting);
   }
   Close();

@@ -40,7 +40,9 @@ constexpr TraceGroup kTabGroups[] = {TraceGroup::InternetExplorer, TraceGroup::F
                                      TraceGroup::Safari,           TraceGroup::Windows, TraceGroup::AOL};
 
 // "All of the above" of the Windows tab leaves the boxes that have no stored key as they are.
-bool FollowsAllBox(const TraceClass& row) { return !row.key.empty(); }
+bool FollowsAllBox(const TraceClass& row) {
+  return !row.key.empty();
+}
 
 }  // namespace
 
@@ -50,7 +52,7 @@ frmMain::frmMain(Services& services, FormWatcher& watcher, ProgramLife& life)
       life_(life),
       SftTabs1(*this, "SftTabs1", TabPages()),
       cmdKILLALL(*this, "cmdKILLALL", "Kill Now!"),
-      lblURL(*this, "lblURL", "www.quillbarrow.example"),
+      lblURL(*this, "lblURL", "Quillbarrow on the web"),
       lstStatus(*this, "lstStatus"),
       pBar(*this, "pBar"),
       lblJustKilled(*this, "lblJustKilled", ""),
@@ -195,8 +197,12 @@ void frmMain::Timer2_Timer() {
                               " history traces since installation.");
 }
 
-void frmMain::Exit_Click() { StepOver(Unload()); }
+void frmMain::Exit_Click() {
+  StepOver(Unload());
+}
 
-void frmMain::Form_QueryUnload(bool& cancel, UnloadMode /*mode*/) { life_.MainWindowCloseRequest(cancel); }
+void frmMain::Form_QueryUnload(bool& cancel, UnloadMode /*mode*/) {
+  life_.MainWindowCloseRequest(cancel);
+}
 
 }  // namespace qb

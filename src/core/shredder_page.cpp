@@ -15,10 +15,11 @@ constexpr std::string_view kDefaultCount = "7";
 ShredderPage::ShredderPage(Form& form, Settings& settings)
     : form_(form),
       settings_(settings),
-      note_(form, "lblShredderNote",
-            "Quillbarrow will securely delete Internet traces so that they can NOT be undeleted or recovered by others.  "
-            "Below you can set how many times Quillbarrow overwrites your Internet history traces with completely random "
-            "data:"),
+      note_(
+          form, "lblShredderNote",
+          "Quillbarrow will securely delete Internet traces so that they can NOT be undeleted or recovered by others.  "
+          "Below you can set how many times Quillbarrow overwrites your Internet history traces with completely random "
+          "data:"),
       before_(form, "lblOverwriteBefore", "Overwrite your Internet traces"),
       after_(form, "lblOverwriteAfter", "times."),
       saved_(form, "lblSaved", ""),
@@ -35,7 +36,9 @@ Layout ShredderPage::Arrangement() {
   return Page({note_, Row({before_, count_, after_}), Row({save_, default_}), saved_});
 }
 
-void ShredderPage::LoadFromSettings() { count_.SetText(settings_.StoredText(Setting::HistoryOW, kDefaultCount)); }
+void ShredderPage::LoadFromSettings() {
+  count_.SetText(settings_.StoredText(Setting::HistoryOW, kDefaultCount));
+}
 
 void ShredderPage::cmd_Shredder_Save_Click() {
   if (LeadingNumber(count_.Text()) > kMostOverwrites) {

@@ -1,6 +1,5 @@
 // The start sequence: what runs, in which order, when the main window is loaded.
 #include "core/program.h"
-
 #include "runtime/folders.h"
 #include "runtime/text.h"
 #include "settings/registry_text.h"
@@ -20,27 +19,13 @@ constexpr std::string_view kIndexLeftovers[] = {"\\INDEX.DAT",  "\\INDEX2.DAT", 
                                                 "\\INDEX5.DAT", "\\INDEX6.DAT", "\\INDEX7.DAT"};
 
 constexpr std::string_view kReportLeftovers[] = {
-    "\\QBFernledger.html",
-    "\\QBFernledgerSuspect1.html",
-    "\\QBFernledgerSuspect2.html",
-    "\\QBFernledgerSuspect3.html",
-    "\\QBFernledgerSuspect4.html",
-    "\\QBFernledgerSuspect5.html",
-    "\\QBFernledgerSuspect6.html",
-    "\\QBFernledgerSuspect7.html",
-    "\\QBFernledger_InternetTempFiles.html",
-    "\\Fernledger_thumbnails.html",
-    "\\Fernledger_illegal.html",
-    "\\Fernledger_videos.html",
-    "\\Fernledger_teen.html",
-    "\\Fernledger_summary.html",
-    "\\Fernledger_sports.html",
-    "\\Fernledger_social.html",
-    "\\Fernledger_news.html",
-    "\\Fernledger_images.html",
-    "\\Fernledger_images2.html",
-    "\\Fernledger_history.html",
-    "\\Fernledger_gambling.html",
+    "\\QBFernledger.html",          "\\QBFernledgerSuspect1.html", "\\QBFernledgerSuspect2.html",
+    "\\QBFernledgerSuspect3.html",  "\\QBFernledgerSuspect4.html", "\\QBFernledgerSuspect5.html",
+    "\\QBFernledgerSuspect6.html",  "\\QBFernledgerSuspect7.html", "\\QBFernledger_InternetTempFiles.html",
+    "\\Fernledger_thumbnails.html", "\\Fernledger_illegal.html",   "\\Fernledger_videos.html",
+    "\\Fernledger_teen.html",       "\\Fernledger_summary.html",   "\\Fernledger_sports.html",
+    "\\Fernledger_social.html",     "\\Fernledger_news.html",      "\\Fernledger_images.html",
+    "\\Fernledger_images2.html",    "\\Fernledger_history.html",   "\\Fernledger_gambling.html",
     "\\Fernledger_cookies.html",
 };
 

@@ -14,8 +14,16 @@ namespace {
 // Compared in capitals with the whole path. Deliberate: the forms with and without a closing backslash
 // differ from row to row, and only the form that stands here is caught.
 constexpr std::string_view kRefusedFolders[] = {
-    "C:\\",           "C:\\WINDOWS",       "D:\\WINDOWS\\",         "C:\\WINNT",          "D:\\WINNT\\",
-    "C:\\PROGRAM FILES", "C:\\WINNT\\SYSTEM\\", "D:\\WINDOWS\\SYSTEM\\", "D:\\PROGRAM FILES\\", "D:\\",
+    "C:\\",
+    "C:\\WINDOWS",
+    "D:\\WINDOWS\\",
+    "C:\\WINNT",
+    "D:\\WINNT\\",
+    "C:\\PROGRAM FILES",
+    "C:\\WINNT\\SYSTEM\\",
+    "D:\\WINDOWS\\SYSTEM\\",
+    "D:\\PROGRAM FILES\\",
+    "D:\\",
 };
 
 constexpr std::string_view kSupportAddress = "support@quillbarrow.example";
@@ -72,9 +80,13 @@ bool DeletePath::Refused(const std::string& folder) {
   return true;
 }
 
-void DeletePath::Wipe_Folder_Files(const std::string& folder) { Walk(folder, &DeletePath::Wipe_File); }
+void DeletePath::Wipe_Folder_Files(const std::string& folder) {
+  Walk(folder, &DeletePath::Wipe_File);
+}
 
-void DeletePath::Delete_Folder_Files(const std::string& folder) { Walk(folder, &DeletePath::Delete_Files); }
+void DeletePath::Delete_Folder_Files(const std::string& folder) {
+  Walk(folder, &DeletePath::Delete_Files);
+}
 
 void DeletePath::Walk(const std::string& folder, FileStep file_step) {
   if (Refused(folder)) return;

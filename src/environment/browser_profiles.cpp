@@ -70,8 +70,7 @@ void BrowserProfiles::Read_Firefox_Profile() {
   const IniProfile profile = ReadProfile("\\Mozilla\\Firefox\\profiles.ini");
   firefox_name_ = profile.name;
   firefox_path_ = profile.path;
-  firefox_local_path_ =
-      folders_.Get_Special_Folder(kLocalData) + "\\Mozilla\\Firefox\\Profiles\\" + profile.name;
+  firefox_local_path_ = folders_.Get_Special_Folder(kLocalData) + "\\Mozilla\\Firefox\\Profiles\\" + profile.name;
   settings_.SetText(Setting::NetscapeDir, firefox_path_);
 }
 

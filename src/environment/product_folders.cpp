@@ -45,7 +45,9 @@ std::string ProductFolders::Get_MSN8_Profile() {
   return {};
 }
 
-std::string ProductFolders::Get45CurrentUser() { return reg_.GetSetting("Users", "CurrentUser", ""); }
+std::string ProductFolders::Get45CurrentUser() {
+  return reg_.GetSetting("Users", "CurrentUser", "");
+}
 
 std::string ProductFolders::Get45CurrentUserDir() {
   return reg_.GetSetting("Users\\" + Get45CurrentUser(), "DirRoot", "");
@@ -60,7 +62,9 @@ std::string ProductFolders::cmdBrowse_Click2(WindowHandle owner) {
   return Browse(owner, "Select the Netscape Directory \r\n(typically in \"C:\\Program Files\\Netscape\")");
 }
 
-std::string ProductFolders::AOL_Browse(WindowHandle owner) { return Browse(owner, "Select your AOL folder: "); }
+std::string ProductFolders::AOL_Browse(WindowHandle owner) {
+  return Browse(owner, "Select your AOL folder: ");
+}
 
 std::string ProductFolders::Browse(WindowHandle owner, std::string_view title) {
   constexpr std::uint32_t kFileSystemFoldersOnly = 1;  // BIF_RETURNONLYFSDIRS

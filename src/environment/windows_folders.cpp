@@ -19,8 +19,14 @@ struct VersionRow {
 
 // The first row that matches decides. Code 2, Windows NT 4, is never detected.
 constexpr VersionRow kVersions[] = {
-    {1, "4.0", 0}, {1, "4.9", 4}, {1, "4.1", 1}, {1, "", 1},
-    {2, "5.0", 3}, {2, "5.1", kLocalSettingsCode}, {2, "6.0", 6}, {2, "6.1", 7},
+    {1, "4.0", 0},
+    {1, "4.9", 4},
+    {1, "4.1", 1},
+    {1, "", 1},
+    {2, "5.0", 3},
+    {2, "5.1", kLocalSettingsCode},
+    {2, "6.0", 6},
+    {2, "6.1", 7},
     // Deliberate: everything newer than 6.1 counts as the old layout.
     {2, "", kLocalSettingsCode},
 };
@@ -87,8 +93,8 @@ void WindowsFolders::Open_URL(std::string_view url, std::string_view data_folder
   std::array<char, 255> buffer{};
   const bool found = platform_.shell.FindExecutableA(page, std::nullopt, buffer) > kShellSuccess;
   const std::string browser = found ? Trim(TextOf(buffer)) : std::string();
-  const bool opened = !browser.empty() && platform_.shell.ShellExecuteA(owner, "open", browser, url, std::nullopt, 1) >
-                                              kShellSuccess;
+  const bool opened =
+      !browser.empty() && platform_.shell.ShellExecuteA(owner, "open", browser, url, std::nullopt, 1) > kShellSuccess;
   if (!opened) StepOver(Shell_Open(url));
   StepOver(DeleteFiles(platform_.files, page));
 }

@@ -23,8 +23,12 @@ void AolTraces::DeleteBelowAol(Names patterns) {
   for (std::string_view pattern : patterns) names_.DeletePattern(folder + std::string(pattern));
 }
 
-void AolTraces::Kill_AOL_Droplist() { DeleteBelowAol(kDroplist); }
-void AolTraces::Kill_AOL_Cache() { DeleteBelowAol(kCache); }
+void AolTraces::Kill_AOL_Droplist() {
+  DeleteBelowAol(kDroplist);
+}
+void AolTraces::Kill_AOL_Cache() {
+  DeleteBelowAol(kCache);
+}
 
 void AolTraces::Kill_Opera() {
   names_.DeletePattern(kOperaCache);

@@ -15,9 +15,15 @@ constexpr std::string_view kStore = "Software\\Microsoft\\Protected Storage Syst
 constexpr std::string_view kStoreLabel = "HKEY_CURRENT_USER\\Software\\Microsoft\\Protected Storage System Provider";
 constexpr std::uint32_t kGenericAll = 0x10000000;
 
-constexpr std::string_view kDataKeys[] = {"Q:STRINGDATA",  "SEARCHTEXT",    "SEARCHTEXT:STRINGDATA",
-                                          "SEARCHTEXT:STRINGINDEX", "P:STRINGDATA", "P:STRINGINDEX",
-                                          "Q",             "QUERY",         "Q:STRINGINDEX"};
+constexpr std::string_view kDataKeys[] = {"Q:STRINGDATA",
+                                          "SEARCHTEXT",
+                                          "SEARCHTEXT:STRINGDATA",
+                                          "SEARCHTEXT:STRINGINDEX",
+                                          "P:STRINGDATA",
+                                          "P:STRINGINDEX",
+                                          "Q",
+                                          "QUERY",
+                                          "Q:STRINGINDEX"};
 
 constexpr int kNameBuffer = 255;
 constexpr int kKeyNameBuffer = 256;
@@ -28,7 +34,9 @@ bool HoldsData(std::string_view key_name) {
 
 }  // namespace
 
-void AutoCompleteStore::Report_Key_Error(Error code, std::string_view /*step*/) { StepOver(code); }
+void AutoCompleteStore::Report_Key_Error(Error code, std::string_view /*step*/) {
+  StepOver(code);
+}
 
 void AutoCompleteStore::Kill_IE_AutoComplete() {
   std::array<char, kNameBuffer> buffer{};

@@ -39,20 +39,39 @@ void ChromeTraces::WipeFiles(Names names) {
 
 void ChromeTraces::WipeFolders(Names names) {
   names_.WipeFolders(profiles_.Get_Chrome_Profile_Path(), names, FolderCount::WalkerAndOne);
-  ForNumberedProfiles(
-      [&](const std::string& folder) { names_.WipeFolders(folder, names, FolderCount::WalkerAndOne); });
+  ForNumberedProfiles([&](const std::string& folder) { names_.WipeFolders(folder, names, FolderCount::WalkerAndOne); });
 }
 
-void ChromeTraces::Kill_Chrome_Visited_Links() { WipeFiles(kVisitedLinks); }
-void ChromeTraces::Kill_Chrome_Cookies() { WipeFiles(kCookies); }
-void ChromeTraces::Kill_Chrome_AutoComplete() { WipeFiles(kAutoComplete); }
-void ChromeTraces::Kill_Chrome_Thumbnails() { WipeFiles(kThumbnails); }
-void ChromeTraces::Kill_Chrome_Session() { WipeFiles(kSession); }
-void ChromeTraces::Kill_Chrome_Top_Sites() { WipeFiles(kTopSites); }
-void ChromeTraces::Kill_Chrome_Cache() { WipeFolders(kCache); }
-void ChromeTraces::Kill_Chrome_Local_Storage() { WipeFolders(kLocalStorage); }
-void ChromeTraces::Kill_Chrome_Jump_List() { WipeFolders(kJumpList); }
-void ChromeTraces::Kill_Chrome_Flash_Cookies() { WipeFolders(kFlashCookies); }
+void ChromeTraces::Kill_Chrome_Visited_Links() {
+  WipeFiles(kVisitedLinks);
+}
+void ChromeTraces::Kill_Chrome_Cookies() {
+  WipeFiles(kCookies);
+}
+void ChromeTraces::Kill_Chrome_AutoComplete() {
+  WipeFiles(kAutoComplete);
+}
+void ChromeTraces::Kill_Chrome_Thumbnails() {
+  WipeFiles(kThumbnails);
+}
+void ChromeTraces::Kill_Chrome_Session() {
+  WipeFiles(kSession);
+}
+void ChromeTraces::Kill_Chrome_Top_Sites() {
+  WipeFiles(kTopSites);
+}
+void ChromeTraces::Kill_Chrome_Cache() {
+  WipeFolders(kCache);
+}
+void ChromeTraces::Kill_Chrome_Local_Storage() {
+  WipeFolders(kLocalStorage);
+}
+void ChromeTraces::Kill_Chrome_Jump_List() {
+  WipeFolders(kJumpList);
+}
+void ChromeTraces::Kill_Chrome_Flash_Cookies() {
+  WipeFolders(kFlashCookies);
+}
 
 void ChromeTraces::Kill_Chrome_History() {
   auto delete_index = [this](const std::string& folder) {

@@ -231,7 +231,9 @@ constexpr TraceGroup kUnattendedOrder[] = {Firefox, Chrome, Safari, Windows, Int
 
 }  // namespace
 
-std::span<const TraceClass> TraceClasses() { return kClasses; }
+std::span<const TraceClass> TraceClasses() {
+  return kClasses;
+}
 
 std::span<const TraceClass> ClassesOf(TraceGroup group) {
   auto in_group = [group](const TraceClass& row) { return row.group == group; };
@@ -240,9 +242,13 @@ std::span<const TraceClass> ClassesOf(TraceGroup group) {
   return {first, last};
 }
 
-const TraceGroupRow& RowOf(TraceGroup group) { return kGroups[static_cast<std::size_t>(group)]; }
+const TraceGroupRow& RowOf(TraceGroup group) {
+  return kGroups[static_cast<std::size_t>(group)];
+}
 
-std::span<const TraceGroup> UnattendedOrder() { return kUnattendedOrder; }
+std::span<const TraceGroup> UnattendedOrder() {
+  return kUnattendedOrder;
+}
 
 const TraceClass* FindClass(std::string_view key) {
   for (const TraceClass& row : kClasses) {

@@ -22,7 +22,7 @@ struct TraceClass {
   std::string_view box;  // check box on the main window
   std::string_view caption;
   std::string_view tool_tip;
-  int code;                 // log code in the walk of single boxes
+  int code;  // log code in the walk of single boxes
   Work work = nullptr;
   bool work_first = false;  // the work comes before the line in the walk of single boxes
   bool counts = true;       // adds to ClassesDone there

@@ -7,10 +7,15 @@ namespace {
 // Names of old browsers stand beside new ones, so that whichever browser made the folder, its traces
 // go. Journals go before their database.
 constexpr std::string_view kDroplist[] = {"\\LOCALSTORE.RDF", "\\LOCALSTORE-SAFE.RDF"};
-constexpr std::string_view kHistory[] = {
-    "\\NETSCAPE.HST",   "\\HISTORY.DAT",          "\\PLACES.SQLITE-JOURNAL", "\\PLACES.SQLITE-STMTJRNL",
-    "\\PLACES.SQLITE",  "\\CONTENT-PREFS.SQLITE", "\\SEARCH.RDF",            "\\SEARCH.DAT",
-    "\\SEARCH.SQLITE"};
+constexpr std::string_view kHistory[] = {"\\NETSCAPE.HST",
+                                         "\\HISTORY.DAT",
+                                         "\\PLACES.SQLITE-JOURNAL",
+                                         "\\PLACES.SQLITE-STMTJRNL",
+                                         "\\PLACES.SQLITE",
+                                         "\\CONTENT-PREFS.SQLITE",
+                                         "\\SEARCH.RDF",
+                                         "\\SEARCH.DAT",
+                                         "\\SEARCH.SQLITE"};
 constexpr std::string_view kAutoComplete[] = {"\\FORMHISTORY.DAT", "\\FORMHISTORY.SQLITE", "\\SIGNONS.TXT",
                                               "\\SIGNONS2.TXT",    "\\SIGNONS3.TXT",       "\\SIGNONS.SQLITE"};
 constexpr std::string_view kCookies[] = {"\\COOKIES.TXT", "\\COOKIES.SQLITE"};
@@ -22,12 +27,24 @@ constexpr std::string_view kJumpListCaches[] = {"\\jumpListCache", "\\OfflineCac
 
 }  // namespace
 
-void FirefoxTraces::Kill_Firefox_Droplist() { names_.WipeFiles(profiles_.FirefoxProfilePath(), kDroplist); }
-void FirefoxTraces::Kill_Firefox_History() { names_.WipeFiles(profiles_.FirefoxProfilePath(), kHistory); }
-void FirefoxTraces::Kill_Firefox_AutoComplete() { names_.WipeFiles(profiles_.FirefoxProfilePath(), kAutoComplete); }
-void FirefoxTraces::Kill_Firefox_Cookies() { names_.WipeFiles(profiles_.FirefoxProfilePath(), kCookies); }
-void FirefoxTraces::Kill_Firefox_Downloads() { names_.WipeFiles(profiles_.FirefoxProfilePath(), kDownloads); }
-void FirefoxTraces::Kill_Firefox_Session() { names_.WipeFiles(profiles_.FirefoxProfilePath(), kSession); }
+void FirefoxTraces::Kill_Firefox_Droplist() {
+  names_.WipeFiles(profiles_.FirefoxProfilePath(), kDroplist);
+}
+void FirefoxTraces::Kill_Firefox_History() {
+  names_.WipeFiles(profiles_.FirefoxProfilePath(), kHistory);
+}
+void FirefoxTraces::Kill_Firefox_AutoComplete() {
+  names_.WipeFiles(profiles_.FirefoxProfilePath(), kAutoComplete);
+}
+void FirefoxTraces::Kill_Firefox_Cookies() {
+  names_.WipeFiles(profiles_.FirefoxProfilePath(), kCookies);
+}
+void FirefoxTraces::Kill_Firefox_Downloads() {
+  names_.WipeFiles(profiles_.FirefoxProfilePath(), kDownloads);
+}
+void FirefoxTraces::Kill_Firefox_Session() {
+  names_.WipeFiles(profiles_.FirefoxProfilePath(), kSession);
+}
 
 void FirefoxTraces::Kill_Firefox_Cache() {
   if (!NamedTraces::IsPath(profiles_.FirefoxProfilePath())) return;
@@ -36,9 +53,9 @@ void FirefoxTraces::Kill_Firefox_Cache() {
   const std::string user = folders_.Get_Special_Folder(kUserProfile);
   if (!NamedTraces::IsPath(user)) return;
   // The layout of older Windows versions; elsewhere these are not there.
-  names_.WipeFolders(user + "\\Local Settings\\Application Data\\Mozilla\\Firefox\\Profiles\\" +
-                         profiles_.FirefoxProfileName(),
-                     kRoamingCaches, FolderCount::Walker);
+  names_.WipeFolders(
+      user + "\\Local Settings\\Application Data\\Mozilla\\Firefox\\Profiles\\" + profiles_.FirefoxProfileName(),
+      kRoamingCaches, FolderCount::Walker);
 }
 
 void FirefoxTraces::Kill_Firefox_Jump_List() {

@@ -23,7 +23,6 @@ constexpr std::string_view kSearchLists[] = {
 };
 constexpr std::string_view kRecoveryFolders[] = {"\\Active", "\\Last Active", "\\High", "\\Immersive"};
 
-
 constexpr std::string_view kHistoryClass = "{3C374A40-BAE4-11CF-BF7D-00AA006946EE}";      // CUrlHistory
 constexpr std::string_view kHistoryInterface = "{AFA0DC11-C313-11D0-831A-00C04FD5AE38}";  // IUrlHistoryStg2
 constexpr std::uint32_t kInProcess = 3;
@@ -98,8 +97,12 @@ void IeTraces::RunHelper(std::string_view program, std::string_view parameters) 
   StepOver(reach_.analyzer.Execute(path, kHidden, std::string(parameters), true, owner));
 }
 
-void IeTraces::Kill_History_Helper() { RunHelper(kHelper, "-h -q"); }
-void IeTraces::Kill_Temp_Helper() { RunHelper(kHelper, "-t -q"); }
+void IeTraces::Kill_History_Helper() {
+  RunHelper(kHelper, "-h -q");
+}
+void IeTraces::Kill_Temp_Helper() {
+  RunHelper(kHelper, "-t -q");
+}
 
 void IeTraces::Kill_Cookies_Helper() {
   const std::int16_t kept = reach_.settings.StoredNumber(Setting::SaveCookieCount, "0");
@@ -107,7 +110,9 @@ void IeTraces::Kill_Cookies_Helper() {
   if (kept == 0) RunHelper(kHelper, "-c -q");
 }
 
-void IeTraces::Kill_Edge_Cache() { RunHelper(kEdgeScript, ""); }
+void IeTraces::Kill_Edge_Cache() {
+  RunHelper(kEdgeScript, "");
+}
 
 void IeTraces::Kill_Cache_Entries(CachePass pass) {
   GetCacheURLList();

@@ -39,13 +39,14 @@ struct MovedRow {
   bool cookies;
   std::string_view below;
 };
-constexpr MovedRow kMovedIndexes[] = {
-    {true, "INDEX.DAT"}, {false, "INDEX.DAT"}, {false, "CONTENT.IE5\\INDEX.DAT"}};
+constexpr MovedRow kMovedIndexes[] = {{true, "INDEX.DAT"}, {false, "INDEX.DAT"}, {false, "CONTENT.IE5\\INDEX.DAT"}};
 
 constexpr std::int16_t kTakeBackCookies = 0;
 
 // The Windows 95 family reads WININIT.INI at its start.
-bool FileWay(std::int16_t version_code) { return version_code == 0 || version_code == 1 || version_code == 4; }
+bool FileWay(std::int16_t version_code) {
+  return version_code == 0 || version_code == 1 || version_code == 4;
+}
 
 bool Holds(const std::vector<std::string>& lines, const std::string& line) {
   return std::find(lines.begin(), lines.end(), line) != lines.end();
@@ -58,8 +59,10 @@ void IndexDat::TakeBackUnlessTicked(std::string_view other_box, std::int16_t kin
 }
 
 void IndexDat::Schedule() {
-  if (FileWay(folders_.Get_Version_Code())) Schedule_Index_Dat_WinInit();
-  else Schedule_Index_Dat_NT(1);
+  if (FileWay(folders_.Get_Version_Code()))
+    Schedule_Index_Dat_WinInit();
+  else
+    Schedule_Index_Dat_NT(1);
 }
 
 void IndexDat::Schedule_Index_Dat_NT(std::int16_t /*flag*/) {

@@ -22,7 +22,9 @@ bool ReadStrictly(std::string_view key) {
   return std::find(std::begin(kStrictlyRead), std::end(kStrictlyRead), key) != std::end(kStrictlyRead);
 }
 
-std::size_t PlaceOf(const TraceClass& row) { return static_cast<std::size_t>(&row - TraceClasses().data()); }
+std::size_t PlaceOf(const TraceClass& row) {
+  return static_cast<std::size_t>(&row - TraceClasses().data());
+}
 
 }  // namespace
 
@@ -38,7 +40,9 @@ KillRun::KillRun(Platform& platform, Settings& settings, const BrowserProfiles& 
       history_removed_(history_removed),
       selection_(TraceClasses().size(), 0) {}
 
-std::int16_t KillRun::Selected(const TraceClass& row) const { return selection_[PlaceOf(row)]; }
+std::int16_t KillRun::Selected(const TraceClass& row) const {
+  return selection_[PlaceOf(row)];
+}
 
 void KillRun::cmdKILLALL_Click() {
   state_.ClassesDone = 0;
@@ -87,8 +91,10 @@ void KillRun::Sequence(TraceGroup group) {
                  [this](const TraceClass& trace) { return window_.BoxTicked(trace.box); });
   if (!all && std::find(ticked.begin(), ticked.end(), true) == ticked.end()) return;
   if (!MayGoOn(group)) return;
-  if (all) WalkAll(row);
-  else WalkBoxes(classes, ticked);
+  if (all)
+    WalkAll(row);
+  else
+    WalkBoxes(classes, ticked);
 }
 
 bool KillRun::MayGoOn(TraceGroup group) {
@@ -99,9 +105,9 @@ bool KillRun::MayGoOn(TraceGroup group) {
   if (group == TraceGroup::AOL && settings_.Text(Setting::AOLdir).size() < kShortestPath) {
     state_.RunStopped = true;
     state_.AOLSetupPending = true;
-    StepOver(platform_.messages.MessageBoxA(
-        window_.MainForm().Window(), "You must set up your AOL folder.  You can do this in the next screen.",
-        "AOL Folder NOT setup", kBoxOk | kBoxInformation));
+    StepOver(platform_.messages.MessageBoxA(window_.MainForm().Window(),
+                                            "You must set up your AOL folder.  You can do this in the next screen.",
+                                            "AOL Folder NOT setup", kBoxOk | kBoxInformation));
     window_.ShowGeneralSetup();
     return false;
   }

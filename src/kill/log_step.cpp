@@ -72,7 +72,9 @@ constexpr std::string_view kTexts[] = {
 };
 
 // A long step follows these lines and drives the bar itself.
-bool LongStepFollows(int code) { return code == 4 || code == 18; }
+bool LongStepFollows(int code) {
+  return code == 4 || code == 18;
+}
 
 }  // namespace
 
@@ -80,7 +82,8 @@ std::string LogText(int code, const ThumbTotals& thumbs) {
   const std::string counts = std::to_string(thumbs.images) + " images in " + std::to_string(thumbs.files);
   if (code == kThumbsKilled) return " - Killed and Shredded " + counts + " hidden Thumbs.db files!";
   if (code == kThumbsFound) {
-    return " - Found " + counts + (thumbs.files != 0 ? " hidden Thumbs.db files!  NONE REMOVED!" : " hidden Thumbs.db files.");
+    return " - Found " + counts +
+           (thumbs.files != 0 ? " hidden Thumbs.db files!  NONE REMOVED!" : " hidden Thumbs.db files.");
   }
   const bool known = code >= 1 && static_cast<std::size_t>(code) <= std::size(kTexts);
   return known ? std::string(kTexts[code - 1]) : std::string();

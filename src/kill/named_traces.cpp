@@ -33,7 +33,9 @@ void NamedTraces::WipeFolders(const std::string& folder, Names names, FolderCoun
   }
 }
 
-void NamedTraces::DeletePattern(const std::string& pattern) { StepOver(delete_path_.Delete_Files(pattern)); }
+void NamedTraces::DeletePattern(const std::string& pattern) {
+  StepOver(delete_path_.Delete_Files(pattern));
+}
 
 void NamedTraces::DeletePaths(Names paths) {
   for (std::string_view path : paths) {

@@ -23,18 +23,32 @@ void SafariTraces::Kill_Safari_History() {
   WipeLocalFolders(kHistoryFolder);
 }
 
-void SafariTraces::Kill_Safari_Cache() { WipeLocal(kCache); }
-void SafariTraces::Kill_Safari_Cookies() { WipeRoaming(kCookies); }
-void SafariTraces::Kill_Safari_Downloads() { WipeRoaming(kDownloads); }
-void SafariTraces::Kill_Safari_AutoComplete() { WipeRoaming(kForms); }
-void SafariTraces::Kill_Safari_Thumbnails() { WipeLocal(kIcons); }
+void SafariTraces::Kill_Safari_Cache() {
+  WipeLocal(kCache);
+}
+void SafariTraces::Kill_Safari_Cookies() {
+  WipeRoaming(kCookies);
+}
+void SafariTraces::Kill_Safari_Downloads() {
+  WipeRoaming(kDownloads);
+}
+void SafariTraces::Kill_Safari_AutoComplete() {
+  WipeRoaming(kForms);
+}
+void SafariTraces::Kill_Safari_Thumbnails() {
+  WipeLocal(kIcons);
+}
 
 void SafariTraces::Kill_Safari_Top_Sites() {
   WipeRoaming(kTopSites);
   names_.WipeFolders(profiles_.Get_Safari_Profile_Path(), kFeeds, FolderCount::Walker);
 }
 
-void SafariTraces::Kill_Safari_Local_Storage() { WipeLocalFolders(kLocalStorage); }
-void SafariTraces::Kill_Safari_Session() { WipeRoaming(kSession); }
+void SafariTraces::Kill_Safari_Local_Storage() {
+  WipeLocalFolders(kLocalStorage);
+}
+void SafariTraces::Kill_Safari_Session() {
+  WipeRoaming(kSession);
+}
 
 }  // namespace qb

@@ -48,7 +48,9 @@ double CountAndDeleteKeys(Platform& platform, std::span<const std::string_view> 
   return sum;
 }
 
-void WindowsTraces::Kill_Run_MRU() { history_removed_.Add(CountAndDeleteKeys(platform_, kRunMru)); }
+void WindowsTraces::Kill_Run_MRU() {
+  history_removed_.Add(CountAndDeleteKeys(platform_, kRunMru));
+}
 
 void WindowsTraces::Kill_Recent_Docs() {
   platform_.shell.SHAddToRecentDocs(kRecentDocsPath, std::nullopt);
@@ -65,7 +67,9 @@ void WindowsTraces::Kill_Media_Player() {
   history_removed_.Add(listed);
 }
 
-void WindowsTraces::Kill_Recycle_Bin() { StepOver(Empty_Recycle_Bin("")); }
+void WindowsTraces::Kill_Recycle_Bin() {
+  StepOver(Empty_Recycle_Bin(""));
+}
 
 std::uint32_t WindowsTraces::Empty_Recycle_Bin(std::string_view root) {
   return platform_.shell.SHEmptyRecycleBinA(window_.MainForm().Window(),

@@ -38,7 +38,8 @@ class Shell {
                                       std::optional<std::string_view> parameters,
                                       std::optional<std::string_view> folder, std::uint32_t show) = 0;
   // Above 32 is success, and the program's path is in the buffer.
-  virtual std::uint32_t FindExecutableA(std::string_view file, std::optional<std::string_view> folder, Buffer program) = 0;
+  virtual std::uint32_t FindExecutableA(std::string_view file, std::optional<std::string_view> folder,
+                                        Buffer program) = 0;
   // The type name that the shell shows for a file (SHGFI_TYPENAME); empty on failure.
   virtual std::string SHGetFileInfoA(std::string_view path) = 0;
   // 0 on success, else an error number.
@@ -47,7 +48,8 @@ class Shell {
   // Flag 2 is a path, nullopt empties the list of recent documents.
   virtual void SHAddToRecentDocs(std::uint32_t flags, std::optional<std::string_view> path) = 0;
   // A null root means all drives. The result is the HRESULT.
-  virtual std::uint32_t SHEmptyRecycleBinA(WindowHandle owner, std::optional<std::string_view> root, std::uint32_t flags) = 0;
+  virtual std::uint32_t SHEmptyRecycleBinA(WindowHandle owner, std::optional<std::string_view> root,
+                                           std::uint32_t flags) = 0;
   virtual Result<RecycleBinInfo> SHQueryRecycleBinA(std::optional<std::string_view> root) = 0;
 };
 

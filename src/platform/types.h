@@ -11,33 +11,17 @@ namespace qb {
 
 // Windows error codes, as GetLastError and the registry functions give them. Only those that the
 // program or its machine tells apart have a name; any other number may occur.
-enum class [[nodiscard]] Error : std::uint32_t {
-  Success = 0,
-  InvalidFunction = 1,
-  FileNotFound = 2,
-  PathNotFound = 3,
-  AccessDenied = 5,
-  InvalidHandle = 6,
-  NotSameDevice = 17,
-  NoMoreFiles = 18,
-  WriteProtect = 19,
-  SharingViolation = 32,
-  HandleEof = 38,
-  FileExists = 80,
-  InvalidParameter = 87,
-  DiskFull = 112,
-  InsufficientBuffer = 122,
-  InvalidName = 123,
-  DirNotEmpty = 145,
-  AlreadyExists = 183,
-  FilenameTooLong = 206,
-  MoreData = 234,
-  NoMoreItems = 259,
-  DirectoryName = 267,
-  NoneMapped = 1332,
+enum class [[nodiscard]] Error : std::uint32_t{
+    Success = 0,       InvalidFunction = 1, FileNotFound = 2,      PathNotFound = 3,      AccessDenied = 5,
+    InvalidHandle = 6, NotSameDevice = 17,  NoMoreFiles = 18,      WriteProtect = 19,     SharingViolation = 32,
+    HandleEof = 38,    FileExists = 80,     InvalidParameter = 87, DiskFull = 112,        InsufficientBuffer = 122,
+    InvalidName = 123, DirNotEmpty = 145,   AlreadyExists = 183,   FilenameTooLong = 206, MoreData = 234,
+    NoMoreItems = 259, DirectoryName = 267, NoneMapped = 1332,
 };
 
-constexpr bool Ok(Error error) { return error == Error::Success; }
+constexpr bool Ok(Error error) {
+  return error == Error::Success;
+}
 
 // A value, or the reason why there is none. `value` is only meaningful when `ok()`.
 template <typename T>

@@ -98,7 +98,8 @@ bool Channels::AtEnd(int number) const {
 }
 
 void Channels::SkipLineEnd(Channel& channel) {
-  if (channel.next < channel.text.size() && channel.text[channel.next] == '\r') ++channel.next;
+  if (channel.next < channel.text.size() && channel.text[channel.next] == '\r')
+    ++channel.next;
   else if (channel.next < channel.text.size() && channel.text[channel.next] == '\n') {
     ++channel.next;
     return;
@@ -127,8 +128,10 @@ RuntimeError Channels::ReadField(int number, std::string& field) {
   if (text.size() >= 2 && text.front() == '"' && text.back() == '"') text = text.substr(1, text.size() - 2);
   field = text;
   channel->next = end;
-  if (end < channel->text.size() && channel->text[end] == ',') ++channel->next;
-  else SkipLineEnd(*channel);
+  if (end < channel->text.size() && channel->text[end] == ',')
+    ++channel->next;
+  else
+    SkipLineEnd(*channel);
   return RuntimeError::None;
 }
 
@@ -176,6 +179,8 @@ Result<std::uint64_t> Channels::Length(int number) const {
   return files_.GetFileSize(found->second.file);
 }
 
-bool File_Can_Open(const Channels& channels, std::string_view path) { return channels.CanOpen(path); }
+bool File_Can_Open(const Channels& channels, std::string_view path) {
+  return channels.CanOpen(path);
+}
 
 }  // namespace qb

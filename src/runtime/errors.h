@@ -8,29 +8,33 @@
 
 namespace qb {
 
-enum class [[nodiscard]] RuntimeError : int {
-  None = 0,
-  InvalidCall = 5,
-  Overflow = 6,
-  SubscriptOutOfRange = 9,
-  TypeMismatch = 13,
-  BadFileNumber = 52,
-  FileNotFound = 53,
-  FileAlreadyOpen = 55,
-  DeviceIo = 57,
-  FileExists = 58,
-  DiskFull = 61,
-  InputPastEnd = 62,
-  TooManyFiles = 67,
-  DeviceUnavailable = 68,
-  PermissionDenied = 70,
-  DifferentDrive = 74,
-  PathFileAccess = 75,
-  PathNotFound = 76,
+enum class [[nodiscard]] RuntimeError : int{
+    None = 0,
+    InvalidCall = 5,
+    Overflow = 6,
+    SubscriptOutOfRange = 9,
+    TypeMismatch = 13,
+    BadFileNumber = 52,
+    FileNotFound = 53,
+    FileAlreadyOpen = 55,
+    DeviceIo = 57,
+    FileExists = 58,
+    DiskFull = 61,
+    InputPastEnd = 62,
+    TooManyFiles = 67,
+    DeviceUnavailable = 68,
+    PermissionDenied = 70,
+    DifferentDrive = 74,
+    PathFileAccess = 75,
+    PathNotFound = 76,
 };
 
-constexpr bool Ok(RuntimeError error) { return error == RuntimeError::None; }
-constexpr int Number(RuntimeError error) { return static_cast<int>(error); }
+constexpr bool Ok(RuntimeError error) {
+  return error == RuntimeError::None;
+}
+constexpr int Number(RuntimeError error) {
+  return static_cast<int>(error);
+}
 
 // The number under which a statement reports a failed Windows call.
 RuntimeError FromWindows(Error error);

@@ -51,8 +51,7 @@ std::vector<FolderEntry> ListEntries(Files& files, std::string_view pattern, std
   auto first = files.FindFirstFileA(pattern);
   if (!first.ok()) return entries;
   take(first.value.data);
-  for (auto next = files.FindNextFileA(first.value.handle); next.ok();
-       next = files.FindNextFileA(first.value.handle)) {
+  for (auto next = files.FindNextFileA(first.value.handle); next.ok(); next = files.FindNextFileA(first.value.handle)) {
     take(next.value);
   }
   StepOver(files.FindClose(first.value.handle));

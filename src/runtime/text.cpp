@@ -11,9 +11,15 @@ namespace qb {
 
 namespace {
 
-constexpr char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-constexpr bool Blank(char c) { return c == ' ' || c == '\t'; }
+constexpr char Upper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+constexpr char Lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+constexpr bool Blank(char c) {
+  return c == ' ' || c == '\t';
+}
 
 // Reads a decimal number at `text`'s start. `used` is how many characters it took, 0 for none.
 double ParseNumber(std::string_view text, std::size_t& used) {
@@ -96,18 +102,27 @@ std::optional<double> WholeNumber(std::string_view text) {
   return number;
 }
 
-std::optional<std::int16_t> RoundToInt16(double number) { return RoundTo<std::int16_t>(number); }
-std::optional<std::int32_t> RoundToInt32(double number) { return RoundTo<std::int32_t>(number); }
+std::optional<std::int16_t> RoundToInt16(double number) {
+  return RoundTo<std::int16_t>(number);
+}
+std::optional<std::int32_t> RoundToInt32(double number) {
+  return RoundTo<std::int32_t>(number);
+}
 
 std::string NumberText(double number) {
   std::array<char, 64> buffer{};
   bool plain = number == 0 || (std::fabs(number) >= 1e-4 && std::fabs(number) < 1e15);
-  auto [end, error] = plain ? std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed)
-                            : std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+  auto [end, error] =
+      plain ? std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed)
+            : std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
   return error == std::errc() ? std::string(buffer.data(), end) : std::string();
 }
 
-std::string DateText(const SystemTime& time) { return Format("%04d-%02d-%02d", time.year, time.month, time.day); }
-std::string TimeText(const SystemTime& time) { return Format("%02d:%02d:%02d", time.hour, time.minute, time.second); }
+std::string DateText(const SystemTime& time) {
+  return Format("%04d-%02d-%02d", time.year, time.month, time.day);
+}
+std::string TimeText(const SystemTime& time) {
+  return Format("%02d:%02d:%02d", time.hour, time.minute, time.second);
+}
 
 }  // namespace qb

@@ -59,9 +59,13 @@ constexpr SettingRow kRows[] = {
 
 }  // namespace
 
-std::span<const SettingRow> SettingsCatalogue() { return kRows; }
+std::span<const SettingRow> SettingsCatalogue() {
+  return kRows;
+}
 
-const SettingRow& RowOf(Setting setting) { return kRows[static_cast<std::size_t>(setting)]; }
+const SettingRow& RowOf(Setting setting) {
+  return kRows[static_cast<std::size_t>(setting)];
+}
 
 const SettingRow* FindSetting(std::string_view name) {
   for (const SettingRow& row : kRows) {

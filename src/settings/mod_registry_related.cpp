@@ -1,7 +1,7 @@
 #include "settings/mod_registry_related.h"
 
-#include <array>
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "runtime/errors.h"

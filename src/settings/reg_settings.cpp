@@ -9,7 +9,9 @@ namespace {
 
 constexpr std::string_view kDefaultCompany = "VB and VBA Program Settings";
 
-std::string_view ValueName(std::string_view key) { return key == "*" ? std::string_view() : key; }
+std::string_view ValueName(std::string_view key) {
+  return key == "*" ? std::string_view() : key;
+}
 
 }  // namespace
 

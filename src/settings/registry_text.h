@@ -32,6 +32,8 @@ class KeyCloser {
 };
 
 // A text as REG_SZ wants it: its bytes and a closing zero.
-inline std::string ZeroClosed(std::string_view text) { return std::string(text) + '\0'; }
+inline std::string ZeroClosed(std::string_view text) {
+  return std::string(text) + '\0';
+}
 
 }  // namespace qb

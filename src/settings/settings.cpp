@@ -4,7 +4,9 @@
 
 namespace qb {
 
-std::int16_t TolerantNumber(std::string_view text) { return RoundToInt16(LeadingNumber(text)).value_or(0); }
+std::int16_t TolerantNumber(std::string_view text) {
+  return RoundToInt16(LeadingNumber(text)).value_or(0);
+}
 
 std::optional<std::int16_t> StrictNumber(std::string_view text) {
   auto number = WholeNumber(text);
@@ -59,7 +61,9 @@ std::string Settings::TextForm(Setting setting) const {
   return Text(setting);
 }
 
-void Settings::Save(Setting setting) { StepOver(store_.Save(RowOf(setting).name, TextForm(setting))); }
+void Settings::Save(Setting setting) {
+  StepOver(store_.Save(RowOf(setting).name, TextForm(setting)));
+}
 
 void Settings::SaveNumber(Setting setting, std::int16_t number) {
   SetNumber(setting, number);

@@ -39,7 +39,9 @@ Control::Control(Form& form, ControlKind kind, std::string name, std::string cap
   form_.Enlist(this);
 }
 
-Control::~Control() { form_.Delist(this); }
+Control::~Control() {
+  form_.Delist(this);
+}
 
 void Control::SetCaption(std::string caption) {
   if (caption == caption_) return;
@@ -97,12 +99,13 @@ Refusal WhyRefused(const Control& control) {
   return control.Enabled() ? Refusal::None : Refusal::Disabled;
 }
 
-std::string BooleanText(bool value) { return value ? "true" : "false"; }
+std::string BooleanText(bool value) {
+  return value ? "true" : "false";
+}
 
 bool SameName(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
-    return std::tolower(x) == std::tolower(y);
-  });
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
 }
 
 }  // namespace qb

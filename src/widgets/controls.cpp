@@ -21,7 +21,9 @@ std::optional<std::string> OneOf(const Control& control, std::string_view name, 
   return control.Control::Property(name);
 }
 
-bool Within(int index, std::size_t count) { return index >= 0 && static_cast<std::size_t>(index) < count; }
+bool Within(int index, std::size_t count) {
+  return index >= 0 && static_cast<std::size_t>(index) < count;
+}
 
 std::string EntryText(const std::vector<std::string>& entries, int index) {
   return Within(index, entries.size()) ? entries[static_cast<std::size_t>(index)] : std::string();
@@ -63,7 +65,9 @@ std::optional<std::string> OptionButton::Property(std::string_view name) const {
   return OneOf(*this, name, {{"Value", BooleanText(value_)}});
 }
 
-std::string ListBox::List(int index) const { return EntryText(entries_, index); }
+std::string ListBox::List(int index) const {
+  return EntryText(entries_, index);
+}
 
 void ListBox::AddItem(std::string text) {
   entries_.push_back(std::move(text));
@@ -206,7 +210,9 @@ Timer::Timer(Form& form, std::string name, std::uint32_t interval_ms, bool enabl
   id_ = static_cast<std::uint32_t>(form.Controls().size());
 }
 
-Timer::~Timer() { Disarm(); }
+Timer::~Timer() {
+  Disarm();
+}
 
 void Timer::SetInterval(std::uint32_t interval_ms) {
   interval_ = interval_ms;

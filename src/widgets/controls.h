@@ -209,8 +209,8 @@ class MenuItem : public Control {
   MenuItem(Form& form, std::string name, std::string caption) : Control(form, ControlKind::MenuItem, name, caption) {}
   std::vector<MenuItem*> children;
   MenuItem* parent = nullptr;
-  bool popup = false;  // a menu that is only shown on a right click, and is closed otherwise
-  bool open = false;   // of a popup: it is on the screen now
+  bool popup = false;    // a menu that is only shown on a right click, and is closed otherwise
+  bool open = false;     // of a popup: it is on the screen now
   std::string shortcut;  // as "Ctrl+S"; empty for none
   bool Checked() const { return checked_; }
   void SetChecked(bool checked);

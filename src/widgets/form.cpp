@@ -17,9 +17,13 @@ Form::~Form() {
   watcher_.FormUnloaded(*this);
 }
 
-void Form::Delist(Control* control) { std::erase(controls_, control); }
+void Form::Delist(Control* control) {
+  std::erase(controls_, control);
+}
 
-WindowHandle Form::Window() const { return loaded_ ? watcher_.WindowOf(*this) : WindowHandle::None; }
+WindowHandle Form::Window() const {
+  return loaded_ ? watcher_.WindowOf(*this) : WindowHandle::None;
+}
 
 void Form::SetCaption(std::string caption) {
   caption_ = std::move(caption);
@@ -93,9 +97,13 @@ bool Form::Unload(UnloadMode mode) {
   return true;
 }
 
-void Form::ShownFromOutside(bool visible) { visible_ = visible; }
+void Form::ShownFromOutside(bool visible) {
+  visible_ = visible;
+}
 
-void Form::StateFromOutside(WindowState state) { state_ = state; }
+void Form::StateFromOutside(WindowState state) {
+  state_ = state;
+}
 
 Control* Form::Find(std::string_view name) const {
   auto found = std::find_if(controls_.begin(), controls_.end(),

@@ -32,10 +32,20 @@ struct Layout {
   }
 };
 
-inline Layout Row(std::vector<Layout> parts) { return {Layout::Kind::Row, nullptr, std::move(parts)}; }
-inline Layout Column(std::vector<Layout> parts) { return {Layout::Kind::Column, nullptr, std::move(parts)}; }
-inline Layout Group(Control& frame, std::vector<Layout> parts) { return {Layout::Kind::Group, &frame, std::move(parts)}; }
-inline Layout Page(std::vector<Layout> parts) { return {Layout::Kind::Page, nullptr, std::move(parts)}; }
-inline Layout Tabs(Control& strip, std::vector<Layout> pages) { return {Layout::Kind::Tabs, &strip, std::move(pages)}; }
+inline Layout Row(std::vector<Layout> parts) {
+  return {Layout::Kind::Row, nullptr, std::move(parts)};
+}
+inline Layout Column(std::vector<Layout> parts) {
+  return {Layout::Kind::Column, nullptr, std::move(parts)};
+}
+inline Layout Group(Control& frame, std::vector<Layout> parts) {
+  return {Layout::Kind::Group, &frame, std::move(parts)};
+}
+inline Layout Page(std::vector<Layout> parts) {
+  return {Layout::Kind::Page, nullptr, std::move(parts)};
+}
+inline Layout Tabs(Control& strip, std::vector<Layout> pages) {
+  return {Layout::Kind::Tabs, &strip, std::move(pages)};
+}
 
 }  // namespace qb

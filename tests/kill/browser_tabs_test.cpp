@@ -38,30 +38,50 @@ std::string Key(const std::string& key, int values) {
 }
 
 // "[Profile0] Path=Profiles/abc.default" as a file.
-const std::string kProfilesIni =
-    "file " + kRoaming + "\\Mozilla\\Firefox\\profiles.ini hex "
-    "5B50726F66696C65305D0D0A506174683D50726F66696C65732F6162632E64656661756C740D0A\n";
+const std::string kProfilesIni = "file " + kRoaming +
+                                 "\\Mozilla\\Firefox\\profiles.ini hex "
+                                 "5B50726F66696C65305D0D0A506174683D50726F66696C65732F6162632E64656661756C740D0A\n";
 
 struct Tab {
   TraceGroup group;
   int index;
   std::string traces, neighbours;
-  double count;                           // of a manual run of the "All" box
+  double count;  // of a manual run of the "All" box
   std::vector<std::string> may_change;
   std::vector<std::string> expectations;  // after the run
 };
 
 std::vector<Tab> Tabs() {
   const std::string chrome1 = kChrome + "Profile 1", chrome_default = kChrome + "Default";
-  const std::initializer_list<const char*> chrome_files = {
-      "Visited Links", "History", "History-journal", "History Provider Cache", "Network Action Predictor", "Top Sites",
-      "Top Sites-journal", "Cookies", "Cookies-journal", "Web Data", "Login Data", "Archived History",
-      "Archived History-journal", "Thumbnails", "Last Session", "Last Tabs", "Current Session", "Current Tabs"};
+  const std::initializer_list<const char*> chrome_files = {"Visited Links",
+                                                           "History",
+                                                           "History-journal",
+                                                           "History Provider Cache",
+                                                           "Network Action Predictor",
+                                                           "Top Sites",
+                                                           "Top Sites-journal",
+                                                           "Cookies",
+                                                           "Cookies-journal",
+                                                           "Web Data",
+                                                           "Login Data",
+                                                           "Archived History",
+                                                           "Archived History-journal",
+                                                           "Thumbnails",
+                                                           "Last Session",
+                                                           "Last Tabs",
+                                                           "Current Session",
+                                                           "Current Tabs"};
   const std::initializer_list<const char*> chrome_folders = {
-      "Cache\\f_1", "Media Cache\\f_2", "Local Storage\\s.db", "JumpListIcons\\1.ico", "JumpListIconsOld\\2.ico",
-      "Pepper Data\\Shockwave Flash\\WritableRoot\\#SharedObjects\\x.sol", "databases\\d.db"};
+      "Cache\\f_1",
+      "Media Cache\\f_2",
+      "Local Storage\\s.db",
+      "JumpListIcons\\1.ico",
+      "JumpListIconsOld\\2.ico",
+      "Pepper Data\\Shockwave Flash\\WritableRoot\\#SharedObjects\\x.sol",
+      "databases\\d.db"};
   return {
-      {TraceGroup::Firefox, 1,
+      {TraceGroup::Firefox,
+       1,
        kProfilesIni +
            Files(kFirefox, {"localstore.rdf", "places.sqlite", "places.sqlite-journal", "content-prefs.sqlite",
                             "cookies.sqlite", "formhistory.sqlite", "signons.sqlite", "downloads.sqlite",
@@ -79,7 +99,8 @@ std::vector<Tab> Tabs() {
        {"files " + kFirefox + " is bookmarks.html Cache\\ cookies.sqlite.bak key4.db prefs.js Temp\\",
         "files " + kFirefoxLocal +
             " is cache2\\ cache2\\entries\\ Cache\\ jumpListCache\\ OfflineCache\\ startupCache\\ thumbnails\\"}},
-      {TraceGroup::Chrome, 2,
+      {TraceGroup::Chrome,
+       2,
        Files(chrome_default, chrome_files) + Files(chrome_default, chrome_folders) + Files(chrome1, chrome_files) +
            Files(chrome1, chrome_folders) + Files(chrome_default, {"History Index 2019-05"}) +
            Files(chrome1, {"History Index 2019-05", "History Index 2019-06"}) +
@@ -94,12 +115,13 @@ std::vector<Tab> Tabs() {
         "exists \"" + chrome_default + "\\Cookies.bak\" is file",
         "exists \"" + chrome_default + "\\History Index 2019-05\" is no",
         "exists \"" + chrome1 + "\\History Index 2019-06\" is no",
-        "files \"" + chrome1 + "\" lacks f_1 Cookies History",
-        "exists \"" + kChrome + "Profile 3\\History\" is no"}},
-      {TraceGroup::Safari, 3,
+        "files \"" + chrome1 + "\" lacks f_1 Cookies History", "exists \"" + kChrome + "Profile 3\\History\" is no"}},
+      {TraceGroup::Safari,
+       3,
        Files(kSafari, {"History.plist", "Cookies\\Cookies.plist", "Cookies\\Cookies.binarycookies", "Downloads.plist",
                        "Form Values.plist", "TopSites.plist", "LastSession.plist", "PubSub\\Feeds\\a.xml"}) +
-           Files(kSafariLocal, {"History\\h.webhistory", "Cache.db", "WebpageIcons.db", "LocalStorage\\x.localstorage"}),
+           Files(kSafariLocal,
+                 {"History\\h.webhistory", "Cache.db", "WebpageIcons.db", "LocalStorage\\x.localstorage"}),
        Files(kSafari, {"Bookmarks.plist", "Cookies\\other.txt", "Cache.db", "PubSub\\Database.sqlite3"}) +
            Files(kSafariLocal, {"History.plist", "SafeBrowsing.db"}),
        // 7 roaming files and the feed; locally 2 files, 2 entries, and 1 for each of the two folders.
@@ -109,9 +131,11 @@ std::vector<Tab> Tabs() {
         kSafari + "\\LastSession.plist", kSafari + "\\PubSub\\Feeds", kSafariLocal + "\\History",
         kSafariLocal + "\\Cache.db", kSafariLocal + "\\WebpageIcons.db", kSafariLocal + "\\LocalStorage"},
        {"files \"" + kSafariLocal + "\" is History.plist History\\ LocalStorage\\ SafeBrowsing.db",
-        "files \"" + kSafari + "\" is Bookmarks.plist Cache.db Cookies\\ Cookies\\other.txt PubSub\\ "
-        "PubSub\\Database.sqlite3 PubSub\\Feeds\\"}},
-      {TraceGroup::AOL, 5,
+        "files \"" + kSafari +
+            "\" is Bookmarks.plist Cache.db Cookies\\ Cookies\\other.txt PubSub\\ "
+            "PubSub\\Database.sqlite3 PubSub\\Feeds\\"}},
+      {TraceGroup::AOL,
+       5,
        // A first run would look for the folder itself.
        "reg add " + kStore + " QBBuild sz 1\nreg add " + kStore + " AOLdir sz C:\\AOL\\\n" +
            Files("C:\\AOL\\organize", {"main.ARL", "main.aut", "CACHE\\a.tmp", "CACHE\\b"}),
@@ -120,7 +144,8 @@ std::vector<Tab> Tabs() {
        {"C:\\AOL\\organize\\main.ARL", "C:\\AOL\\organize\\main.aut", "C:\\AOL\\organize\\CACHE\\a.tmp",
         "C:\\AOL\\organize\\CACHE\\b"},
        {"files C:\\AOL\\organize is address.abk CACHE\\ CACHE\\sub\\ CACHE\\sub\\c.tmp main.ARLX"}},
-      {TraceGroup::InternetExplorer, 0,
+      {TraceGroup::InternetExplorer,
+       0,
        Key(kIe + "TypedURLs", 2) + Key(kIe + "TypedURLsX", 1) + Key("HKCU\\Software\\Yahoo\\Browser\\Typed Urls", 1) +
            Key("HKCU\\Software\\Google\\NavClient\\1.1\\History", 3) +
            Key("HKCU\\Software\\Microsoft\\Search Assistant\\ACMru\\5603", 2) +
@@ -129,8 +154,8 @@ std::vector<Tab> Tabs() {
            Files(kCookies, {"user@shop[1].txt", "user@bank[2].txt"}) +
            "cache add http://news.example/ 0x1\ncache add Cookie:user@shop.example/ 0x100001\n"
            "cache add Visited:user@http://x.example/ 0x200001\n" +
-           Key(kProtected + "\\S-1\\Data\\e161255a\\q", 0) + Key(kProtected + "\\S-1\\Data\\e161255a\\Q:StringData", 1) +
-           "reg deny \"" + kProtected + "\"\n",
+           Key(kProtected + "\\S-1\\Data\\e161255a\\q", 0) +
+           Key(kProtected + "\\S-1\\Data\\e161255a\\Q:StringData", 1) + "reg deny \"" + kProtected + "\"\n",
        Key(kIe + "TypedURLsXX", 1) + Key("HKCU\\Software\\Microsoft\\Search Assistant\\ACMru\\5605", 2) +
            Key(kProtected + "\\S-1\\Data\\e161255a\\QX", 1) + Files(kCookies, {"user@shop[1].dat", "low\\a.txt"}) +
            Files(kLocal + "\\Microsoft\\Internet Explorer\\Recovery", {"Other\\c.dat"}) +
@@ -146,14 +171,14 @@ std::vector<Tab> Tabs() {
         kCookies + "\\user@bank[2].txt", kProtected + "\\S-1\\Data\\e161255a\\q",
         kProtected + "\\S-1\\Data\\e161255a\\Q:StringData"},
        {"cache is no-normal-bit", "reg show \"" + kProtected + "\\S-1\\Data\\e161255a\" is QX\\",
-        "reg show \"" + kIe + "TypedURLs\" is (absent)", "files " + kCookies + " is low\\ low\\a.txt user@shop[1].dat"}},
+        "reg show \"" + kIe + "TypedURLs\" is (absent)",
+        "files " + kCookies + " is low\\ low\\a.txt user@shop[1].dat"}},
   };
 }
 
-const std::vector<std::string> kOwn = {"C:\\Users\\user\\AppData\\Local\\Quillbarrow",
-                                       "HKCU\\Software\\VB and VBA Program Settings\\",
-                                       "HKCU\\Software\\VB and VBA Program Settings",
-                                       "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
+const std::vector<std::string> kOwn = {
+    "C:\\Users\\user\\AppData\\Local\\Quillbarrow", "HKCU\\Software\\VB and VBA Program Settings\\",
+    "HKCU\\Software\\VB and VBA Program Settings", "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
 
 std::vector<std::string> With(std::vector<std::string> rows, const std::vector<std::string>& more) {
   rows.insert(rows.end(), more.begin(), more.end());
@@ -184,8 +209,9 @@ TEST(BrowserTabs, AllOfATabGoesAndTheNeighboursStay) {
 TEST(BrowserTabs, AnUnattendedRunRemovesTheSame) {
   for (const Tab& tab : Tabs()) {
     Rehearsal rehearsal;
-    std::string selection = "file \"C:\\Program Files\\Safari\\Safari.exe\" MZ\n"
-                            "file \"C:\\Program Files\\Google\\Chrome\\Application\\chrome.exe\" MZ\n";
+    std::string selection =
+        "file \"C:\\Program Files\\Safari\\Safari.exe\" MZ\n"
+        "file \"C:\\Program Files\\Google\\Chrome\\Application\\chrome.exe\" MZ\n";
     for (const TraceClass& row : ClassesOf(tab.group)) {
       if (!row.key.empty()) selection += "reg add " + kStore + " " + std::string(row.key) + " sz 1\n";
     }

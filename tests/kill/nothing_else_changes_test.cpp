@@ -146,9 +146,9 @@ INSTANTIATE_TEST_SUITE_P(NothingElseChanges, FaultAt, ::testing::Values("start",
 
 // Random trees and random faults, several at once.
 TEST(NothingElseChanges, RandomMachinesAndFaults) {
-  const char* const operations[] = {"CreateFileA",   "WriteFile",          "DeleteFileA",  "FindFirstFileA",
-                                    "FindNextFileA", "SetFileAttributesA", "RegOpenKeyA",  "RegEnumValueA",
-                                    "RegDeleteKeyA", "GetWindowsDirectoryA", "SHGetFolderPathA"};
+  const char* const operations[] = {
+      "CreateFileA", "WriteFile",     "DeleteFileA",   "FindFirstFileA",       "FindNextFileA",   "SetFileAttributesA",
+      "RegOpenKeyA", "RegEnumValueA", "RegDeleteKeyA", "GetWindowsDirectoryA", "SHGetFolderPathA"};
   for (unsigned seed = 1; seed <= 40; ++seed) {
     std::mt19937 random(seed);
     auto below = [&random](unsigned n) { return static_cast<unsigned>(random() % n); };
@@ -171,7 +171,8 @@ TEST(NothingElseChanges, RandomMachinesAndFaults) {
     }
     rehearsal.Play(below(2) == 0 ? faults + "start\n" + kRun : "start\n" + faults + kRun);
     EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), kMayChange), std::vector<std::string>())
-        << "seed " << seed << "\n" << faults;
+        << "seed " << seed << "\n"
+        << faults;
   }
 }
 

@@ -98,10 +98,8 @@ const Lines kWindowsStart = {
     " - Killing Windows Recent Documents list... success!",
 };
 const Lines kWindowsRest = {
-    " - Killing Windows Media Player recent lists... success!",
-    " - Killing Windows Recycle Bin... success!",
-    " - Killing Windows Fragmented Files (*.CHK)... success!",
-    " - Killing Windows TEMP folder... success!",
+    " - Killing Windows Media Player recent lists... success!", " - Killing Windows Recycle Bin... success!",
+    " - Killing Windows Fragmented Files (*.CHK)... success!",  " - Killing Windows TEMP folder... success!",
     " - Killing MS Office recent file lists... success!",
 };
 const Lines kSearching = {" - Searching..."};
@@ -117,9 +115,21 @@ TEST(RunLines, AManualRunOfEveryAllBox) {
       std::string(kEverythingInstalled) + "start\n" + Tick(0, {"chkIE_all"}) + Tick(1, {"chkNS_all"}) +
       Tick(2, {"chkChrome_All"}) + Tick(3, {"chkSafari_All"}) + Tick(4, {"chkWin_All"}) + Tick(5, {"chkWin_AOLall"}) +
       "click cmdKILLALL\nexpect get ClassesDone is 0\nexpect get SftTabs1.Tab is 9\nlog\n");
-  EXPECT_EQ(lines, Join({kSearching, kFirefoxLines, kChromeLines, SafariLines(kTopSites),
-                         {kAolCache, kAolCookies, kAolDroplist, kAolHistory}, kIeStart, kIeGoogleAndSearch, kIeRecovery,
-                         kIeAutoComplete, kEdge, kIndexDat, kWindowsStart, kIndexDat, kIndexDat, kWindowsRest,
+  EXPECT_EQ(lines, Join({kSearching,
+                         kFirefoxLines,
+                         kChromeLines,
+                         SafariLines(kTopSites),
+                         {kAolCache, kAolCookies, kAolDroplist, kAolHistory},
+                         kIeStart,
+                         kIeGoogleAndSearch,
+                         kIeRecovery,
+                         kIeAutoComplete,
+                         kEdge,
+                         kIndexDat,
+                         kWindowsStart,
+                         kIndexDat,
+                         kIndexDat,
+                         kWindowsRest,
                          kProtected}));
 }
 
@@ -128,9 +138,21 @@ TEST(RunLines, AManualRunOfEverySingleBox) {
   std::string script = std::string(kEverythingInstalled) + "start\n";
   for (int tab = 0; tab < 6; ++tab) script += Tick(tab, BoxesOf(kTabs[tab]));
   const Lines lines = rehearsal.Play(script + "click cmdKILLALL\nlog\n");
-  EXPECT_EQ(lines, Join({kSearching, kFirefoxLines, kChromeLines, SafariLines(kThumbnailsAgain),
-                         {kAolHistory, kAolCache, kAolCookies, kAolDroplist}, kIeStart, kIeAutoComplete, kIndexDat,
-                         kIeRecovery, kIeGoogleAndSearch, kEdge, kWindowsStart, kIndexDat, kIndexDat, kWindowsRest,
+  EXPECT_EQ(lines, Join({kSearching,
+                         kFirefoxLines,
+                         kChromeLines,
+                         SafariLines(kThumbnailsAgain),
+                         {kAolHistory, kAolCache, kAolCookies, kAolDroplist},
+                         kIeStart,
+                         kIeAutoComplete,
+                         kIndexDat,
+                         kIeRecovery,
+                         kIeGoogleAndSearch,
+                         kEdge,
+                         kWindowsStart,
+                         kIndexDat,
+                         kIndexDat,
+                         kWindowsRest,
                          kProtected}));
 }
 
@@ -139,15 +161,26 @@ TEST(RunLines, AnUnattendedRunOfEveryKey) {
   std::string script = kEverythingInstalled;
   for (const TraceClass& row : TraceClasses()) {
     if (row.key.empty()) continue;
-    script += "reg add \"HKCU\\Software\\VB and VBA Program Settings\\Temp\\SystemData\" " + std::string(row.key) +
-              " sz 1\n";
+    script +=
+        "reg add \"HKCU\\Software\\VB and VBA Program Settings\\Temp\\SystemData\" " + std::string(row.key) + " sz 1\n";
   }
   const Lines lines = rehearsal.Play(script + "start\ndo Do_Start_Up 2\nexpect get pBar.Max is 30\nlog\n");
   const Lines firefox(kFirefoxLines.begin() + 1, kFirefoxLines.end());  // the droplist goes without a line
-  EXPECT_EQ(lines, Join({kSearching, firefox, kChromeLines, SafariLines(kTopSites), kWindowsStart, kWindowsRest,
-                         kIeStart, kIeAutoComplete, kIeGoogleAndSearch, kIeRecovery, kEdge, kIndexDat,
+  EXPECT_EQ(lines, Join({kSearching,
+                         firefox,
+                         kChromeLines,
+                         SafariLines(kTopSites),
+                         kWindowsStart,
+                         kWindowsRest,
+                         kIeStart,
+                         kIeAutoComplete,
+                         kIeGoogleAndSearch,
+                         kIeRecovery,
+                         kEdge,
+                         kIndexDat,
                          // The lines of cookies and cache stand the other way round than their keys.
-                         {kAolDroplist, kAolCache, kAolCookies, kAolHistory}, kProtected}));
+                         {kAolDroplist, kAolCache, kAolCookies, kAolHistory},
+                         kProtected}));
 }
 
 TEST(RunLines, RunsThatStopOrSelectNothing) {
@@ -157,8 +190,9 @@ TEST(RunLines, RunsThatStopOrSelectNothing) {
     Lines lines;
   };
   const Case cases[] = {
-      {"nothing ticked", "start\nclick cmdKILLALL\nexpect get lblJustKilled.Caption is \"History Traces Killed: 0\"\n"
-                         "expect get SftTabs1.Tab is 0\nexpect get ManualRun is false\nlog\n",
+      {"nothing ticked",
+       "start\nclick cmdKILLALL\nexpect get lblJustKilled.Caption is \"History Traces Killed: 0\"\n"
+       "expect get SftTabs1.Tab is 0\nexpect get ManualRun is false\nlog\n",
        {" - Searching...", " - ERROR: You must select which history traces you wish to kill!"}},
       {"only AutoComplete: the work is done and counts as nothing selected",
        "start\n" + Tick(0, {"chkIE_AutoComplete"}) + "click cmdKILLALL\nlog\n",
@@ -168,7 +202,8 @@ TEST(RunLines, RunsThatStopOrSelectNothing) {
        "start\n" + Tick(5, {"chkWin_AOL"}) + Tick(4, {"chkWin_StartRun"}) +
            "click cmdKILLALL\nexpect get RunStopped is true\nexpect get ManualRun is true\n"
            "expect get frmMain.cmdKILLALL.Enabled is true\nexpect forms has \"frmOptions visible\"\n"
-           "click cmdCancel\n" + Tick(5, {}) + "untick chkWin_AOL\nclick cmdKILLALL\nlog\n",
+           "click cmdCancel\n" +
+           Tick(5, {}) + "untick chkWin_AOL\nclick cmdKILLALL\nlog\n",
        {" - Searching...", " - Searching..."}},
       {"Stealth: an unattended run writes nothing, a manual one does",
        "reg add \"HKCU\\Software\\VB and VBA Program Settings\\Temp\\SystemData\" Stealth sz 1\n"

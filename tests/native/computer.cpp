@@ -82,7 +82,9 @@ void MakeFile(const std::string& path, const std::string& content) {
   std::fclose(file);
 }
 
-bool Exists(const std::string& path) { return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+bool Exists(const std::string& path) {
+  return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
 
 void SetValue(const std::string& key, const std::string& name, const std::string& data) {
   HKEY opened = nullptr;
@@ -119,6 +121,14 @@ bool CacheEntryExists(const std::string& url) {
   return GetUrlCacheEntryInfoA(url.c_str(), nullptr, &size) || GetLastError() == ERROR_INSUFFICIENT_BUFFER;
 }
 
+void WakeUrlCache() {
+  std::vector<unsigned long long> block(1024);
+  auto* entry = reinterpret_cast<INTERNET_CACHE_ENTRY_INFOA*>(block.data());
+  DWORD size = static_cast<DWORD>(block.size() * sizeof block[0]);
+  HANDLE search = FindFirstUrlCacheEntryA(nullptr, entry, &size);
+  if (search != nullptr) FindCloseUrlCache(search);
+}
+
 State TakeState() {
   State state;
   AddFolder("C:", state);
@@ -136,8 +146,10 @@ std::vector<std::string> Differences(const State& before, const State& after,
   for (const auto& [place, content] : before) {
     auto found = after.find(place);
     if (is_expected(place)) continue;
-    if (found == after.end()) lines.push_back("gone: " + place);
-    else if (found->second != content) lines.push_back("changed: " + place);
+    if (found == after.end())
+      lines.push_back("gone: " + place);
+    else if (found->second != content)
+      lines.push_back("changed: " + place);
   }
   for (const auto& [place, content] : after) {
     if (before.count(place) == 0 && !is_expected(place)) lines.push_back("new: " + place);

@@ -19,6 +19,8 @@ bool KeyExists(const std::string& key);
 std::string Value(const std::string& key, const std::string& name);  // empty if there is none
 // An entry of the URL cache through the system's own calls; false if it was refused.
 bool MakeCacheEntry(const std::string& url, DWORD type);
+// Windows makes the files of its URL cache when somebody first asks it.
+void WakeUrlCache();
 bool CacheEntryExists(const std::string& url);
 
 // Every file of drive C: with its size and content, and every value of HKEY_CURRENT_USER\Software.

@@ -1,12 +1,12 @@
 // Plays stories on the real program and says what held. The log of the first story goes to a file, which
 // is compared with that of a rehearsal of the same story.
-#include "computer.h"
-#include "remote_program.h"
-#include "window_stories.h"
-
 #include <wininet.h>
 
 #include <cstdio>
+
+#include "computer.h"
+#include "remote_program.h"
+#include "window_stories.h"
 
 using namespace native;
 
@@ -31,12 +31,13 @@ std::string WithoutTime(const std::string& line) {
 // Waits for the end of a run: the button can be pressed again and the log has its last line.
 bool RunEnded(RemoteProgram& program, HWND button, HWND log) {
   return WaitFor(
-      [&] {
-        const auto lines = RemoteProgram::ListEntries(log);
-        return IsWindowEnabled(button) && !lines.empty() &&
-               WithoutTime(lines.back()) == " - Successful!  Your privacy is protected.";
-      },
-      60000) && program.Running();
+             [&] {
+               const auto lines = RemoteProgram::ListEntries(log);
+               return IsWindowEnabled(button) && !lines.empty() &&
+                      WithoutTime(lines.back()) == " - Successful!  Your privacy is protected.";
+             },
+             60000) &&
+         program.Running();
 }
 
 void PrepareWindowsTraces() {
@@ -59,30 +60,34 @@ void PrepareWindowsTraces() {
 
 void KillStory() {
   PrepareWindowsTraces();
+  WakeUrlCache();
   const State before = TakeState();
   HANDLE held = CreateFileA("C:\\windows\\temp\\held.tmp", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
 
   RemoteProgram program("");
   HWND window = program.MainWindow();
-  Check(window != nullptr && WaitFor([&] { return IsWindowVisible(window) != FALSE; }), "the program starts and shows itself");
+  Check(window != nullptr && WaitFor([&] { return IsWindowVisible(window) != FALSE; }),
+        "the program starts and shows itself");
   if (window == nullptr) return;
   HWND strip = RemoteProgram::Child(window, "SysTabControl32", "");
   Check(SendMessageA(strip, 0x1304 /* TCM_GETITEMCOUNT */, 0, 0) == 10, "there are ten tabs");
   Check(program.PickTab(4), "the Windows tab comes to the front");
   Check(RemoteProgram::Child(window, "Button", "Cookie Manager...") == nullptr, "other tabs are out of sight");
-  for (const char* box : {"Windows Start, Run drop-list", "Windows Recent Documents list",
-                          "Windows Media player recent URL/file list", "Windows File Fragments (*.CHK)",
-                          "Windows Temp Folder", "MS Office Recent File List"}) {
+  for (const char* box :
+       {"Windows Start, Run drop-list", "Windows Recent Documents list", "Windows Media player recent URL/file list",
+        "Windows File Fragments (*.CHK)", "Windows Temp Folder", "MS Office Recent File List"}) {
     Check(program.Click(box) && program.Ticked(box), std::string("a click ticks ") + box);
   }
   HWND kill = RemoteProgram::Child(window, "Button", "Kill Now!");
   Check(program.PostClick(window, "Kill Now!"), "Kill Now! can be pressed");
   Check(WaitFor([&] { return SendMessageA(strip, 0x130B /* TCM_GETCURSEL */, 0, 0) == 9; }), "the log tab comes up");
-  Check(!IsWindowEnabled(kill) || RemoteProgram::Child(window, "ListBox", "") != nullptr, "the button is off meanwhile");
+  Check(!IsWindowEnabled(kill) || RemoteProgram::Child(window, "ListBox", "") != nullptr,
+        "the button is off meanwhile");
   HWND log = RemoteProgram::Child(window, "ListBox", "");
   Check(RunEnded(program, kill, log), "the run ends");
   FILE* lines = std::fopen("C:\\native-log.txt", "wb");
-  for (const std::string& line : RemoteProgram::ListEntries(log)) std::fprintf(lines, "%s\n", WithoutTime(line).c_str());
+  for (const std::string& line : RemoteProgram::ListEntries(log))
+    std::fprintf(lines, "%s\n", WithoutTime(line).c_str());
   HWND count = nullptr;
   WaitFor([&] {
     for (HWND child = GetWindow(window, GW_CHILD); child != nullptr && count == nullptr;
@@ -104,17 +109,16 @@ void KillStory() {
             !KeyExists("Software\\Microsoft\\MediaPlayer\\Player\\RecentURLList") &&
             !KeyExists(std::string(kExplorer) + "\\ComDlg32\\OpenSaveMRU\\doc"),
         "the lists are gone");
-  const auto differences = Differences(
-      before, TakeState(),
-      {"C:\\FILE0001.CHK", "C:\\windows\\temp\\", "C:\\native-log.txt", std::string(kExplorer) + "\\RunMRU\\",
-       "Software\\Microsoft\\MediaPlayer\\Player\\RecentURLList\\", std::string(kExplorer) + "\\ComDlg32\\OpenSaveMRU\\doc\\",
-       // the program's own places
-       "Software\\VB and VBA Program Settings", "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\",
-       "C:\\users\\root\\AppData\\Local\\Quillbarrow",
-       // what Windows itself keeps when a program starts, or when the recent list is emptied
-       "Software\\Wine\\", "C:\\users\\root\\AppData\\Roaming\\Microsoft\\Windows\\Recent",
-       // and its URL cache when it is first asked
-       "C:\\users\\root\\AppData\\Local\\Microsoft\\Windows\\History\\History.IE5"});
+  const auto differences =
+      Differences(before, TakeState(),
+                  {"C:\\FILE0001.CHK", "C:\\windows\\temp\\", "C:\\native-log.txt",
+                   std::string(kExplorer) + "\\RunMRU\\", "Software\\Microsoft\\MediaPlayer\\Player\\RecentURLList\\",
+                   std::string(kExplorer) + "\\ComDlg32\\OpenSaveMRU\\doc\\",
+                   // the program's own places
+                   "Software\\VB and VBA Program Settings", "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\",
+                   "C:\\users\\root\\AppData\\Local\\Quillbarrow",
+                   // what Windows itself keeps when a program starts, or when the recent list is emptied
+                   "Software\\Wine\\", "C:\\users\\root\\AppData\\Roaming\\Microsoft\\Windows\\Recent"});
   for (const std::string& line : differences) std::printf("     %s\n", line.c_str());
   Check(differences.empty(), "nothing else changed, byte for byte");
   Check(Value("Software\\Microsoft\\Windows\\CurrentVersion\\Run", "Quillbarrow") ==
@@ -136,7 +140,8 @@ void KillStory() {
   std::printf("     processor time in three seconds at rest, hidden: %.1f ms\n", program.ProcessorTime() - at_rest);
   program.Close();
   Check(!program.Running(10000), "a close request while hidden ends the program");
-  Check(Value(kStore, "HistoryRemoved") != "" && Value(kStore, "HistoryRemoved") != "0", "the lifetime count is stored");
+  Check(Value(kStore, "HistoryRemoved") != "" && Value(kStore, "HistoryRemoved") != "0",
+        "the lifetime count is stored");
 }
 
 void BootStory() {

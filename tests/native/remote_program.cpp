@@ -60,7 +60,9 @@ RemoteProgram::~RemoteProgram() {
   CloseHandle(process_.hProcess);
 }
 
-HWND RemoteProgram::MainWindow() { return Window(kMainTitle, 10000); }
+HWND RemoteProgram::MainWindow() {
+  return Window(kMainTitle, 10000);
+}
 
 HWND RemoteProgram::Window(const std::string& title, int milliseconds) {
   Search search{process_.dwProcessId, "", title, nullptr};
@@ -131,7 +133,9 @@ bool RemoteProgram::Running(int wait_milliseconds) {
          WaitForSingleObject(process_.hProcess, static_cast<DWORD>(wait_milliseconds)) == WAIT_TIMEOUT;
 }
 
-void RemoteProgram::Close() { PostMessageA(MainWindow(), WM_CLOSE, 0, 0); }
+void RemoteProgram::Close() {
+  PostMessageA(MainWindow(), WM_CLOSE, 0, 0);
+}
 
 double RemoteProgram::ProcessorTime() {
   FILETIME created, ended, kernel, user;

@@ -54,8 +54,10 @@ std::vector<std::string> Differences(const Snapshot& before, const Snapshot& aft
   for (const auto& [place, state] : before) {
     if (Expected(place, expected)) continue;
     auto found = after.find(place);
-    if (found == after.end()) lines.push_back("gone: " + place);
-    else if (found->second != state) lines.push_back("changed: " + place);
+    if (found == after.end())
+      lines.push_back("gone: " + place);
+    else if (found->second != state)
+      lines.push_back("changed: " + place);
   }
   for (const auto& [place, state] : after) {
     if (!Expected(place, expected) && before.count(place) == 0) lines.push_back("new: " + place);

@@ -83,12 +83,16 @@ void Gate::Record(const CallText& call, std::string_view result) {
   if (recording_) calls_.push_back({call.operation(), call.Line(result)});
 }
 
-std::vector<Gate::Call> Gate::TakeCalls() { return std::exchange(calls_, {}); }
+std::vector<Gate::Call> Gate::TakeCalls() {
+  return std::exchange(calls_, {});
+}
 
 void Gate::SetFault(std::string operation, std::uint32_t nth, std::uint32_t code) {
   faults_[std::move(operation)] = {nth, code};
 }
 
-void Gate::ClearFaults() { faults_.clear(); }
+void Gate::ClearFaults() {
+  faults_.clear();
+}
 
 }  // namespace qb::machine

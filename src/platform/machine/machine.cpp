@@ -30,7 +30,9 @@ constexpr std::uint64_t kFirstClock = 132038640000000000;  // 2019-06-01 12:00:0
 
 constexpr std::string_view kDriveWords[] = {"fixed", "removable", "remote", "cdrom", "ramdisk", "unknown", "gone"};
 
-std::string System(const char* what) { return std::string(what) + ": " + std::strerror(errno); }
+std::string System(const char* what) {
+  return std::string(what) + ": " + std::strerror(errno);
+}
 
 // Nothing if the file is not there; false and a problem if it cannot be read.
 bool ReadWhole(const HostFile& folder, const char* name, std::optional<std::string>& content, std::string& problem) {
@@ -57,8 +59,7 @@ bool ReadWhole(const HostFile& folder, const char* name, std::optional<std::stri
 bool WriteWhole(const HostFile& folder, const std::string& name, std::string_view content, std::string& problem) {
   const std::string beside = name + ".new";
   unlinkat(folder.fd(), beside.c_str(), 0);
-  const HostFile file(
-      openat(folder.fd(), beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
+  const HostFile file(openat(folder.fd(), beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
   if (!file.ok()) {
     problem = System(name.c_str());
     return false;
@@ -90,8 +91,7 @@ class MachineImpl final : public Machine {
         url_cache_(state_),
         com_(state_),
         key_security_(state_, registry_),
-        platform_{registry_, files_,    shell_, system_, processes_,
-                  messages_, url_cache_, com_,   key_security_} {}
+        platform_{registry_, files_, shell_, system_, processes_, messages_, url_cache_, com_, key_security_} {}
 
   bool Load(const std::string& host_folder, std::string& problem);
 
@@ -118,8 +118,10 @@ class MachineImpl final : public Machine {
   void Associate(std::string_view extension, std::string_view program) override {
     std::string key = LowerCase(extension);
     if (key.empty() || key.front() != '.') key.insert(key.begin(), '.');
-    if (program.empty()) state_.config.associations.erase(key);
-    else state_.config.associations[key] = program;
+    if (program.empty())
+      state_.config.associations.erase(key);
+    else
+      state_.config.associations[key] = program;
   }
 
   bool MakeFolder(std::string_view path) override { return Ok(FolderWithParents(path).error); }
@@ -232,7 +234,8 @@ bool MachineImpl::Load(const std::string& host_folder, std::string& problem) {
   auto in_file = [&problem](const char* name) {
     problem = std::string(name) + ", " + problem;
     // It may tell a name of the file, which may hold anything.
-    std::replace_if(problem.begin(), problem.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+    std::replace_if(
+        problem.begin(), problem.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
     return false;
   };
   SavedEntries saved;
@@ -346,7 +349,8 @@ bool MachineImpl::MakeFile(std::string_view path, std::string_view content) {
   entry->attributes = kAttributeArchive;
   entry->written = state_.Now();
   auto host = state_.disk.Open(*entry, true);
-  return host.ok() && pwrite(host.value.fd(), content.data(), content.size(), 0) == static_cast<ssize_t>(content.size());
+  return host.ok() &&
+         pwrite(host.value.fd(), content.data(), content.size(), 0) == static_cast<ssize_t>(content.size());
 }
 
 bool MachineImpl::ChangeAttributes(std::string_view path, const std::vector<std::string>& changes) {
@@ -409,8 +413,10 @@ bool MachineImpl::RegistrySetValue(std::string_view key, const RegistryValue& va
   if (found == nullptr) return false;
   std::string data = value.data;
   if (value.type == kRegSz || value.type == kRegExpandSz) data += '\0';
-  if (RegKey::Value* old = found->Find(value.name)) *old = {old->name, value.type, data};
-  else found->values.push_back({value.name, value.type, data});
+  if (RegKey::Value* old = found->Find(value.name))
+    *old = {old->name, value.type, data};
+  else
+    found->values.push_back({value.name, value.type, data});
   return true;
 }
 

@@ -19,9 +19,9 @@ namespace qb::machine {
 
 // What a program's own window does when another program or Windows acts on it.
 struct OwnWindow {
-  std::function<void(bool visible)> shown;            // ShowWindow
-  std::function<void()> restored;                     // OpenIcon
-  std::function<void()> to_front;                     // SetForegroundWindow
+  std::function<void(bool visible)> shown;                                                        // ShowWindow
+  std::function<void()> restored;                                                                 // OpenIcon
+  std::function<void()> to_front;                                                                 // SetForegroundWindow
   std::function<void(std::uint32_t message, std::uint64_t wparam, std::int64_t lparam)> message;  // a posted message
 };
 

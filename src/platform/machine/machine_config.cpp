@@ -13,8 +13,11 @@ struct AttributeRow {
   char letter;
   std::uint32_t bit;
 };
-constexpr AttributeRow kAttributes[] = {{'r', kAttributeReadOnly}, {'h', kAttributeHidden}, {'s', kAttributeSystem},
-                                        {'a', kAttributeArchive},  {'d', kAttributeDirectory}};
+constexpr AttributeRow kAttributes[] = {{'r', kAttributeReadOnly},
+                                        {'h', kAttributeHidden},
+                                        {'s', kAttributeSystem},
+                                        {'a', kAttributeArchive},
+                                        {'d', kAttributeDirectory}};
 
 bool ReadNumber(std::string_view text, std::uint64_t& number, int base = 10) {
   auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
@@ -221,11 +224,10 @@ std::string WriteConfig(const MachineState& state) {
   }
   for (const std::string& key : saved.denied_keys) denied.lines.emplace_back(key, "");
 
-  for (IniSection& section : std::vector<IniSection>{folders, drives, labels, Section("programs", config.associations),
-                                                     Section("environment", config.environment), outside, pending,
-                                                     denied, Section("junctions", saved.junctions),
-                                                     Section("attributes", saved.attributes),
-                                                     Section("shortnames", saved.short_names)}) {
+  for (IniSection& section : std::vector<IniSection>{
+           folders, drives, labels, Section("programs", config.associations),
+           Section("environment", config.environment), outside, pending, denied, Section("junctions", saved.junctions),
+           Section("attributes", saved.attributes), Section("shortnames", saved.short_names)}) {
     sections.push_back(std::move(section));
   }
   return WriteIni(sections);
@@ -242,8 +244,8 @@ bool ReadCache(std::string_view text, UrlCacheEntries& cache, std::string& probl
         problem = url + ": a type that is no hexadecimal number";
         return false;
       }
-      cache.Add({url, static_cast<std::uint32_t>(type),
-                 blank < value.size() ? value.substr(blank + 1) : std::string()});
+      cache.Add(
+          {url, static_cast<std::uint32_t>(type), blank < value.size() ? value.substr(blank + 1) : std::string()});
     }
   }
   return true;

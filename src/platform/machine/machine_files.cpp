@@ -12,15 +12,19 @@ namespace {
 constexpr std::uint32_t kKeptAttributes = kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeArchive;
 constexpr std::uint32_t kBackupSemantics = 0x02000000;  // FILE_FLAG_BACKUP_SEMANTICS: folders may be opened
 
-bool Reads(std::uint32_t access) { return (access & kGenericRead) != 0; }
-bool Writes(std::uint32_t access) { return (access & kGenericWrite) != 0; }
+bool Reads(std::uint32_t access) {
+  return (access & kGenericRead) != 0;
+}
+bool Writes(std::uint32_t access) {
+  return (access & kGenericWrite) != 0;
+}
 
 // Whether a new use can stand beside one that is there.
 bool Shares(const Entry::Use& there, const Entry::Use& wanted) {
-  const bool there_allows = (!wanted.reads || (there.share & kShareRead) != 0) &&
-                            (!wanted.writes || (there.share & kShareWrite) != 0);
-  const bool wanted_allows = (!there.reads || (wanted.share & kShareRead) != 0) &&
-                             (!there.writes || (wanted.share & kShareWrite) != 0);
+  const bool there_allows =
+      (!wanted.reads || (there.share & kShareRead) != 0) && (!wanted.writes || (there.share & kShareWrite) != 0);
+  const bool wanted_allows =
+      (!there.reads || (wanted.share & kShareRead) != 0) && (!there.writes || (wanted.share & kShareWrite) != 0);
   return there_allows && wanted_allows;
 }
 
@@ -100,10 +104,12 @@ Result<std::uint32_t> MachineFiles::ReadFile(FileHandle file, Buffer buffer) {
     } else if (!open.value->use.reads) {
       outcome = Error::AccessDenied;
     } else {
-      const ssize_t count = pread(open.value->host.fd(), buffer.data(), buffer.size(),
-                                  static_cast<off_t>(open.value->position));
-      if (count < 0) outcome = Error::InvalidFunction;
-      else outcome = static_cast<std::uint32_t>(count);
+      const ssize_t count =
+          pread(open.value->host.fd(), buffer.data(), buffer.size(), static_cast<off_t>(open.value->position));
+      if (count < 0)
+        outcome = Error::InvalidFunction;
+      else
+        outcome = static_cast<std::uint32_t>(count);
       if (outcome.ok()) open.value->position += outcome.value;
     }
   }
@@ -122,10 +128,12 @@ Result<std::uint32_t> MachineFiles::WriteFile(FileHandle file, std::string_view 
     } else if (!open.value->use.writes) {
       outcome = Error::AccessDenied;
     } else {
-      const ssize_t count = pwrite(open.value->host.fd(), data.data(), data.size(),
-                                   static_cast<off_t>(open.value->position));
-      if (count < 0) outcome = Error::DiskFull;
-      else outcome = static_cast<std::uint32_t>(count);
+      const ssize_t count =
+          pwrite(open.value->host.fd(), data.data(), data.size(), static_cast<off_t>(open.value->position));
+      if (count < 0)
+        outcome = Error::DiskFull;
+      else
+        outcome = static_cast<std::uint32_t>(count);
       if (outcome.ok()) open.value->position += outcome.value;
       open.value->changed = true;
     }
@@ -167,8 +175,8 @@ Error MachineFiles::SetEndOfFile(FileHandle file) {
   if (Ok(error)) {
     auto open = Get(file);
     error = open.error;
-    if (open.ok() && (!open.value->use.writes ||
-                      ftruncate(open.value->host.fd(), static_cast<off_t>(open.value->position)) != 0)) {
+    if (open.ok() &&
+        (!open.value->use.writes || ftruncate(open.value->host.fd(), static_cast<off_t>(open.value->position)) != 0)) {
       error = Error::AccessDenied;
     }
   }
@@ -182,8 +190,10 @@ Result<std::uint64_t> MachineFiles::GetFileSize(FileHandle file) {
   Result<std::uint64_t> outcome = state_.gate.Enter("GetFileSize");
   if (outcome.ok()) {
     auto open = Get(file);
-    if (open.ok()) outcome = state_.disk.SizeOf(*open.value->entry);
-    else outcome = open.error;
+    if (open.ok())
+      outcome = state_.disk.SizeOf(*open.value->entry);
+    else
+      outcome = open.error;
   }
   state_.gate.Record(call, std::to_string(outcome.ok() ? outcome.value : 0xFFFFFFFFu));
   return outcome;
@@ -370,8 +380,10 @@ Error MachineFiles::CreateDirectoryA(std::string_view path) {
     error = parsed.error;
     if (parsed.ok()) {
       auto found = state_.disk.Find(parsed.value);
-      if (found.ok()) error = Error::AlreadyExists;
-      else if (found.error != Error::FileNotFound) error = found.error;
+      if (found.ok())
+        error = Error::AlreadyExists;
+      else if (found.error != Error::FileNotFound)
+        error = found.error;
       else {
         auto place = state_.disk.FindPlace(parsed.value);
         error = place.ok() ? state_.disk.MakeFolder(*place.value.folder, place.value.name).error : place.error;
@@ -388,8 +400,10 @@ Result<std::uint32_t> MachineFiles::GetFileAttributesA(std::string_view path) {
   Result<std::uint32_t> outcome = state_.gate.Enter("GetFileAttributesA");
   if (outcome.ok()) {
     auto found = state_.Find(path);
-    if (found.ok()) outcome = found.value->WindowsAttributes();
-    else outcome = found.error;
+    if (found.ok())
+      outcome = found.value->WindowsAttributes();
+    else
+      outcome = found.error;
   }
   state_.gate.Record(call, std::to_string(outcome.ok() ? outcome.value : 0xFFFFFFFFu));
   return outcome;
@@ -402,8 +416,10 @@ Error MachineFiles::SetFileAttributesA(std::string_view path, std::uint32_t attr
   if (Ok(error)) {
     auto found = state_.Find(path);
     error = found.error;
-    if (found.ok() && found.value->kind == Entry::Kind::HostLink) error = Error::AccessDenied;
-    else if (found.ok()) found.value->attributes = attributes & kKeptAttributes;
+    if (found.ok() && found.value->kind == Entry::Kind::HostLink)
+      error = Error::AccessDenied;
+    else if (found.ok())
+      found.value->attributes = attributes & kKeptAttributes;
   }
   state_.gate.Record(call, BoolText(Ok(error)));
   return error;

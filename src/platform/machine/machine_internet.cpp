@@ -104,8 +104,10 @@ Result<ComObject> MachineCom::CoCreateInstance(std::string_view class_id, std::u
                                                std::string_view /*interface_id*/) {
   Result<ComObject> outcome = state_.gate.Enter("CoCreateInstance");
   if (outcome.ok()) {
-    if (FoldName(class_id) == kHistoryStore) outcome = static_cast<ComObject>(state_.NewHandle());
-    else outcome = kClassNotRegistered;
+    if (FoldName(class_id) == kHistoryStore)
+      outcome = static_cast<ComObject>(state_.NewHandle());
+    else
+      outcome = kClassNotRegistered;
   }
   CallText call("CoCreateInstance");
   call.Structure().Null().Number(context).Structure().Handle(outcome.ok() ? Plain(outcome.value) : 0);
@@ -119,8 +121,10 @@ Result<std::uint32_t> MachineCom::DispCallFunc(ComObject object, std::uint32_t o
   call.Handle(Plain(object)).Number(offset).Number(convention).Number(result_type).Number(0).Null().Null().Structure();
   Result<std::uint32_t> outcome = state_.gate.Enter("DispCallFunc");
   if (outcome.ok()) {
-    if (state_.open_handles.count(Plain(object)) == 0) outcome = Error::InvalidParameter;
-    else if (offset == kRelease) state_.open_handles.erase(Plain(object));
+    if (state_.open_handles.count(Plain(object)) == 0)
+      outcome = Error::InvalidParameter;
+    else if (offset == kRelease)
+      state_.open_handles.erase(Plain(object));
   }
   state_.gate.Record(call, ErrorText(outcome.error));
   return outcome;

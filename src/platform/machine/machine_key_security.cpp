@@ -36,8 +36,10 @@ Error MachineKeySecurity::RegGetKeySecurity(KeyHandle key, std::uint32_t informa
   Error error = state_.gate.Enter("RegGetKeySecurity");
   const std::size_t offered = descriptor.size();
   if (Ok(error)) {
-    if (registry_.Resolve(key).key == nullptr) error = Error::InvalidHandle;
-    else if (offered < kStoredDescriptor) error = Error::InsufficientBuffer;
+    if (registry_.Resolve(key).key == nullptr)
+      error = Error::InvalidHandle;
+    else if (offered < kStoredDescriptor)
+      error = Error::InsufficientBuffer;
     size = kStoredDescriptor;
   }
   CallText call("RegGetKeySecurity");
@@ -69,8 +71,10 @@ Error MachineKeySecurity::RegSetKeySecurity(KeyHandle key, std::uint32_t informa
   Error error = state_.gate.Enter("RegSetKeySecurity");
   if (Ok(error)) {
     const MachineRegistry::Opened opened = registry_.Resolve(key);
-    if (opened.key == nullptr) error = Error::InvalidHandle;
-    else if ((opened.access & kWriteDac) == 0) error = Error::AccessDenied;
+    if (opened.key == nullptr)
+      error = Error::InvalidHandle;
+    else if ((opened.access & kWriteDac) == 0)
+      error = Error::AccessDenied;
     else if (descriptor.empty() || descriptor[0] != static_cast<char>(kDescriptorRevision)) {
       error = Error::InvalidParameter;
     } else {
@@ -91,8 +95,10 @@ Error MachineKeySecurity::RegEnumKeyExA(KeyHandle key, std::uint32_t index, Buff
       error = Error::NoMoreItems;
     } else {
       const std::string& found = opened.key->sub_keys[index]->name;
-      if (name.size() <= found.size()) error = Error::MoreData;
-      else length = FillText(name, found);
+      if (name.size() <= found.size())
+        error = Error::MoreData;
+      else
+        length = FillText(name, found);
     }
   }
   CallText call("RegEnumKeyExA");

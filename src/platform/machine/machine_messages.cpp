@@ -95,8 +95,10 @@ bool MachineMessages::SetForegroundWindow(WindowHandle window) {
   Window* found = Ok(state_.gate.Enter("SetForegroundWindow")) ? Find(Plain(window)) : nullptr;
   if (found != nullptr) {
     const auto to_front = found->actions.to_front;
-    if (found->own && to_front) to_front();
-    else ToFront(Plain(window));
+    if (found->own && to_front)
+      to_front();
+    else
+      ToFront(Plain(window));
   }
   state_.gate.Record(call, BoolText(found != nullptr));
   return found != nullptr;
@@ -118,8 +120,10 @@ Error MachineMessages::PostMessageA(WindowHandle window, std::uint32_t message, 
   Error error = state_.gate.Enter("PostMessageA");
   if (Ok(error)) {
     constexpr auto kInvalidWindow = static_cast<Error>(1400);
-    if (Find(Plain(window)) == nullptr) error = kInvalidWindow;
-    else posted_.push_back({Plain(window), message, wparam, lparam});
+    if (Find(Plain(window)) == nullptr)
+      error = kInvalidWindow;
+    else
+      posted_.push_back({Plain(window), message, wparam, lparam});
   }
   state_.gate.Record(call, BoolText(Ok(error)));
   return error;
@@ -279,7 +283,8 @@ bool MachineMessages::CloseOther(std::uint64_t handle) {
 bool MachineMessages::CloseOthers(std::string_view class_name) {
   std::vector<std::uint64_t> handles;
   for (const Window& window : windows_) {
-    if (!window.own && FoldName(window.about.class_name) == FoldName(class_name)) handles.push_back(window.about.handle);
+    if (!window.own && FoldName(window.about.class_name) == FoldName(class_name))
+      handles.push_back(window.about.handle);
   }
   for (std::uint64_t handle : handles) CloseOther(handle);
   return !handles.empty();

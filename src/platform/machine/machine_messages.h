@@ -72,7 +72,7 @@ class MachineMessages : public Messages {
   MachineProcesses& processes_;
   std::function<void()>& on_pump_;
   std::function<bool()>& on_wait_;
-  std::vector<Window> windows_;  // in the order of opening
+  std::vector<Window> windows_;         // in the order of opening
   std::vector<std::uint64_t> z_order_;  // top first
   std::map<TimerKey, TimerState> timers_;
   std::deque<Posted> posted_;

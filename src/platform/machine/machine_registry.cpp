@@ -9,7 +9,6 @@ namespace {
 constexpr std::uint32_t kMaximumAllowed = 0x2000000;
 constexpr std::uint32_t kQueryValue = 0x1, kSetValue = 0x2, kEnumerate = 0x8;
 
-
 // What a denied key still grants.
 constexpr std::uint32_t kGrantedWhenDenied = kKeyRead | kWriteDac;
 
@@ -63,8 +62,10 @@ Result<KeyHandle> MachineRegistry::Open(KeyHandle key, std::string_view sub_key,
     found = &state_.registry.Make(*from.key, sub_key);
   }
   if (found->Denied()) {
-    if (access == kMaximumAllowed) access = kGrantedWhenDenied;
-    else if ((access & ~kGrantedWhenDenied) != 0) return Error::AccessDenied;
+    if (access == kMaximumAllowed)
+      access = kGrantedWhenDenied;
+    else if ((access & ~kGrantedWhenDenied) != 0)
+      return Error::AccessDenied;
   }
   const std::uint64_t handle = state_.NewHandle();
   handles_[handle] = {found, access};
@@ -76,23 +77,26 @@ namespace {
 template <typename Body>
 Result<KeyHandle> OpenCall(Gate& gate, CallText& call, std::string_view operation, Body body) {
   Result<KeyHandle> outcome = KeyHandle::None;
-  if (Error error = gate.Enter(operation); !Ok(error)) outcome = error;
-  else outcome = body();
+  if (Error error = gate.Enter(operation); !Ok(error))
+    outcome = error;
+  else
+    outcome = body();
   if (gate.recording()) {
     call.Handle(outcome.ok() ? Plain(outcome.value) : 0);
   }
   return outcome;
 }
 
-bool Grants(std::uint32_t access, std::uint32_t right) { return access == kMaximumAllowed || (access & right) == right; }
+bool Grants(std::uint32_t access, std::uint32_t right) {
+  return access == kMaximumAllowed || (access & right) == right;
+}
 
 }  // namespace
 
 Result<KeyHandle> MachineRegistry::RegOpenKeyA(KeyHandle key, std::string_view sub_key) {
   CallText call("RegOpenKeyA");
   call.Handle(Plain(key)).Text(sub_key);
-  auto outcome =
-      OpenCall(state_.gate, call, "RegOpenKeyA", [&] { return Open(key, sub_key, kMaximumAllowed, false); });
+  auto outcome = OpenCall(state_.gate, call, "RegOpenKeyA", [&] { return Open(key, sub_key, kMaximumAllowed, false); });
   state_.gate.Record(call, ErrorText(outcome.error));
   return outcome;
 }
@@ -140,10 +144,14 @@ Error MachineRegistry::RegQueryValueExA(KeyHandle key, std::string_view name, Bu
   if (Ok(error)) {
     const Opened opened = Resolve(key);
     RegKey::Value* value = opened.key == nullptr ? nullptr : opened.key->Find(name);
-    if (opened.key == nullptr) error = Error::InvalidHandle;
-    else if (!Grants(opened.access, kQueryValue)) error = Error::AccessDenied;
-    else if (value == nullptr) error = Error::FileNotFound;
-    else error = CopyData(data, *value, info);
+    if (opened.key == nullptr)
+      error = Error::InvalidHandle;
+    else if (!Grants(opened.access, kQueryValue))
+      error = Error::AccessDenied;
+    else if (value == nullptr)
+      error = Error::FileNotFound;
+    else
+      error = CopyData(data, *value, info);
   }
   CallText call("RegQueryValueExA");
   call.Handle(Plain(key)).Text(name).Null().Number(info.type);
@@ -151,8 +159,7 @@ Error MachineRegistry::RegQueryValueExA(KeyHandle key, std::string_view name, Bu
   return Recorded(call, error);
 }
 
-Error MachineRegistry::RegSetValueExA(KeyHandle key, std::string_view name, std::uint32_t type,
-                                      std::string_view data) {
+Error MachineRegistry::RegSetValueExA(KeyHandle key, std::string_view name, std::uint32_t type, std::string_view data) {
   CallText call("RegSetValueExA");
   call.Handle(Plain(key)).Text(name).Number(0).Number(type).Bytes(data.size()).Number(data.size());
   Error error = state_.gate.Enter("RegSetValueExA");
@@ -181,10 +188,14 @@ Error MachineRegistry::RegDeleteKeyA(KeyHandle key, std::string_view sub_key) {
   if (Ok(error)) {
     const Opened opened = Resolve(key);
     RegKey* found = opened.key == nullptr ? nullptr : state_.registry.Find(*opened.key, sub_key);
-    if (opened.key == nullptr) error = Error::InvalidHandle;
-    else if (found == nullptr) error = Error::FileNotFound;
-    else if (found->parent == nullptr || found->Denied() || !found->sub_keys.empty()) error = Error::AccessDenied;
-    else state_.registry.Remove(*found);
+    if (opened.key == nullptr)
+      error = Error::InvalidHandle;
+    else if (found == nullptr)
+      error = Error::FileNotFound;
+    else if (found->parent == nullptr || found->Denied() || !found->sub_keys.empty())
+      error = Error::AccessDenied;
+    else
+      state_.registry.Remove(*found);
   }
   return Recorded(call, error);
 }
@@ -196,10 +207,14 @@ Error MachineRegistry::RegDeleteValueA(KeyHandle key, std::string_view name) {
   if (Ok(error)) {
     const Opened opened = Resolve(key);
     RegKey::Value* value = opened.key == nullptr ? nullptr : opened.key->Find(name);
-    if (opened.key == nullptr) error = Error::InvalidHandle;
-    else if (!Grants(opened.access, kSetValue)) error = Error::AccessDenied;
-    else if (value == nullptr) error = Error::FileNotFound;
-    else opened.key->values.erase(opened.key->values.begin() + (value - opened.key->values.data()));
+    if (opened.key == nullptr)
+      error = Error::InvalidHandle;
+    else if (!Grants(opened.access, kSetValue))
+      error = Error::AccessDenied;
+    else if (value == nullptr)
+      error = Error::FileNotFound;
+    else
+      opened.key->values.erase(opened.key->values.begin() + (value - opened.key->values.data()));
   }
   return Recorded(call, error);
 }
@@ -210,16 +225,19 @@ Error MachineRegistry::RegEnumKeyA(KeyHandle key, std::uint32_t index, Buffer na
   Error error = state_.gate.Enter("RegEnumKeyA");
   if (Ok(error)) {
     const Opened opened = Resolve(key);
-    if (opened.key == nullptr) error = Error::InvalidHandle;
-    else if (!Grants(opened.access, kEnumerate)) error = Error::AccessDenied;
-    else if (index >= opened.key->sub_keys.size()) error = Error::NoMoreItems;
-    else error = CopyName(name, opened.key->sub_keys[index]->name);
+    if (opened.key == nullptr)
+      error = Error::InvalidHandle;
+    else if (!Grants(opened.access, kEnumerate))
+      error = Error::AccessDenied;
+    else if (index >= opened.key->sub_keys.size())
+      error = Error::NoMoreItems;
+    else
+      error = CopyName(name, opened.key->sub_keys[index]->name);
   }
   return Recorded(call, error);
 }
 
-Error MachineRegistry::RegEnumValueA(KeyHandle key, std::uint32_t index, Buffer name, Buffer data,
-                                     RegValueInfo& info) {
+Error MachineRegistry::RegEnumValueA(KeyHandle key, std::uint32_t index, Buffer name, Buffer data, RegValueInfo& info) {
   Error error = state_.gate.Enter("RegEnumValueA");
   if (Ok(error)) {
     const Opened opened = Resolve(key);

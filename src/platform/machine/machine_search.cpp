@@ -14,7 +14,7 @@ struct DriveTypeRow {
 };
 
 constexpr DriveTypeRow kDriveTypes[] = {
-    {"unknown", DriveType::Unknown}, {"gone", DriveType::NoRoot},  {"removable", DriveType::Removable},
+    {"unknown", DriveType::Unknown}, {"gone", DriveType::NoRoot},   {"removable", DriveType::Removable},
     {"fixed", DriveType::Fixed},     {"remote", DriveType::Remote}, {"cdrom", DriveType::CdRom},
     {"ramdisk", DriveType::RamDisk},
 };
@@ -84,9 +84,12 @@ Result<FindData> MachineFiles::FindNextFileA(FindHandle handle) {
   Result<FindData> outcome = state_.gate.Enter("FindNextFileA");
   if (outcome.ok()) {
     auto search = searches_.find(Plain(handle));
-    if (search == searches_.end()) outcome = Error::InvalidHandle;
-    else if (search->second.next >= search->second.found.size()) outcome = Error::NoMoreFiles;
-    else outcome = search->second.found[search->second.next++];
+    if (search == searches_.end())
+      outcome = Error::InvalidHandle;
+    else if (search->second.next >= search->second.found.size())
+      outcome = Error::NoMoreFiles;
+    else
+      outcome = search->second.found[search->second.next++];
   }
   state_.gate.Record(call, BoolText(outcome.ok()));
   return outcome;
@@ -130,8 +133,10 @@ Result<std::uint32_t> MachineFiles::GetShortPathNameA(std::string_view path, Buf
   Result<std::uint32_t> outcome = state_.gate.Enter("GetShortPathNameA");
   if (outcome.ok()) {
     auto text = PathInNames(path, true);
-    if (text.ok()) outcome = FillText(buffer, text.value);
-    else outcome = text.error;
+    if (text.ok())
+      outcome = FillText(buffer, text.value);
+    else
+      outcome = text.error;
   }
   state_.gate.Record(call, std::to_string(outcome.value));
   return outcome;
@@ -143,8 +148,10 @@ Result<std::uint32_t> MachineFiles::GetLongPathNameA(std::string_view path, Buff
   Result<std::uint32_t> outcome = state_.gate.Enter("GetLongPathNameA");
   if (outcome.ok()) {
     auto text = PathInNames(path, false);
-    if (text.ok()) outcome = FillText(buffer, text.value);
-    else outcome = text.error;
+    if (text.ok())
+      outcome = FillText(buffer, text.value);
+    else
+      outcome = text.error;
   }
   state_.gate.Record(call, std::to_string(outcome.value));
   return outcome;
@@ -202,8 +209,10 @@ Error MachineFiles::SetCurrentDirectoryA(std::string_view path) {
   Error error = state_.gate.Enter("SetCurrentDirectoryA");
   if (Ok(error)) {
     auto found = state_.Find(path, true);
-    if (!found.ok()) error = found.error;
-    else if (!found.value->IsFolder()) error = Error::DirectoryName;
+    if (!found.ok())
+      error = found.error;
+    else if (!found.value->IsFolder())
+      error = Error::DirectoryName;
     else {
       auto parsed = state_.Parse(path);
       parsed.value.closing_backslash = false;
@@ -214,7 +223,9 @@ Error MachineFiles::SetCurrentDirectoryA(std::string_view path) {
   return error;
 }
 
-bool MachineFiles::DriveIsThere(std::string_view root) const { return state_.Parse(root).ok(); }
+bool MachineFiles::DriveIsThere(std::string_view root) const {
+  return state_.Parse(root).ok();
+}
 
 Result<std::uint32_t> MachineFiles::GetLogicalDriveStringsA(Buffer buffer) {
   CallText call("GetLogicalDriveStringsA");
@@ -290,8 +301,10 @@ Result<DiskSpace> MachineFiles::GetDiskFreeSpaceExA(std::string_view root) {
   Result<DiskSpace> outcome = state_.gate.Enter("GetDiskFreeSpaceExA");
   if (outcome.ok()) {
     constexpr std::uint64_t kTotal = std::uint64_t{64} << 30, kFree = std::uint64_t{48} << 30;
-    if (DriveIsThere(root)) outcome = DiskSpace{kFree, kTotal, kFree};
-    else outcome = Error::PathNotFound;
+    if (DriveIsThere(root))
+      outcome = DiskSpace{kFree, kTotal, kFree};
+    else
+      outcome = Error::PathNotFound;
   }
   state_.gate.Record(call, BoolText(outcome.ok()));
   return outcome;

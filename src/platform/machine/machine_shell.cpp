@@ -18,7 +18,7 @@ constexpr std::uint32_t kInvalidArgument = 0x80070057;  // E_INVALIDARG
 constexpr std::uint32_t kUnexpected = 0x8000FFFF;       // E_UNEXPECTED, for a bin that is empty already
 constexpr std::uint32_t kStarted = 42;
 constexpr std::uint32_t kFileNotFound = 2, kAccessDenied = 5, kNoAssociation = 31;
-constexpr std::uint32_t kDelete = 3;     // FO_DELETE
+constexpr std::uint32_t kDelete = 3;      // FO_DELETE
 constexpr std::uint32_t kAllowUndo = 64;  // FOF_ALLOWUNDO
 
 CallText& AddOptional(CallText& call, std::optional<std::string_view> text) {
@@ -32,7 +32,9 @@ std::string ExtensionOf(std::string_view path) {
   return LowerCase(path.substr(dot));
 }
 
-bool IsPage(std::string_view file) { return file.find("://") != std::string_view::npos; }
+bool IsPage(std::string_view file) {
+  return file.find("://") != std::string_view::npos;
+}
 
 bool IsProgram(const std::string& extension) {
   return extension == ".exe" || extension == ".com" || extension == ".bat" || extension == ".cmd";
@@ -91,7 +93,9 @@ RecycleBinInfo BinContents(const MachineState& state) {
   return info;
 }
 
-void EmptyBin(const MachineState& state) { EmptyHostFolder(state.bin.fd()); }
+void EmptyBin(const MachineState& state) {
+  EmptyHostFolder(state.bin.fd());
+}
 
 Error DiscardEntry(MachineState& state, Entry& entry) {
   for (std::size_t number = 1;; ++number) {
@@ -127,8 +131,10 @@ Result<ItemIdList> MachineShell::SHGetSpecialFolderLocation(WindowHandle owner, 
   Result<ItemIdList> outcome = state_.gate.Enter("SHGetSpecialFolderLocation");
   if (outcome.ok()) {
     auto found = state_.config.special_folders.find(folder);
-    if (found == state_.config.special_folders.end() || found->second.result != 0) outcome = Error::FileNotFound;
-    else outcome = NewItem(found->second.path);
+    if (found == state_.config.special_folders.end() || found->second.result != 0)
+      outcome = Error::FileNotFound;
+    else
+      outcome = NewItem(found->second.path);
   }
   call.Handle(outcome.ok() ? Plain(outcome.value) : 0);
   state_.gate.Record(call, std::to_string(outcome.ok() ? 0 : kInvalidArgument));
@@ -178,10 +184,14 @@ std::uint32_t MachineShell::ShellExecuteA(WindowHandle owner, std::optional<std:
   if (Ok(state_.gate.Enter("ShellExecuteA"))) {
     auto associated = state_.config.associations.find(ExtensionOf(file));
     const bool opens = IsProgram(ExtensionOf(file)) || associated != state_.config.associations.end();
-    if (IsPage(file)) result = state_.config.associations.count(".htm") != 0 ? kStarted : kNoAssociation;
-    else if (IsProgram(ExtensionOf(file)) && parameters && IsPage(*parameters)) result = kStarted;  // the browser
-    else if (!state_.Find(file, true).ok()) result = kFileNotFound;
-    else result = opens ? kStarted : kNoAssociation;
+    if (IsPage(file))
+      result = state_.config.associations.count(".htm") != 0 ? kStarted : kNoAssociation;
+    else if (IsProgram(ExtensionOf(file)) && parameters && IsPage(*parameters))
+      result = kStarted;  // the browser
+    else if (!state_.Find(file, true).ok())
+      result = kFileNotFound;
+    else
+      result = opens ? kStarted : kNoAssociation;
     if (result == kStarted) {
       const bool page_in_browser = parameters && IsPage(*parameters);
       std::string line(page_in_browser ? *parameters : file);

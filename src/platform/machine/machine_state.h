@@ -38,8 +38,8 @@ struct MachineConfig {
   std::string program_folder = "C:\\Program Files\\Quillbarrow";
   std::string temp_folder = "C:\\Users\\user\\AppData\\Local\\Temp";
   std::map<std::uint32_t, SpecialFolder> special_folders;
-  std::map<char, std::string> drive_types;  // by letter; "gone" hides the drive
-  std::map<std::string, std::string> associations;  // by extension in small letters
+  std::map<char, std::string> drive_types;                              // by letter; "gone" hides the drive
+  std::map<std::string, std::string> associations;                      // by extension in small letters
   std::map<std::string, OutsideProgramEnd, FoldLess> outside_programs;  // by name
   std::map<std::string, std::string> environment;
   std::map<char, std::string> volume_labels;
@@ -88,9 +88,9 @@ struct MachineState {
   Disk disk;
   RegistryTree registry;
   MachineConfig config;
-  ParsedPath current;              // drive and folder
+  ParsedPath current;  // drive and folder
   UrlCacheEntries cache;
-  std::uint64_t boot_ticks = 0;    // 100 ns since 1601 when the clock stood at 0 ms
+  std::uint64_t boot_ticks = 0;  // 100 ns since 1601 when the clock stood at 0 ms
   std::uint64_t clock_ms = 0;
   std::uint64_t next_handle = 100001;
   std::set<std::uint64_t> open_handles;
@@ -144,9 +144,15 @@ constexpr std::uint64_t Plain(HandleType handle) {
   return static_cast<std::uint64_t>(handle);
 }
 
-inline std::string HandleText(std::uint64_t handle) { return handle == 0 ? "null" : '#' + std::to_string(handle); }
-inline std::string ErrorText(Error error) { return std::to_string(static_cast<std::uint32_t>(error)); }
-inline const char* BoolText(bool value) { return value ? "1" : "0"; }
+inline std::string HandleText(std::uint64_t handle) {
+  return handle == 0 ? "null" : '#' + std::to_string(handle);
+}
+inline std::string ErrorText(Error error) {
+  return std::to_string(static_cast<std::uint32_t>(error));
+}
+inline const char* BoolText(bool value) {
+  return value ? "1" : "0";
+}
 
 inline constexpr std::uint64_t kInvalidHandle = ~std::uint64_t{0};
 

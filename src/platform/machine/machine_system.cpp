@@ -42,8 +42,7 @@ Result<std::uint32_t> MachineSystem::GetWindowsDirectoryA(Buffer buffer) {
 }
 
 std::uint32_t MachineSystem::GetPrivateProfileStringA(std::string_view section, std::string_view key,
-                                                      std::string_view fallback, Buffer buffer,
-                                                      std::string_view file) {
+                                                      std::string_view fallback, Buffer buffer, std::string_view file) {
   CallText call("GetPrivateProfileStringA");
   call.Text(section).Text(key).Text(fallback).Bytes(buffer.size()).Number(buffer.size()).Text(file);
   std::string value(fallback);

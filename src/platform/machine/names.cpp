@@ -1,9 +1,8 @@
 #include "platform/machine/names.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cwctype>
-
-#include <algorithm>
 
 namespace qb::machine {
 
@@ -32,9 +31,11 @@ class UnicodeLocale {
 // Takes one character off the front; a byte that begins none comes as kLoneLow + byte.
 char32_t TakeCharacter(std::string_view& text) {
   const auto lead = static_cast<unsigned char>(text[0]);
-  const std::size_t length = lead < 0x80 ? 1 : lead >= 0xC2 && lead < 0xE0 ? 2 : lead >= 0xE0 && lead < 0xF0 ? 3
-                             : lead >= 0xF0 && lead < 0xF5                   ? 4
-                                                                             : 0;
+  const std::size_t length = lead < 0x80                   ? 1
+                             : lead >= 0xC2 && lead < 0xE0 ? 2
+                             : lead >= 0xE0 && lead < 0xF0 ? 3
+                             : lead >= 0xF0 && lead < 0xF5 ? 4
+                                                           : 0;
   auto broken = [&] {
     text.remove_prefix(1);
     return kLoneLow + lead;
@@ -72,9 +73,15 @@ void PutCharacter(char32_t c, std::string& text) {
   }
 }
 
-bool Letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-bool ShortCharacter(char c) { return Letter(c) || (c >= '0' && c <= '9') || (static_cast<unsigned char>(c) >= 0x80); }
-char Capital(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+bool Letter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+bool ShortCharacter(char c) {
+  return Letter(c) || (c >= '0' && c <= '9') || (static_cast<unsigned char>(c) >= 0x80);
+}
+char Capital(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
 }  // namespace
 
@@ -153,8 +160,10 @@ Result<ParsedPath> ParsePath(std::string_view path, const ParsedPath& current, b
     parsed.drive = Capital(rest[0]);
     rest.remove_prefix(2);
   }
-  if (!rest.empty() && rest[0] == '\\') rest.remove_prefix(1);
-  else if (parsed.drive == current.drive) parsed.parts = current.parts;  // relative to the current folder
+  if (!rest.empty() && rest[0] == '\\')
+    rest.remove_prefix(1);
+  else if (parsed.drive == current.drive)
+    parsed.parts = current.parts;  // relative to the current folder
   parsed.closing_backslash = !rest.empty() && rest.back() == '\\';
 
   while (!rest.empty()) {

@@ -51,7 +51,9 @@ bool ReadHexBytes(std::string_view text, std::string& bytes) {
   }
 }
 
-bool IsText(std::uint32_t type) { return type == kRegSz || type == kRegExpandSz; }
+bool IsText(std::uint32_t type) {
+  return type == kRegSz || type == kRegExpandSz;
+}
 
 // What stands behind "name=": false if it cannot be read.
 bool ReadData(std::string_view text, RegKey::Value& value) {
@@ -122,7 +124,8 @@ std::string DataText(const RegKey::Value& value) {
   if (Plain(value)) return Quoted(std::string_view(value.data.data(), value.data.size() - 1));
   if (value.type == kRegDword && value.data.size() == 4) {
     std::uint32_t number = 0;
-    for (int i = 3; i >= 0; --i) number = number << 8 | static_cast<unsigned char>(value.data[static_cast<std::size_t>(i)]);
+    for (int i = 3; i >= 0; --i)
+      number = number << 8 | static_cast<unsigned char>(value.data[static_cast<std::size_t>(i)]);
     std::array<char, 16> digits{};
     std::snprintf(digits.data(), digits.size(), "dword:%08x", number);
     return digits.data();
@@ -153,7 +156,8 @@ bool TakeLine(std::string_view& text, std::string& line, std::size_t& number) {
     ++number;
     if (!one.empty() && one.back() == '\r') one.remove_suffix(1);
     one = Trimmed(one);
-    const bool goes_on = !one.empty() && one.back() == '\\' && one.front() != '[' && one.front() != ';' && !text.empty();
+    const bool goes_on =
+        !one.empty() && one.back() == '\\' && one.front() != '[' && one.front() != ';' && !text.empty();
     if (!goes_on) {
       line += one;
       return true;
@@ -194,8 +198,10 @@ bool ReadRegistryFile(std::string_view bytes, RegistryTree& tree, std::string& p
     }
     RegKey::Value value;
     std::string_view rest = line;
-    if (rest.front() == '@') rest.remove_prefix(1);
-    else if (!TakeQuoted(rest, value.name)) return fail("the name of a value does not end");
+    if (rest.front() == '@')
+      rest.remove_prefix(1);
+    else if (!TakeQuoted(rest, value.name))
+      return fail("the name of a value does not end");
     if (!ValidRegistryName(value.name)) return fail("a value with a name that cannot be");
     rest = Trimmed(rest);
     if (key == nullptr || rest.empty() || rest.front() != '=') return fail("a value without a key or without data");
@@ -203,8 +209,10 @@ bool ReadRegistryFile(std::string_view bytes, RegistryTree& tree, std::string& p
     // Of a text one sees where it ends; of digits only if the line does.
     const bool cut_off = bytes.empty() && !ends_with_line;
     if (cut_off && rest.back() != '"') return fail("the file ends in the middle of a line");
-    if (RegKey::Value* old = key->Find(value.name)) *old = std::move(value);
-    else key->values.push_back(std::move(value));
+    if (RegKey::Value* old = key->Find(value.name))
+      *old = std::move(value);
+    else
+      key->values.push_back(std::move(value));
   }
   return true;
 }

@@ -95,7 +95,8 @@ RegKey& RegistryTree::Make(RegKey& from, std::string_view path) {
 
 void RegistryTree::Remove(RegKey& key) {
   auto& siblings = key.parent->sub_keys;
-  auto place = std::find_if(siblings.begin(), siblings.end(), [&](const auto& sibling) { return sibling.get() == &key; });
+  auto place =
+      std::find_if(siblings.begin(), siblings.end(), [&](const auto& sibling) { return sibling.get() == &key; });
   MarkGone(key);
   removed_.push_back(std::move(*place));
   siblings.erase(place);

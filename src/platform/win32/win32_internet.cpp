@@ -1,10 +1,10 @@
 #include "platform/win32/win32_internet.h"
 
-#include "platform/win32/convert.h"
-
 #include <objbase.h>
 #include <oleauto.h>
 #include <wininet.h>
+
+#include "platform/win32/convert.h"
 
 namespace qb::win32 {
 
@@ -115,9 +115,9 @@ Result<std::uint32_t> Win32Com::DispCallFunc(ComObject object, std::uint32_t off
   constexpr std::uint32_t kEntry = 4;  // bytes of an entry of the table that the offset is meant for
   VARIANT returned;
   ::VariantInit(&returned);
-  const HRESULT result =
-      ::DispCallFunc(Unwrap<void*>(object), static_cast<ULONG_PTR>(offset / kEntry) * sizeof(void*),
-                     static_cast<CALLCONV>(convention), static_cast<VARTYPE>(result_type), 0, nullptr, nullptr, &returned);
+  const HRESULT result = ::DispCallFunc(Unwrap<void*>(object), static_cast<ULONG_PTR>(offset / kEntry) * sizeof(void*),
+                                        static_cast<CALLCONV>(convention), static_cast<VARTYPE>(result_type), 0,
+                                        nullptr, nullptr, &returned);
   if (FAILED(result)) return static_cast<Error>(result);
   return static_cast<std::uint32_t>(returned.lVal);
 }

@@ -116,8 +116,12 @@ Extent Metrics::Smallest(const Control& control) const {
   switch (control.kind()) {
     case ControlKind::Frame:
       return {TextExtent(control.Caption()).width + Horizontal(6), Vertical(8)};
+    case ControlKind::Link: {
+      // The link control keeps a margin of its own and cuts what does not fit.
+      const Extent text = SmallestText(control);
+      return {text.width + Horizontal(5), text.height};
+    }
     case ControlKind::Label:
-    case ControlKind::Link:
     case ControlKind::CheckBox:
     case ControlKind::Option:
       return SmallestText(control);
@@ -137,7 +141,8 @@ Extent Metrics::Smallest(const Control& control) const {
     case ControlKind::TabStrip: {
       int width = Horizontal(2);
       for (const TabStrip::Page& page : static_cast<const TabStrip&>(control).Pages()) {
-        width += TextExtent(page.caption).width + Horizontal(9);
+        // The strip gives short captions a least width.
+        width += std::max(TextExtent(page.caption).width + Horizontal(14), Horizontal(38));
       }
       return {width, Vertical(14)};
     }

@@ -106,7 +106,8 @@ bool NativeControl::Refresh() {
   if (text_changed) {
     caption_ = control_.Caption();
     const bool link = control_.kind() == ControlKind::Link;
-    ::SetWindowTextW(window_, Wide(link ? "<a>" + caption_ + "</a>" : caption_).c_str());
+    // The blank behind the link: without one the last character of the link may not be drawn.
+    ::SetWindowTextW(window_, Wide(link ? "<a>" + caption_ + "</a> " : caption_).c_str());
   }
   (this->*KindOf(control_.kind()).refresh)();
   if (enabled_ != control_.Enabled()) {

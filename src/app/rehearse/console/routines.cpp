@@ -115,7 +115,8 @@ std::span<const ProgramRoutine> KillRoutines() {
       {"Schedule_Index_Dat_WinInit", Kill<&IndexDat::Schedule_Index_Dat_WinInit>()},
       {"Schedule_Index_Dat_NT",
        Bind([](Program& p, std::int16_t flag) { p.trace_units().index_dat.Schedule_Index_Dat_NT(flag); })},
-      {"Clear_Auto_Exec2", Bind([](Program& p, std::int16_t kind) { p.trace_units().index_dat.Clear_Auto_Exec2(kind); })},
+      {"Clear_Auto_Exec2",
+       Bind([](Program& p, std::int16_t kind) { p.trace_units().index_dat.Clear_Auto_Exec2(kind); })},
       {"Kill_IE_AutoComplete", Kill<&AutoCompleteStore::Kill_IE_AutoComplete>()},
       {"RenableAutoComplete", Kill<&AutoCompleteStore::RenableAutoComplete>()},
       {"Delete_Key_Tree", Bind([](Program& p, KeyHandle root, std::string key) {

@@ -38,7 +38,9 @@ auto Member() {
   return BoundMember<member>::Make();
 }
 
-std::string DateAndTime(const SystemTime& time) { return DateText(time) + " " + TimeText(time); }
+std::string DateAndTime(const SystemTime& time) {
+  return DateText(time) + " " + TimeText(time);
+}
 
 // "2019-06-01" or "2019-06-01 12:00:00".
 std::optional<SystemTime> ReadDate(const std::string& text) {
@@ -85,9 +87,8 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
       {"clsFileAnalyzer.GetAbsolutePath", Member<&A::GetAbsolutePath>()},
       {"clsFileAnalyzer.GetRelativePath", Member<&A::GetRelativePath>()},
       {"clsFileAnalyzer.BuildPath", Member<&A::BuildPath>()},
-      {"clsFileAnalyzer.Execute",
-       Bind([](Program& p, std::string path, std::uint32_t style, std::optional<std::string> parameters,
-               std::optional<bool> wait) {
+      {"clsFileAnalyzer.Execute", Bind([](Program& p, std::string path, std::uint32_t style,
+                                          std::optional<std::string> parameters, std::optional<bool> wait) {
          WindowHandle owner = p.main_window().Window();
          return p.file_analyzer().Execute(path, style, parameters.value_or(""), wait.value_or(false), owner);
        })},
@@ -97,9 +98,8 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
       {"clsFileAnalyzer.Rename", Bind([](Program& p, std::string from, std::string to, std::optional<bool> keep_both) {
          return p.file_analyzer().Rename(from, to, keep_both.value_or(false));
        })},
-      {"clsFileAnalyzer.Search",
-       Bind([](Program& p, std::string folder, std::string pattern, int kind, std::optional<bool> recursive,
-               std::optional<bool> match_case) {
+      {"clsFileAnalyzer.Search", Bind([](Program& p, std::string folder, std::string pattern, int kind,
+                                         std::optional<bool> recursive, std::optional<bool> match_case) {
          return p.file_analyzer().Search(folder, pattern, static_cast<EntryKind>(kind), recursive.value_or(false),
                                          match_case.value_or(false));
        })},
@@ -114,15 +114,13 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
       {"clsFileAnalyzer.GetFileSize",
        Bind([](Program& p, std::string path) { return p.file_analyzer().GetFileSize(path).Text(); })},
       {"clsFileAnalyzer.GetFileContents", Member<&A::GetFileContents>()},
-      {"clsFileAnalyzer.CopyFile",
-       Bind([](Program& p, std::string from, std::string to, std::optional<bool> move, std::optional<bool> overwrite,
-               std::optional<bool> create_folder) {
+      {"clsFileAnalyzer.CopyFile", Bind([](Program& p, std::string from, std::string to, std::optional<bool> move,
+                                           std::optional<bool> overwrite, std::optional<bool> create_folder) {
          return p.file_analyzer().CopyFile(from, to, move.value_or(false), overwrite.value_or(false),
                                            create_folder.value_or(false));
        })},
-      {"clsFileAnalyzer.CreateFile",
-       Bind([](Program& p, std::string path, std::optional<std::string> text, std::optional<int> mode,
-               std::optional<bool> keep_both) {
+      {"clsFileAnalyzer.CreateFile", Bind([](Program& p, std::string path, std::optional<std::string> text,
+                                             std::optional<int> mode, std::optional<bool> keep_both) {
          return p.file_analyzer().CreateFile(path, text.value_or(""), static_cast<CreateMode>(mode.value_or(0)),
                                              keep_both.value_or(false));
        })},
@@ -130,9 +128,8 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
       {"clsFileAnalyzer.GetTempFile", Member<&A::GetTempFile>()},
       {"clsFileAnalyzer.IsFileInUse", Member<&A::IsFileInUse>()},
       {"clsFileAnalyzer.IsFolder", Member<&A::IsFolder>()},
-      {"clsFileAnalyzer.CopyFolder",
-       Bind([](Program& p, std::string from, std::string to, std::optional<bool> move, std::optional<bool> overwrite,
-               std::optional<bool> create) {
+      {"clsFileAnalyzer.CopyFolder", Bind([](Program& p, std::string from, std::string to, std::optional<bool> move,
+                                             std::optional<bool> overwrite, std::optional<bool> create) {
          return p.file_analyzer().CopyFolder(from, to, move.value_or(false), overwrite.value_or(false),
                                              create.value_or(false));
        })},
@@ -142,8 +139,8 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
       {"clsFileAnalyzer.DeleteFolder", Member<&A::DeleteFolder>()},
       {"clsFileAnalyzer.PathHasSubfolders", Member<&A::PathHasSubfolders>()},
       {"clsFileAnalyzer.IsEmpty", Member<&A::IsEmpty>()},
-      {"clsFileAnalyzer.GetFolderContents",
-       Bind([](Program& p, std::string folder, int kind, std::optional<bool> recursive, std::optional<std::string> pattern) {
+      {"clsFileAnalyzer.GetFolderContents", Bind([](Program& p, std::string folder, int kind,
+                                                    std::optional<bool> recursive, std::optional<std::string> pattern) {
          std::vector<std::string> contents;
          const std::int32_t count = p.file_analyzer().GetFolderContents(
              folder, static_cast<EntryKind>(kind), recursive.value_or(false), pattern.value_or(""), contents);

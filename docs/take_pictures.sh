@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Called by make_pictures.sh on a screen of its own, with WINEPREFIX and DOCS set.
+set -euo pipefail
+cd "$WINEPREFIX/drive_c"
+[ ! -e "$WINEPREFIX/dosdevices/z:" ]
+wine regedit /S 'C:\looks.reg'
+wine explorer /desktop=pictures,1100x800 'C:\Program Files\Quillbarrow\Quillbarrow.exe' &
+sleep 8
+
+# Everything but the desktop's colour.
+take() {
+  sleep 1
+  import -window root "$WINEPREFIX/picture.png"
+  convert "$WINEPREFIX/picture.png" -fuzz 1% -trim +repage "$DOCS/$1.png"
+}
+next_tab() { xdotool key ctrl+Tab; }
+
+for tab in edge-ie firefox chrome safari; do
+  take "tab-$tab"
+  next_tab
+done
+# The Windows tab, some of it ticked, and the run of that.
+# From the strip the Tab key goes to the button, to the link and then to the boxes.
+xdotool key --delay 300 Tab Tab Tab space Tab space Tab Tab Tab space
+take tab-windows
+xdotool key Return
+sleep 12
+take tab-log
+for tab in edge-ie firefox chrome safari windows; do next_tab; done
+next_tab
+for tab in aol auto-kill boss-key shredder; do
+  take "tab-$tab"
+  next_tab
+done
+xdotool key ctrl+s
+sleep 2
+take general-setup

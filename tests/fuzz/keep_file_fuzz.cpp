@@ -1,0 +1,59 @@
+// Any bytes as the files that the program reads: the keep list by fields, WININIT.INI by lines, and
+// profiles.ini. What is read is never more than the bytes were, and what a save writes reads back the same.
+#include <cstdint>
+#include <memory>
+
+#include "cookies/keep_file.h"
+#include "cookies/keep_matcher.h"
+#include "environment/windows_folders.h"
+#include "tests/fuzz/opened_machine.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace {
+
+struct Stage {
+  Stage() {
+    std::string problem;
+    machine = qb::machine::Machine::Open((folder.path() / "machine").string(), problem);
+    qb::test::Require(machine != nullptr);
+    machine->gate().SetRecording(false);
+  }
+  qb::test::TempFolder folder;
+  std::unique_ptr<qb::machine::Machine> machine;
+};
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static Stage stage;
+  const std::string bytes(reinterpret_cast<const char*>(data), size);
+  const std::string path = "C:\\list.dat";
+  qb::test::Require(stage.machine->MakeFile(path, bytes));
+  qb::Platform& platform = stage.machine->platform();
+  qb::Channels channels(platform.files);
+
+  std::vector<std::string> rows;
+  qb::test::Require(qb::LoadKeepFile(channels, path, rows));
+  std::size_t total = 0;
+  for (const std::string& row : rows) {
+    total += row.size();
+    qb::test::Require(row.find_first_of("\r\n,") == std::string::npos);
+  }
+  qb::test::Require(total <= size);
+  const qb::KeepMatcher matcher(rows);
+  bool plain_hit = false;
+  for (const std::string& row : rows) plain_hit = plain_hit || bytes.find(row) != std::string::npos;
+  qb::test::Require(matcher.HitIn(bytes) == plain_hit);
+
+  qb::test::Require(Ok(channels.Open(1, path, qb::ChannelMode::Input)));
+  std::string line;
+  for (std::size_t rounds = 0; !channels.AtEnd(1); ++rounds) {
+    qb::test::Require(Ok(channels.ReadLine(1, line)) && rounds <= size);
+  }
+  qb::StepOver(channels.Close(1));
+
+  const qb::WindowsFolders folders(platform, channels);
+  qb::test::Require(folders.Read_Ini_Value("Profile0", "Path", path).size() < 255);
+  return 0;
+}
