@@ -1,12 +1,12 @@
 // Plays stories on the real program and says what held. The log of the first story goes to a file, which
 // is compared with that of a rehearsal of the same story.
-#include <wininet.h>
-
 #include <cstdio>
 
 #include "computer.h"
 #include "remote_program.h"
 #include "window_stories.h"
+// After the basic types of windows.h.
+#include <wininet.h>
 
 using namespace native;
 

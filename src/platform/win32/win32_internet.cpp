@@ -1,10 +1,10 @@
 #include "platform/win32/win32_internet.h"
 
+#include "platform/win32/convert.h"
+// After the basic types of windows.h.
 #include <objbase.h>
 #include <oleauto.h>
 #include <wininet.h>
-
-#include "platform/win32/convert.h"
 
 namespace qb::win32 {
 
