@@ -6,17 +6,8 @@ need_windows
 need xdotool fonts-wine:/usr/share/wine/fonts/marlett.ttf
 build windows Quillbarrow
 
-work=$(mktemp -d)
-finish() {
-  WINEPREFIX=$work/prefix wineserver -k >/dev/null 2>&1 || true
-  cd / || exit 1
-  rm -rf "$work"
-}
-trap finish EXIT
-mkdir "$work/prefix"
-make_prefix "$work/prefix"
-install_program
-cat >"$work/looks.reg" <<'REG'
+throwaway_prefix
+cat >"$WORK/looks.reg" <<'REG'
 REGEDIT4
 
 [HKEY_CURRENT_USER\Control Panel\Desktop]
@@ -26,6 +17,6 @@ REGEDIT4
 [HKEY_CURRENT_USER\Control Panel\Colors]
 "Background"="58 110 165"
 REG
-cp "$work/looks.reg" "$WINEPREFIX/drive_c/looks.reg"
+cp "$WORK/looks.reg" "$WINEPREFIX/drive_c/looks.reg"
 export DOCS=$ROOT/docs
 xvfb-run -a -s '-screen 0 1100x800x24' bash "$ROOT/docs/take_pictures.sh"

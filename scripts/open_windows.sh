@@ -6,17 +6,8 @@ source "$ROOT/scripts/wine_prefix.sh"
 need_windows
 build windows Quillbarrow
 
-work=$(mktemp -d)
-finish() {
-  WINEPREFIX=$work/prefix wineserver -k >/dev/null 2>&1 || true
-  cd / || exit 1
-  rm -rf "$work"
-}
-trap finish EXIT
-mkdir "$work/prefix"
 say "Making a Wine prefix for this run …"
-make_prefix "$work/prefix"
-install_program
+throwaway_prefix
 [ ! -e "$WINEPREFIX/dosdevices/z:" ] || { say "There is a drive Z:"; exit 1; }
 cd "$PROGRAM_FOLDER"
 if [ -n "${DISPLAY:-}" ]; then

@@ -27,6 +27,21 @@ make_prefix() {
   fi
 }
 
+# throwaway_prefix makes a prefix with the program in it in a folder of its own, WORK, which goes at the
+# end of the script, together with all that still runs in the prefix.
+throwaway_prefix() {
+  WORK=$(mktemp -d)
+  trap end_throwaway_prefix EXIT
+  mkdir "$WORK/prefix"
+  make_prefix "$WORK/prefix"
+  install_program
+}
+end_throwaway_prefix() {
+  WINEPREFIX=$WORK/prefix wineserver -k >/dev/null 2>&1 || true
+  cd / || exit 1
+  rm -rf "$WORK"
+}
+
 # install_program puts the exe and its picture where an installed program lies.
 install_program() {
   PROGRAM_FOLDER="$WINEPREFIX/drive_c/Program Files/Quillbarrow"
