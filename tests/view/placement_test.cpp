@@ -65,7 +65,7 @@ class PlacementTest : public ::testing::Test {
   std::unique_ptr<machine::Machine> machine_;
   std::unique_ptr<TextView> view_;
   std::unique_ptr<DemoForm> form_;
-  const Letters letters_;
+  const Letters letters_{};
   const Spacing spacing_{4, 8, {6, 6}, 16, {6, 6}};
 };
 
