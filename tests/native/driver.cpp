@@ -1,12 +1,12 @@
 // Plays stories on the real program and says what held. The log of the first story goes to a file, which
 // is compared with that of a rehearsal of the same story.
-
 #include <cstdio>
 
 #include "computer.h"
 #include "remote_program.h"
-
-#include <wininet.h>  // after <windows.h>
+#include "window_stories.h"
+// After the basic types of windows.h.
+#include <wininet.h>
 
 using namespace native;
 
@@ -239,6 +239,7 @@ int main() {
   StopIfAutoKillIsOff();
   SetupStory();
   InternetStory();
+  WindowStories(Check);
   std::printf("driver: %d passed, %d failed\n", passed, failed);
   return failed == 0 ? 0 : 1;
 }

@@ -32,5 +32,5 @@ convert -size 300x80 xc:white \
   \( "$work/256.png" -resize 72x72 \) -geometry +4+4 -composite \
   -font DejaVu-Sans-Bold -pointsize 27 -fill '#1d3f72' -annotate +86+44 'Quillbarrow' \
   -font DejaVu-Sans -pointsize 12 -fill '#3f9c6b' -annotate +88+64 'your traces, gone' \
-  -colors 64 logo.gif
+  +dither -colors 64 logo.gif
 rm -r "$work"

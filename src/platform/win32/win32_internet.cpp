@@ -1,7 +1,7 @@
 #include "platform/win32/win32_internet.h"
 
 #include "platform/win32/convert.h"
-
+// After the basic types of windows.h.
 #include <objbase.h>
 #include <oleauto.h>
 #include <wininet.h>
@@ -50,6 +50,16 @@ CacheCall WithBlock(CacheEntryInfo* entry, std::uint32_t& size, Call call) {
   return outcome;
 }
 
+// wininet.dll is no known DLL on every Windows: one that lies beside the program would be loaded in its
+// place if the import table named it. So it is taken from the system folder, once, and stays loaded.
+template <typename Function>
+Function FromWininet(const char* name) {
+  HMODULE library = ::GetModuleHandleW(L"wininet.dll");
+  if (library == nullptr) library = ::LoadLibraryExW(L"wininet.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  if (library == nullptr) return nullptr;
+  return reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(library, name)));
+}
+
 std::wstring Wide(std::string_view text) {
   return std::wstring(text.begin(), text.end());  // an identifier is plain ASCII
 }
@@ -61,25 +71,31 @@ CacheCall Win32UrlCache::FindFirstUrlCacheEntryA(std::optional<std::string_view>
   // Windows ignores a pattern that names none of its containers; other systems that offer this call find
   // nothing then, so it is left out here.
   const OptionalText text(pattern == "cookie:" || pattern == "visited:" ? pattern : std::nullopt);
+  const auto find = FromWininet<decltype(&::FindFirstUrlCacheEntryA)>("FindFirstUrlCacheEntryA");
   return WithBlock(entry, size, [&](INTERNET_CACHE_ENTRY_INFOA* native, DWORD* native_size) {
-    return static_cast<std::uint64_t>(
-        reinterpret_cast<std::uintptr_t>(::FindFirstUrlCacheEntryA(text.get(), native, native_size)));
+    HANDLE search = find == nullptr ? nullptr : find(text.get(), native, native_size);
+    return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(search));
   });
 }
 
 CacheCall Win32UrlCache::FindNextUrlCacheEntryA(std::uint64_t search, CacheEntryInfo* entry, std::uint32_t& size) {
+  const auto next = FromWininet<decltype(&::FindNextUrlCacheEntryA)>("FindNextUrlCacheEntryA");
   return WithBlock(entry, size, [&](INTERNET_CACHE_ENTRY_INFOA* native, DWORD* native_size) {
-    return static_cast<std::uint64_t>(
-        ::FindNextUrlCacheEntryA(reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(search)), native, native_size));
+    HANDLE handle = reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(search));
+    return static_cast<std::uint64_t>(next == nullptr ? FALSE : next(handle, native, native_size));
   });
 }
 
 Error Win32UrlCache::FindCloseUrlCache(std::uint64_t search) {
-  return FromBool(::FindCloseUrlCache(reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(search))));
+  const auto close = FromWininet<decltype(&::FindCloseUrlCache)>("FindCloseUrlCache");
+  if (close == nullptr) return LastError();
+  return FromBool(close(reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(search))));
 }
 
 Error Win32UrlCache::DeleteUrlCacheEntryA(std::string_view url) {
-  return FromBool(::DeleteUrlCacheEntryA(std::string(url).c_str()));
+  const auto remove = FromWininet<decltype(&::DeleteUrlCacheEntryA)>("DeleteUrlCacheEntryA");
+  if (remove == nullptr) return LastError();
+  return FromBool(remove(std::string(url).c_str()));
 }
 
 Result<ComObject> Win32Com::CoCreateInstance(std::string_view class_id, std::uint32_t context,

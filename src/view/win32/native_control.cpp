@@ -88,21 +88,24 @@ void NativeControl::SetFont(HFONT font) {
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }
 
-void NativeControl::Put(const Box& box, bool shown) {
-  if (box != box_ && shown) {
-    box_ = box;
-    // The height of a closed combo box comes from its font; what is given here is that of the open one.
-    const int height = control_.kind() == ControlKind::ComboBox ? box.height * 12 : box.height;
-    ::SetWindowPos(window_, nullptr, box.x, box.y, box.width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
-  }
-  if (shown == shown_) return;
+bool NativeControl::Put(const Box& box, bool shown) {
+  const bool moved = shown && box != box_;
+  if (!moved && shown == shown_) return false;
+  UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | (shown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+  if (!moved) flags |= SWP_NOMOVE | SWP_NOSIZE;
+  if (moved) box_ = box;
   shown_ = shown;
-  ::ShowWindow(window_, shown ? SW_SHOWNA : SW_HIDE);
+  // The height of a closed combo box comes from its font; what is given here is that of the open one.
+  const int height = control_.kind() == ControlKind::ComboBox ? box.height * 12 : box.height;
+  ::SetWindowPos(window_, nullptr, box.x, box.y, box.width, height, flags);
+  return true;
 }
 
 bool NativeControl::Refresh() {
   refreshing_ = true;
   const bool text_changed = caption_ != control_.Caption();
+  const bool visible_changed = visible_ != control_.Visible();
+  visible_ = control_.Visible();
   if (text_changed) {
     caption_ = control_.Caption();
     const bool link = control_.kind() == ControlKind::Link;
@@ -118,7 +121,7 @@ bool NativeControl::Refresh() {
     ::EnableWindow(window_, enabled_);
   }
   refreshing_ = false;
-  return text_changed;
+  return text_changed || visible_changed;
 }
 
 void NativeControl::RefreshPushButton() {

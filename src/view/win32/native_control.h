@@ -18,9 +18,11 @@ class NativeControl {
   Control& control() const { return control_; }
   HWND window() const { return window_; }
   void SetFont(HFONT font);
-  // Moves and shows the window where that is a change.
-  void Put(const Box& box, bool shown);
-  // Makes the window show the present properties. True if its text changed and may need another size.
+  // Moves and shows the window where that is a change, and says whether it was. The caller has the parent
+  // drawn anew afterwards, once for all.
+  bool Put(const Box& box, bool shown);
+  // Makes the window show the present properties. True if its text or visibility changed, so that it may
+  // need another place.
   bool Refresh();
   // What the control reported to its parent: the code of a WM_COMMAND or WM_NOTIFY. The form may be gone
   // when this returns.
@@ -55,6 +57,7 @@ class NativeControl {
   HWND window_ = nullptr;
   std::string caption_;
   bool enabled_ = true;
+  bool visible_ = true;
   Box box_;
   bool shown_ = false;
   bool refreshing_ = false;           // the window changes because a property did, not by the user

@@ -235,8 +235,6 @@ void NativeForm::ControlChanged(Control& control) {
   if (native != nullptr) {
     place_again = native->Refresh();
     tips_->Set(native->window(), control.ToolTip());
-    const bool shown = (::GetWindowLongW(native->window(), GWL_STYLE) & WS_VISIBLE) != 0;
-    place_again = place_again || shown != control.Visible();
   }
   if (control.kind() == ControlKind::TabStrip) return LayOut();
   if (!place_again || layout_posted_) return;
@@ -329,14 +327,12 @@ void NativeForm::LayOut() {
   const int margin = metrics_->Margin();
   const Box area{margin, margin, static_cast<int>(client.right) - 2 * margin,
                  static_cast<int>(client.bottom) - 2 * margin};
-  const bool visible = ::IsWindowVisible(window_) != FALSE;
-  if (visible) ::SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
+  bool changed = false;
   for (const PlacedControl& placed : Arranged().Place(area)) {
-    if (NativeControl* native = ControlOf(*placed.control)) native->Put(placed.box, placed.shown);
+    NativeControl* native = ControlOf(*placed.control);
+    if (native != nullptr && native->Put(placed.box, placed.shown)) changed = true;
   }
-  if (!visible) return;
-  ::SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
-  ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  if (changed) ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void NativeForm::ChangeResolution(UINT dpi, const RECT& suggested) {

@@ -58,6 +58,13 @@ void NativeView::FormUnloaded(Form& form) {
   EndModal(form);
   forms_.erase(&form);
   if (IsMain(form)) main_ = nullptr;
+  WakeLoops();
+}
+
+void NativeView::WakeLoops() const {
+  // A sent message is handled inside GetMessage, which goes on waiting: the loops would not notice that
+  // the form they stand for is gone.
+  ::PostMessageW(application_, WM_NULL, 0, 0);
 }
 
 void NativeView::FormChanged(Form& form, Aspect aspect) {
@@ -68,7 +75,8 @@ void NativeView::FormChanged(Form& form, Aspect aspect) {
       if (form.Visible() && form.Modal()) BeginModal(form, native->window());
       // Before it hides, so that Windows finds another window of the program to activate.
       if (!form.Visible()) EndModal(form);
-      return native->ShowOrHide();
+      native->ShowOrHide();
+      return WakeLoops();
     case Aspect::State:
       return native->ApplyState();
     case Aspect::Caption:

@@ -19,7 +19,7 @@ class NativeView : public FormWatcher, private NativeForm::Host {
   NativeView(const NativeView&) = delete;
   NativeView& operator=(const NativeView&) = delete;
 
-  // The hidden window of the class "ThunderRT6Main" that owns all others. Its title is the application's;
+  // The hidden window of the class "ThunderRT6Main" that owns the main window. Its title is the application's;
   // the window above it is always the main window, by which a second copy of the program finds that one.
   WindowHandle ApplicationWindow() const;
 
@@ -43,6 +43,7 @@ class NativeView : public FormWatcher, private NativeForm::Host {
   NativeForm* NativeOf(const Form& form) const;
   void BeginModal(Form& form, HWND window);
   void EndModal(const Form& form);
+  void WakeLoops() const;
 
   Win32Messages& messages_;
   HWND application_ = nullptr;

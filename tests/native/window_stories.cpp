@@ -1,0 +1,170 @@
+#include "window_stories.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <set>
+
+#include "computer.h"
+#include "remote_program.h"
+
+namespace native {
+
+namespace {
+
+constexpr const char* kStore = "Software\\VB and VBA Program Settings\\Temp\\SystemData";
+constexpr int kTabs = 10;
+
+// Presses keys together and lets go of them, in the window that has the keyboard.
+void PressKeys(std::initializer_list<WORD> keys) {
+  std::vector<INPUT> inputs;
+  auto add = [&inputs](WORD key, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.dwFlags = flags;
+    inputs.push_back(input);
+  };
+  for (WORD key : keys) add(key, 0);
+  for (auto key = std::rbegin(keys); key != std::rend(keys); ++key) add(*key, KEYEVENTF_KEYUP);
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+// The main window, shown and with the keyboard; null if that does not come about.
+HWND MainWindowInFront(RemoteProgram& program) {
+  HWND window = program.MainWindow();
+  if (window == nullptr || !WaitFor([&] { return IsWindowVisible(window) != FALSE; })) return nullptr;
+  SetForegroundWindow(window);
+  return WaitFor([&] { return GetForegroundWindow() == window; }) ? window : nullptr;
+}
+
+// What is wrong with the places of a window's visible controls: one that is not all inside the window, or
+// that covers another. Frames and the tab strip lie behind others and are left out.
+std::string MisplacedControls(HWND window, std::set<HWND>& controls) {
+  std::string wrong;
+  RECT client{};
+  GetClientRect(window, &client);
+  std::vector<RECT> places;
+  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    char class_name[64] = "";
+    GetClassNameA(child, class_name, sizeof class_name);
+    const bool frame =
+        std::string(class_name) == "Button" && (GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+    if (!IsWindowVisible(child) || frame || std::string(class_name) == "SysTabControl32") continue;
+    RECT place{}, common{};
+    GetWindowRect(child, &place);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
+    IntersectRect(&common, &place, &client);
+    const bool inside = !IsRectEmpty(&place) && EqualRect(&common, &place);
+    const bool apart = std::none_of(places.begin(), places.end(),
+                                    [&](const RECT& other) { return IntersectRect(&common, &other, &place); });
+    if (!inside || !apart) wrong += " '" + RemoteProgram::Text(child) + "'";
+    places.push_back(place);
+    controls.insert(child);
+  }
+  return wrong;
+}
+
+void EveryPage(const Report& check) {
+  RemoteProgram program("");
+  HWND window = MainWindowInFront(program);
+  check(window != nullptr, "the main window comes to the front");
+  HWND strip = RemoteProgram::Child(window, "SysTabControl32", "");
+  // A strip that is too narrow for its tabs gets arrows.
+  check(strip != nullptr && RemoteProgram::Child(strip, "msctls_updown32", "") == nullptr, "all tabs are in sight");
+  std::set<HWND> seen;
+  for (int page = 0; page < kTabs; ++page) {
+    const std::size_t before = seen.size();
+    const bool picked = program.PickTab(page);
+    const std::string wrong = MisplacedControls(window, seen);
+    check(picked && wrong.empty(), "the controls of page " + std::to_string(page) + " have their places" + wrong);
+    check(seen.size() > before, "page " + std::to_string(page) + " has controls of its own");
+  }
+}
+
+void Keyboard(const Report& check) {
+  RemoteProgram program("");
+  HWND window = MainWindowInFront(program);
+  check(window != nullptr, "the main window has the keyboard");
+  auto on_windows_page = [&] { return RemoteProgram::Child(window, "Button", "Windows Recycle Bin") != nullptr; };
+  PressKeys({VK_MENU, 'W'});
+  check(WaitFor(on_windows_page), "Alt+W turns to the page Windows");
+  PressKeys({VK_CONTROL, VK_TAB});
+  check(WaitFor([&] { return !on_windows_page(); }), "Ctrl+Tab turns on");
+  PressKeys({VK_CONTROL, VK_SHIFT, VK_TAB});
+  check(WaitFor(on_windows_page), "Ctrl+Shift+Tab turns back");
+
+  PressKeys({VK_CONTROL, 'S'});
+  HWND setup = program.Window("Quillbarrow 2019 - General Setup", 10000);
+  check(setup != nullptr && WaitFor([&] { return GetForegroundWindow() == setup; }), "Ctrl+S opens General Setup");
+  std::set<HWND> controls;
+  const std::string wrong = MisplacedControls(setup, controls);
+  check(wrong.empty(), "the controls of General Setup have their places" + wrong);
+  HWND address = nullptr;
+  for (HWND child : controls) {
+    char class_name[64] = "";
+    GetClassNameA(child, class_name, sizeof class_name);
+    // Of the two text boxes the lower one.
+    RECT place{}, other{};
+    GetWindowRect(child, &place);
+    if (address != nullptr) GetWindowRect(address, &other);
+    if (std::string(class_name) == "Edit" && (address == nullptr || place.top > other.top)) address = child;
+  }
+  const std::wstring text = L"j\u00FCrgen@msn.com";
+  SendMessageW(address, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+  PressKeys({VK_RETURN});
+  auto stored = [] {
+    wchar_t value[100] = L"";
+    DWORD size = sizeof value;
+    const std::wstring store(kStore, kStore + std::char_traits<char>::length(kStore));  // plain ASCII
+    RegGetValueW(HKEY_CURRENT_USER, store.c_str(), L"MSN8Profile", RRF_RT_REG_SZ, nullptr, value, &size);
+    return std::wstring(value);
+  };
+  check(WaitFor([&] { return stored() == text; }),
+        "Enter saves, and letters beyond ASCII come into the store unchanged");
+
+  PressKeys({VK_CONTROL, 'S'});
+  check(WaitFor([&] { return program.Window("Quillbarrow 2019 - General Setup", 0) != nullptr; }),
+        "it opens once more");
+  setup = program.Window("Quillbarrow 2019 - General Setup");
+  WaitFor([&] { return GetForegroundWindow() == setup; });
+  PressKeys({VK_ESCAPE});
+  check(WaitFor([&] { return !IsWindow(setup); }), "Escape closes it");
+}
+
+void ExitQuestion(const Report& check) {
+  RemoteProgram program("");
+  for (const WPARAM answer : {WPARAM{IDNO}, WPARAM{IDYES}}) {
+    HWND window = MainWindowInFront(program);
+    PressKeys({VK_CONTROL, 'H'});
+    HWND box = program.Window("Warning!  About to Exit Quillbarrow!", 10000);
+    check(box != nullptr, "Ctrl+H asks");
+    check(!IsWindowEnabled(window), "the window behind the question cannot be used");
+    PostMessageA(box, WM_COMMAND, answer, 0);
+    if (answer == IDNO) {
+      check(WaitFor([&] { return IsWindowEnabled(window) != FALSE; }) && program.Running() && IsWindowVisible(window),
+            "No leaves all as it was");
+    }
+  }
+  check(!program.Running(10000), "Yes ends the program");
+}
+
+void EndOfSession(const Report& check) {
+  SetValue(kStore, "AK_WinStart", "0");
+  RemoteProgram program("/STARTUP");
+  HWND window = program.MainWindow();
+  check(SendMessageA(window, WM_QUERYENDSESSION, 0, 0) == TRUE && program.Running(), "Windows may end its session");
+  // Sent and not posted, as Windows does: no waiting loop sees it come by.
+  SendMessageA(window, WM_ENDSESSION, TRUE, 0);
+  check(!program.Running(10000), "the end of the session ends the hidden program");
+}
+
+}  // namespace
+
+void WindowStories(const Report& check) {
+  EveryPage(check);
+  Keyboard(check);
+  ExitQuestion(check);
+  EndOfSession(check);
+}
+
+}  // namespace native
