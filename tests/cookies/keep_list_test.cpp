@@ -1,0 +1,68 @@
+// The keep list from its file through the Cookie Manager to the passes that spare what it names.
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "cookies/keep_matcher.h"
+#include "tests/support/rehearsal.h"
+
+namespace qb {
+namespace {
+
+using test::Rehearsal;
+
+const std::string kFile = "C:\\Users\\user\\AppData\\Local\\Quillbarrow\\qb.dat";
+const std::string kCookies = "C:\\Users\\user\\AppData\\Roaming\\Microsoft\\Windows\\Cookies";
+
+using Lines = std::vector<std::string>;
+
+std::string CookieFiles(std::initializer_list<const char*> names) {
+  std::string script;
+  for (const char* name : names) script += "file " + kCookies + "\\" + name + " x\n";
+  return script;
+}
+
+struct KeepFile {
+  const char* what;
+  std::string bytes;
+  Lines rows;   // as the window lists them
+  Lines files;  // the cookie files that a pass leaves
+};
+
+TEST(KeepList, AnyFileGivesItsRowsAndTheyAreKept) {
+  const std::string long_row(1 << 20, 'x');
+  const KeepFile cases[] = {
+      {"no row", "", {}, {}},
+      {"one row", "shop\r\n", {"shop"}, {"me@shop[1].txt"}},
+      {"LF alone", "shop\nbank\n", {"shop", "bank"}, {"me@bank[2].txt", "me@shop[1].txt"}},
+      {"CR alone", "shop\rbank\r", {"shop", "bank"}, {"me@bank[2].txt", "me@shop[1].txt"}},
+      {"no closing line end", "bank\r\nshop", {"bank", "shop"}, {"me@bank[2].txt", "me@shop[1].txt"}},
+      {"rows of one and two characters",
+       "[\r\nws\r\n",
+       {"[", "ws"},
+       {"me@bank[2].txt", "Me@NEWS[1].TXT.txt", "me@shop[1].txt"}},
+      {"a row of three, in other case", "NeW\r\n", {"NeW"}, {"Me@NEWS[1].TXT.txt"}},
+      {"a bracket", "bank[2]\r\n", {"bank[2]"}, {"me@bank[2].txt"}},
+      {"commas part", "shop,bank\r\n", {"shop", "bank"}, {"me@bank[2].txt", "me@shop[1].txt"}},
+      {"quotes go, blanks before too", "  \"bank\"\r\n", {"bank"}, {"me@bank[2].txt"}},
+      {"a lone quote stays", "\"\r\n", {"\""}, {}},
+      {"a blank behind stays", "bank \r\n", {"bank "}, {}},
+      {"an empty row stands in every path", "\r\n", {""}, {"me@bank[2].txt", "Me@NEWS[1].TXT.txt", "me@shop[1].txt"}},
+      {"a zero byte is one like any",
+       std::string("ba\0nk\r\nshop\r\n", 13),
+       {std::string("ba\0nk", 5), "shop"},
+       {"me@shop[1].txt"}},
+      {"bytes above 0x7F", "caf\xe9\r\n\xff\xfe\r\n", {"caf\xe9", "\xff\xfe"}, {}},
+      {"a megabyte without a line end", long_row, {long_row}, {}},
+  };
+  for (const KeepFile& test : cases) {
+    Rehearsal rehearsal;
+    rehearsal.Play(CookieFiles({"me@shop[1].txt", "me@bank[2].txt", "Me@NEWS[1].TXT.txt"}));
+    ASSERT_TRUE(rehearsal.machine().MakeFile(kFile, test.bytes)) << test.what;
+    EXPECT_EQ(rehearsal.Play("start\nclick cmdSetCookies\nlist frmCookieManager.List2\n"), test.rows) << test.what;
+    EXPECT_EQ(rehearsal.Play("start\ndo Kill_Cookie_Files\nfiles " + kCookies + "\n"), test.files) << test.what;
+  }
+}
+
+}  // namespace
+}  // namespace qb
