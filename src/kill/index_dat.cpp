@@ -91,6 +91,16 @@ std::vector<std::string> IndexDat::ReadLines(const std::string& path) const {
   return lines;
 }
 
+bool IndexDat::LacksClosingLineEnd(const std::string& path) const {
+  const int number = channels_.FreeNumber();
+  if (!Ok(channels_.Open(number, path, ChannelMode::BinaryInput))) return false;
+  const std::uint64_t length = channels_.Length(number).value_or(0);
+  std::string last;
+  if (length > 0) StepOver(channels_.Get(number, length, 1, last));
+  StepOver(channels_.Close(number));
+  return !last.empty() && last != "\r" && last != "\n";
+}
+
 void IndexDat::Schedule_Index_Dat_WinInit() {
   const std::string windows = folders_.Get_Windows_Dir();
   if (windows.empty()) return history_removed_.Add(1);  // the file would be one in the root of the current drive
@@ -115,8 +125,11 @@ void IndexDat::Schedule_Index_Dat_WinInit() {
       if (!Holds(seen, start + "\\" + std::string(row.below))) missing.push_back(start + std::string(row.below));
     }
   }
+  // Somebody's last line must not run together with the first of these.
+  const bool line_open = LacksClosingLineEnd(path);
   const int number = channels_.FreeNumber();
   if (Ok(channels_.Open(number, path, ChannelMode::Append))) {
+    if (line_open) StepOver(channels_.PrintLine(number, ""));
     for (const std::string& line : missing) StepOver(channels_.PrintLine(number, line));
     StepOver(channels_.Close(number));
   }

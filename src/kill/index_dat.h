@@ -43,6 +43,7 @@ class IndexDat {
   };
   Moved MovedFolders() const;
   std::vector<std::string> ReadLines(const std::string& path) const;
+  bool LacksClosingLineEnd(const std::string& path) const;
 
   Platform& platform_;
   Channels& channels_;

@@ -337,6 +337,16 @@ std::uint64_t Disk::SizeOf(const Entry& entry) const {
   return static_cast<std::uint64_t>(info.st_size);
 }
 
+Result<std::string> Disk::Read(const Entry& entry) const {
+  auto file = Open(entry, false);
+  if (!file.ok()) return file.error;
+  std::string content(SizeOf(entry), '\0');
+  const ssize_t got = pread(file.value.fd(), content.data(), content.size(), 0);
+  if (got < 0) return FromErrno(errno);
+  content.resize(static_cast<std::size_t>(got));
+  return content;
+}
+
 Error Disk::Truncate(const Entry& entry) const {
   auto file = Open(entry, true);
   if (!file.ok()) return file.error;

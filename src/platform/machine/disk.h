@@ -98,6 +98,8 @@ class Disk {
 
   Result<HostFile> Open(const Entry& entry, bool write) const;
   std::uint64_t SizeOf(const Entry& entry) const;
+  // The whole content of a file.
+  Result<std::string> Read(const Entry& entry) const;
   Error Truncate(const Entry& entry) const;
   // As when every program that held a file has ended.
   void LetGo();

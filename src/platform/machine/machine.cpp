@@ -7,8 +7,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 
+#include "platform/machine/host_text.h"
+#include "platform/machine/machine_boot.h"
 #include "platform/machine/machine_config.h"
 #include "platform/machine/machine_files.h"
 #include "platform/machine/machine_internet.h"
@@ -29,55 +30,6 @@ constexpr const char* kCacheFile = "urlcache.ini";
 constexpr std::uint64_t kFirstClock = 132038640000000000;  // 2019-06-01 12:00:00
 
 constexpr std::string_view kDriveWords[] = {"fixed", "removable", "remote", "cdrom", "ramdisk", "unknown", "gone"};
-
-std::string System(const char* what) {
-  return std::string(what) + ": " + std::strerror(errno);
-}
-
-// Nothing if the file is not there; false and a problem if it cannot be read.
-bool ReadWhole(const HostFile& folder, const char* name, std::optional<std::string>& content, std::string& problem) {
-  const HostFile file(openat(folder.fd(), name, O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
-  if (!file.ok()) {
-    if (errno == ENOENT) return true;
-    problem = System(name);
-    return false;
-  }
-  content.emplace();
-  char block[65536];
-  for (;;) {
-    const ssize_t got = read(file.fd(), block, sizeof block);
-    if (got < 0) {
-      problem = System(name);
-      return false;
-    }
-    if (got == 0) return true;
-    content->append(block, static_cast<std::size_t>(got));
-  }
-}
-
-// Beside the old file first, so that there is a whole one at any time.
-bool WriteWhole(const HostFile& folder, const std::string& name, std::string_view content, std::string& problem) {
-  const std::string beside = name + ".new";
-  unlinkat(folder.fd(), beside.c_str(), 0);
-  const HostFile file(openat(folder.fd(), beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
-  if (!file.ok()) {
-    problem = System(name.c_str());
-    return false;
-  }
-  while (!content.empty()) {
-    const ssize_t wrote = write(file.fd(), content.data(), content.size());
-    if (wrote <= 0) {
-      problem = System(name.c_str());
-      return false;
-    }
-    content.remove_prefix(static_cast<std::size_t>(wrote));
-  }
-  if (renameat(folder.fd(), beside.c_str(), folder.fd(), name.c_str()) != 0) {
-    problem = System(name.c_str());
-    return false;
-  }
-  return true;
-}
 
 class MachineImpl final : public Machine {
  public:
@@ -195,7 +147,6 @@ class MachineImpl final : public Machine {
   RegKey* FindKey(std::string_view key) const;
   RegKey* MakeKey(std::string_view key);
   bool SetDenied(std::string_view key, bool denied);
-  void CarryOutRename(std::string_view from, std::string_view to);
 
   // The registry hands out its roots by reference; asking changes nothing.
   mutable MachineState state_;
@@ -217,13 +168,13 @@ bool MachineImpl::Load(const std::string& host_folder, std::string& problem) {
     // The parents are the caller's; one level more is made as a courtesy.
     const std::string parent = host_folder.substr(0, host_folder.find_last_of('/'));
     if (mkdir(parent.c_str(), 0755) != 0 || mkdir(host_folder.c_str(), 0755) != 0) {
-      problem = System(host_folder.c_str());
+      problem = HostProblem(host_folder.c_str());
       return false;
     }
   }
   folder_ = HostFile(open(host_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!folder_.ok()) {
-    problem = System(host_folder.c_str());
+    problem = HostProblem(host_folder.c_str());
     return false;
   }
   std::optional<std::string> config, registry, cache;
@@ -253,12 +204,12 @@ bool MachineImpl::Load(const std::string& host_folder, std::string& problem) {
     return false;
   }
   if (mkdirat(folder_.fd(), "recycled", 0755) != 0 && errno != EEXIST) {
-    problem = System("recycled");
+    problem = HostProblem("recycled");
     return false;
   }
   state_.bin = HostFile(openat(folder_.fd(), "recycled", O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   if (!state_.bin.ok()) {
-    problem = System("recycled");
+    problem = HostProblem("recycled");
     return false;
   }
   GiveBack(saved, state_);
@@ -480,13 +431,9 @@ std::optional<std::vector<std::string>> MachineImpl::ListBelow(std::string_view 
 std::optional<std::string> MachineImpl::Content(std::string_view path) const {
   auto found = state_.Find(path, true);
   if (!found.ok() || found.value->kind != Entry::Kind::File) return std::nullopt;
-  auto host = state_.disk.Open(*found.value, false);
-  if (!host.ok()) return std::nullopt;
-  std::string content(state_.disk.SizeOf(*found.value), '\0');
-  const ssize_t got = pread(host.value.fd(), content.data(), content.size(), 0);
-  if (got < 0) return std::nullopt;
-  content.resize(static_cast<std::size_t>(got));
-  return content;
+  auto content = state_.disk.Read(*found.value);
+  if (!content.ok()) return std::nullopt;
+  return content.value;
 }
 
 std::optional<RegistryKey> MachineImpl::ReadKey(std::string_view key) const {
@@ -503,26 +450,6 @@ std::optional<RegistryKey> MachineImpl::ReadKey(std::string_view key) const {
   return read;
 }
 
-void MachineImpl::CarryOutRename(std::string_view from, std::string_view to) {
-  auto source = state_.Find(from);
-  if (!source.ok() || source.value->parent == nullptr) return;
-  if (to.empty() || SameText(to, "NUL")) {
-    source.value->attributes = 0;
-    if (source.value->kind == Entry::Kind::File) StepOver(state_.disk.Remove(*source.value));
-    return;
-  }
-  // A bare name hangs on the folder that the file lies in.
-  std::string target(to);
-  if (target.find_first_of("\\:") == std::string::npos) {
-    target = state_.disk.PathOf(*source.value->parent) + "\\" + target;
-  }
-  auto parsed = state_.Parse(target);
-  if (!parsed.ok()) return;
-  auto place = state_.disk.FindPlace(parsed.value);
-  if (!place.ok() || state_.disk.Child(*place.value.folder, place.value.name) != nullptr) return;
-  StepOver(state_.disk.Move(*source.value, *place.value.folder, place.value.name));
-}
-
 void MachineImpl::Boot() {
   // Every program has ended, this and the others, and with them what they held.
   files_.EndAll();
@@ -531,24 +458,8 @@ void MachineImpl::Boot() {
   processes_.EndAll();
   state_.disk.LetGo();
   state_.open_handles.clear();
-  for (const PendingRename& rename : std::exchange(state_.config.pending, {})) CarryOutRename(rename.from, rename.to);
-  const std::string init = state_.config.windows_folder + "\\WININIT.INI";
-  if (auto content = Content(init)) {
-    bool inside = false;
-    std::string_view rest = *content;
-    while (!rest.empty()) {
-      const std::size_t cut = std::min(rest.find_first_of("\r\n"), rest.size());
-      const std::string line = Trim(rest.substr(0, cut));
-      rest.remove_prefix(std::min(cut + 1, rest.size()));
-      if (!line.empty() && line.front() == '[') inside = SameText(line, "[rename]");
-      const std::size_t equals = line.find('=');
-      if (inside && equals != std::string::npos) CarryOutRename(line.substr(equals + 1), line.substr(0, equals));
-    }
-    // The system keeps the file that it has carried out under another name.
-    const std::string kept = state_.config.windows_folder + "\\WININIT.BAK";
-    Delete(kept);
-    CarryOutRename(init, kept);
-  }
+  CarryOutPendingRenames(state_);
+  CarryOutWininit(state_);
 }
 
 bool MachineImpl::Save(std::string& problem) {

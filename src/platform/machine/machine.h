@@ -49,8 +49,9 @@ struct RegistryKey {
   std::vector<std::string> sub_keys;
 };
 
+// As it was passed; an empty `to` asks for a deletion. `folder` was the current one.
 struct PendingRename {
-  std::string from, to;
+  std::string from, to, folder;
 };
 
 struct CacheEntry {

@@ -1,5 +1,6 @@
 #include "platform/machine/machine_config.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "platform/machine/ini_text.h"
@@ -18,6 +19,9 @@ constexpr AttributeRow kAttributes[] = {{'r', kAttributeReadOnly},
                                         {'s', kAttributeSystem},
                                         {'a', kAttributeArchive},
                                         {'d', kAttributeDirectory}};
+
+// Stands between the new name of a pending rename and the folder that it was asked for in.
+constexpr char kBar = '|';
 
 bool ReadNumber(std::string_view text, std::uint64_t& number, int base = 10) {
   auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
@@ -85,7 +89,8 @@ bool ReadLine(const std::string& section, const std::string& name, const std::st
     return true;
   }
   if (section == "pending") {
-    config.pending.push_back({name, value});
+    const std::size_t bar = std::min(value.find(kBar), value.size());
+    config.pending.push_back({name, value.substr(0, bar), value.substr(std::min(bar + 1, value.size()))});
     return true;
   }
   if (section == "denied") {
@@ -214,7 +219,9 @@ std::string WriteConfig(const MachineState& state) {
   for (const auto& [name, end] : config.outside_programs) {
     outside.lines.emplace_back(name, std::to_string(end.exit_code) + " " + std::to_string(end.pumps));
   }
-  for (const PendingRename& rename : config.pending) pending.lines.emplace_back(rename.from, rename.to);
+  for (const PendingRename& rename : config.pending) {
+    pending.lines.emplace_back(rename.from, rename.to + kBar + rename.folder);
+  }
 
   SavedEntries saved;
   for (char letter : state.disk.DriveLetters()) CollectEntries(state.disk, *state.disk.Root(letter), saved);

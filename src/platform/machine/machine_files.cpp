@@ -292,7 +292,7 @@ Error MachineFiles::RemoveDirectoryA(std::string_view path) {
 Error MachineFiles::Move(std::string_view from, std::optional<std::string_view> to, std::uint32_t flags) {
   if ((flags & kMoveDelayUntilReboot) != 0) {
     // The system takes any path, also one that is not there.
-    state_.config.pending.push_back({std::string(from), std::string(to.value_or(""))});
+    state_.config.pending.push_back({std::string(from), std::string(to.value_or("")), PathText(state_.current)});
     return Error::Success;
   }
   auto source = state_.Parse(from);

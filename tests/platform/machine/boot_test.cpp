@@ -8,7 +8,7 @@ namespace {
 using BootOfMachine = MachineTest;
 
 TEST_F(BootOfMachine, PendingRenamesAreDoneOnceInOrder) {
-  for (const char* name : {"gone", "first", "blocked", "there"}) {
+  for (const char* name : {"gone", "first", "blocked", "there", "bare"}) {
     ASSERT_TRUE(world().MakeFile(std::string("C:\\B\\") + name, name));
   }
   ASSERT_TRUE(world().MakeFile("C:\\B\\empty\\f", "x"));
@@ -20,10 +20,12 @@ TEST_F(BootOfMachine, PendingRenamesAreDoneOnceInOrder) {
   later("C:\\B\\second", "C:\\B\\third");  // only there once the line before is done
   later("C:\\B\\blocked", "C:\\B\\there");
   later("C:\\B\\empty", std::nullopt);
+  later("C:\\B\\bare", "1");  // the new name hangs on the folder that is current now
+  ASSERT_EQ(files().SetCurrentDirectoryA("C:\\WINDOWS"), Error::Success);
   EXPECT_EQ(world().Exists("C:\\B\\gone"), "file") << "nothing happens before the boot";
   SaveAndReopen();
   const auto pending = world().Pending();
-  ASSERT_EQ(pending.size(), 5u);
+  ASSERT_EQ(pending.size(), 6u);
   EXPECT_EQ(pending[0].from + "|" + pending[0].to, "C:\\B\\gone|");
   EXPECT_EQ(pending[1].from + "|" + pending[1].to, "C:\\B\\first|C:\\B\\second");
   // What held a file ends with the programs; a file that is read-only goes all the same.
@@ -37,6 +39,7 @@ TEST_F(BootOfMachine, PendingRenamesAreDoneOnceInOrder) {
   EXPECT_EQ(world().ListBelow("C:\\B"), (std::vector<std::string>{"blocked", "empty\\", "empty\\f", "there", "third"}));
   EXPECT_EQ(world().Content("C:\\B\\there"), "there") << "a target that is there makes the rename fail";
   EXPECT_EQ(world().Content("C:\\B\\third"), "first");
+  EXPECT_EQ(world().Content("C:\\Program Files\\Quillbarrow\\1"), "bare");
   EXPECT_TRUE(world().Pending().empty());
   ASSERT_TRUE(world().MakeFile("C:\\B\\gone", "new"));
   world().Boot();
