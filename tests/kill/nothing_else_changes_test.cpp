@@ -4,6 +4,7 @@
 #include <fstream>
 #include <random>
 
+#include "tests/support/browser_traces.h"
 #include "tests/support/rehearsal.h"
 #include "tests/support/snapshot.h"
 
@@ -112,66 +113,110 @@ TEST(NothingElseChanges, LockedFilesStayAndTheRunGoesOn) {
   }
 }
 
-// Fails each operation at its nth call from the start of the program on, or from the press of the button on.
-class FaultAt : public ::testing::TestWithParam<const char*> {};
+// A run during which operations fail, from the start of the program on or only from the run on.
+struct FaultStory {
+  std::string name;
+  std::string prepare, before, run;  // scripts; the run ends with the log
+  std::vector<std::string> may_change;
+};
 
+std::vector<FaultStory> FaultStories() {
+  const std::string prepare = std::string(kTraces) + kNeighbours;
+  std::vector<FaultStory> stories = {{"Start", prepare, "", std::string("start\n") + kRun, kMayChange},
+                                     {"Windows", prepare, "start\n", kRun, kMayChange}};
+  for (const test::BrowserTab& tab : test::BrowserTabs()) {
+    std::string run = test::RunAll(tab) + "log\n";
+    run.erase(0, run.find('\n') + 1);
+    stories.push_back({"Tab" + std::to_string(tab.index), tab.traces + tab.neighbours, "start\n", run, tab.may_change});
+    // When the version call fails it counts as Windows 95, which is told by this file what to delete.
+    stories.back().may_change.push_back("C:\\WINDOWS\\WININIT.INI");
+  }
+  return stories;
+}
+
+void PrintTo(const FaultStory& story, std::ostream* out) {
+  *out << story.name;
+}
+
+class FaultAt : public ::testing::TestWithParam<FaultStory> {};
+
+// Fails each operation at its nth call.
 TEST_P(FaultAt, RunEndsAndNothingElseChanges) {
-  const std::string when = GetParam();
+  const FaultStory& story = GetParam();
   std::map<std::string, std::uint64_t, std::less<>> counts;
+  std::size_t lines_of_the_run = 0;
   {
     Rehearsal rehearsal;
-    Prepare(rehearsal);
+    rehearsal.Play(story.prepare);
     rehearsal.Reopen();
-    rehearsal.Play(std::string("start\n") + kRun);
+    lines_of_the_run = rehearsal.Play(story.before + story.run).size();
     counts = rehearsal.machine().gate().Counts();
   }
   ASSERT_GT(counts.size(), 20u);
   for (const auto& [operation, count] : counts) {
     // Every early call, then ever fewer: a late call stands for many alike.
-    for (std::uint64_t nth = 1; nth <= count; nth = nth < 6 ? nth + 1 : nth * 3 / 2) {
+    for (std::uint64_t nth = 1; nth <= count; nth = nth < 4 ? nth + 1 : nth * 2) {
       Rehearsal rehearsal;
-      const Snapshot before = Prepare(rehearsal);
-      const std::string fault = "fail " + operation + " " + std::to_string(nth) + "\n";
-      const std::string script = when == "start" ? fault + "start\n" + kRun : "start\n" + fault + kRun;
-      const auto lines = rehearsal.Play(script + "fail none\n");
-      const std::string what = when + ": " + operation + " at call " + std::to_string(nth);
-      ASSERT_EQ(lines.size(), kLinesOfTheRun) << what;
+      rehearsal.Play(story.prepare);
+      const Snapshot before = TakeSnapshot(rehearsal.machine());
+      const auto lines = rehearsal.Play(story.before + "fail " + operation + " " + std::to_string(nth) + "\n" +
+                                        story.run + "fail none\n");
+      const std::string what = operation + " at call " + std::to_string(nth);
+      ASSERT_EQ(lines.size(), lines_of_the_run) << what;
       EXPECT_EQ(lines.back(), " - Successful!  Your privacy is protected.") << what;
-      ASSERT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), kMayChange), std::vector<std::string>()) << what;
+      ASSERT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), story.may_change), std::vector<std::string>())
+          << what;
     }
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(NothingElseChanges, FaultAt, ::testing::Values("start", "run"));
+INSTANTIATE_TEST_SUITE_P(NothingElseChanges, FaultAt, ::testing::ValuesIn(FaultStories()),
+                         [](const auto& story) { return story.param.name; });
 
-// Random trees and random faults, several at once.
+// Random trees and random faults, several at once, on any of the tabs.
 TEST(NothingElseChanges, RandomMachinesAndFaults) {
   const char* const operations[] = {
-      "CreateFileA", "WriteFile",     "DeleteFileA",   "FindFirstFileA",       "FindNextFileA",   "SetFileAttributesA",
-      "RegOpenKeyA", "RegEnumValueA", "RegDeleteKeyA", "GetWindowsDirectoryA", "SHGetFolderPathA"};
-  for (unsigned seed = 1; seed <= 40; ++seed) {
+      "CreateFileA",          "WriteFile",     "DeleteFileA",          "FindFirstFileA",
+      "FindNextFileA",        "RegOpenKeyA",   "SetFileAttributesA",   "RegEnumValueA",
+      "RegDeleteKeyA",        "RegEnumKeyA",   "GetWindowsDirectoryA", "SHGetFolderPathA",
+      "SetCurrentDirectoryA", "GetVersionExA", "RegQueryValueExA",     "GetPrivateProfileStringA",
+      "DeleteUrlCacheEntryA", "RegOpenKeyExA"};
+  const std::string places[] = {"C:\\WINDOWS\\TEMP",
+                                "C:\\Users\\user\\Documents",
+                                "C:\\WINDOWS",
+                                "C:",
+                                "C:\\TEMP",
+                                test::places::kFirefox,
+                                test::places::kRoaming + "\\Microsoft\\Windows\\Cookies",
+                                test::places::kLocal + "\\Google\\Chrome\\User Data\\Default"};
+  const std::vector<FaultStory> stories = FaultStories();
+  for (unsigned seed = 1; seed <= 150; ++seed) {
     std::mt19937 random(seed);
-    auto below = [&random](unsigned n) { return static_cast<unsigned>(random() % n); };
-    std::string script = std::string(kTraces) + kNeighbours;
-    const char* const places[] = {"C:\\WINDOWS\\TEMP", "C:\\Users\\user\\Documents", "C:\\WINDOWS", "C:\\", "C:\\TEMP"};
+    auto below = [&random](std::size_t n) { return static_cast<unsigned>(random() % n); };
+    const FaultStory& story = stories[below(stories.size())];
+    std::string script = story.prepare;
     for (unsigned i = 0; i < 30; ++i) {
-      std::string path = places[below(5)];
+      std::string path = places[below(std::size(places))];
       for (unsigned depth = below(4); depth > 0; --depth) path += "\\d" + std::to_string(below(3));
-      path += "\\f" + std::to_string(i) + (below(4) == 0 ? ".CHK" : ".tmp");
+      path = "\"" + path + "\\f" + std::to_string(i) + (below(4) == 0 ? ".CHK\"" : ".tmp\"");
       script += "file " + path + " size " + std::to_string(below(300)) + "\n";
       if (below(3) == 0) script += "attrib " + path + " +" + "rhs"[below(3)] + "\n";
     }
     Rehearsal rehearsal;
     rehearsal.Play(script);
+    // A keep list of any bytes.
+    std::string rows(below(40), ' ');
+    for (char& byte : rows) byte = "shopbank[].txt@,\"\r\n\0\xff"[below(20)];
+    ASSERT_TRUE(rehearsal.machine().MakeFile(test::places::kLocal + "\\Quillbarrow\\qb.dat", rows));
     const Snapshot before = TakeSnapshot(rehearsal.machine());
     std::string faults;
     for (unsigned i = below(4); i > 0; --i) {
       faults += std::string("fail ") + operations[below(std::size(operations))] + " " +
                 (below(4) == 0 ? "every" : std::to_string(1 + below(40))) + "\n";
     }
-    rehearsal.Play(below(2) == 0 ? faults + "start\n" + kRun : "start\n" + faults + kRun);
-    EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), kMayChange), std::vector<std::string>())
-        << "seed " << seed << "\n"
+    rehearsal.Play(story.before + faults + story.run);
+    EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), story.may_change), std::vector<std::string>())
+        << "seed " << seed << ", " << story.name << "\n"
         << faults;
   }
 }

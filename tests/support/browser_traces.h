@@ -1,0 +1,39 @@
+// A computer with traces of every class of the browser tabs, and a neighbour beside each that must stay.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kill/class_table.h"
+
+namespace qb::test {
+
+namespace places {
+extern const std::string kStore;  // a quoted registry key
+extern const std::string kRoaming, kLocal, kFirefox;
+}  // namespace places
+
+// The program's own files and keys, which any start changes.
+extern const std::vector<std::string> kOwnPlaces;
+
+struct BrowserTab {
+  TraceGroup group;
+  int index;
+  std::string traces, neighbours;         // scripts that make them
+  double count;                           // of a manual run of the "All" box
+  std::vector<std::string> may_change;    // by that run, the program's own places included
+  std::vector<std::string> expectations;  // after the run
+  std::vector<std::string> named;         // the folders in which files go by name: only those that open count
+};
+std::vector<BrowserTab> BrowserTabs();
+
+// Script lines that make the files below a folder.
+std::string Files(const std::string& folder, std::initializer_list<const char*> names);
+// The script that starts the program and runs all of the tab.
+std::string RunAll(const BrowserTab& tab);
+// The first word behind `command`, without quotes, of each line of the script that begins with it.
+std::vector<std::string> FirstWords(const std::string& script, const std::string& command);
+// The files of the tab's traces that go in a run.
+std::vector<std::string> TraceFiles(const BrowserTab& tab);
+
+}  // namespace qb::test
