@@ -127,7 +127,8 @@ std::vector<FaultStory> FaultStories() {
   for (const test::BrowserTab& tab : test::BrowserTabs()) {
     std::string run = test::RunAll(tab) + "log\n";
     run.erase(0, run.find('\n') + 1);
-    stories.push_back({"Tab" + std::to_string(tab.index), tab.traces + tab.neighbours, "start\n", run, tab.may_change});
+    stories.push_back(
+        {"Tab" + std::to_string(tab.index), tab.traces + tab.neighbours, "start\n", run, test::MayChange(tab)});
     // When the version call fails it counts as Windows 95, which is told by this file what to delete.
     stories.back().may_change.push_back("C:\\WINDOWS\\WININIT.INI");
   }

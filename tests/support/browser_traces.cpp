@@ -14,8 +14,9 @@ const std::string kFirefox = kRoaming + "\\Mozilla\\Firefox\\Profiles\\abc.defau
 using namespace places;
 
 const std::vector<std::string> kOwnPlaces = {
-    "C:\\Users\\user\\AppData\\Local\\Quillbarrow", "HKCU\\Software\\VB and VBA Program Settings\\",
-    "HKCU\\Software\\VB and VBA Program Settings", "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
+    "C:\\Users\\user\\AppData\\Local\\Quillbarrow", "C:\\Users\\user\\Local Settings\\Application Data\\Quillbarrow",
+    "HKCU\\Software\\VB and VBA Program Settings\\", "HKCU\\Software\\VB and VBA Program Settings",
+    "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
 
 std::string Files(const std::string& folder, std::initializer_list<const char*> names) {
   std::string script;
@@ -44,91 +45,94 @@ const std::string kProfilesIni = "file " + kRoaming +
                                  "\\Mozilla\\Firefox\\profiles.ini hex "
                                  "5B50726F66696C65305D0D0A506174683D50726F66696C65732F6162632E64656661756C740D0A\n";
 
-std::vector<BrowserTab> TracesAndNeighbours() {
+// Every file that a Chrome profile is rid of by its name, and one file in each folder that is emptied.
+std::string ChromeProfile(const std::string& folder) {
+  return Files(folder, {"Visited Links", "History", "History-journal", "History Provider Cache",
+                        "Network Action Predictor", "Top Sites", "Top Sites-journal", "Cookies", "Cookies-journal",
+                        "Web Data", "Login Data", "Archived History", "Archived History-journal", "Thumbnails",
+                        "Last Session", "Last Tabs", "Current Session", "Current Tabs"}) +
+         Files(folder, {"Cache\\f_1", "Media Cache\\f_2", "Local Storage\\s.db", "JumpListIcons\\1.ico",
+                        "JumpListIconsOld\\2.ico", "databases\\d.db",
+                        "Pepper Data\\Shockwave Flash\\WritableRoot\\#SharedObjects\\x.sol"});
+}
+
+}  // namespace
+
+std::vector<BrowserTab> BrowserTabs() {
   const std::string chrome1 = kChrome + "Profile 1", chrome_default = kChrome + "Default";
-  const std::initializer_list<const char*> chrome_files = {"Visited Links",
-                                                           "History",
-                                                           "History-journal",
-                                                           "History Provider Cache",
-                                                           "Network Action Predictor",
-                                                           "Top Sites",
-                                                           "Top Sites-journal",
-                                                           "Cookies",
-                                                           "Cookies-journal",
-                                                           "Web Data",
-                                                           "Login Data",
-                                                           "Archived History",
-                                                           "Archived History-journal",
-                                                           "Thumbnails",
-                                                           "Last Session",
-                                                           "Last Tabs",
-                                                           "Current Session",
-                                                           "Current Tabs"};
-  const std::initializer_list<const char*> chrome_folders = {
-      "Cache\\f_1",
-      "Media Cache\\f_2",
-      "Local Storage\\s.db",
-      "JumpListIcons\\1.ico",
-      "JumpListIconsOld\\2.ico",
-      "Pepper Data\\Shockwave Flash\\WritableRoot\\#SharedObjects\\x.sol",
-      "databases\\d.db"};
+  const std::string old_firefox =
+      "C:\\Users\\user\\Local Settings\\Application Data\\Mozilla\\Firefox\\Profiles\\abc.default";
+  const std::string searches = "HKCU\\Software\\Microsoft\\Search Assistant\\ACMru\\";
+  const std::string recovery = kLocal + "\\Microsoft\\Internet Explorer\\Recovery";
   return {
       {TraceGroup::Firefox,
        1,
-       kProfilesIni +
-           Files(kFirefox, {"localstore.rdf", "places.sqlite", "places.sqlite-journal", "content-prefs.sqlite",
-                            "cookies.sqlite", "formhistory.sqlite", "signons.sqlite", "downloads.sqlite",
-                            "sessionstore.js", "Cache\\a", "Temp\\b", "Temp\\b2", "Temp\\b3"}) +
+       kProfilesIni + Files(kFirefox, {"localstore.rdf",
+                                       "localstore-safe.rdf",
+                                       "netscape.hst",
+                                       "history.dat",
+                                       "places.sqlite",
+                                       "places.sqlite-journal",
+                                       "places.sqlite-stmtjrnl",
+                                       "content-prefs.sqlite",
+                                       "search.rdf",
+                                       "search.dat",
+                                       "search.sqlite",
+                                       "formhistory.dat",
+                                       "formhistory.sqlite",
+                                       "signons.txt",
+                                       "signons2.txt",
+                                       "signons3.txt",
+                                       "signons.sqlite",
+                                       "cookies.txt",
+                                       "cookies.sqlite",
+                                       "downloads.rdf",
+                                       "downloads.sqlite",
+                                       "sessionstore.js",
+                                       "sessionstore.bak"}) +
+           Files(kFirefox, {"Cache\\a", "Temp\\b", "Temp\\b2", "Temp\\b3"}) +
            Files(kFirefoxLocal, {"Cache\\c", "cache2\\entries\\d", "jumpListCache\\e.ico", "OfflineCache\\f",
-                                 "startupCache\\g", "thumbnails\\h.png"}),
-       Files(kFirefox, {"prefs.js", "bookmarks.html", "cookies.sqlite.bak", "key4.db"}) +
+                                 "startupCache\\g", "thumbnails\\h.png"}) +
+           Files(old_firefox, {"Temp\\i", "Cache\\j"}),
+       Files(kFirefox, {"prefs.js", "bookmarks.html", "cookies.sqlite.bak", "cookies.sqlite-wal", "key4.db",
+                        "signons4.txt", "cache2\\k"}) +
+           Files(kFirefoxLocal, {"safebrowsing\\l", "Temp\\m", "places.sqlite"}) +
+           Files(old_firefox, {"cache2\\n", "history.dat"}) +
            Files(kRoaming + "\\Mozilla\\Firefox\\Profiles\\other.default", {"places.sqlite", "cookies.sqlite"}),
-       // 9 files; 4 in the roaming caches, 1 + 2 in the local ones, 1 in each of the four jump list folders.
-       9 + 4 + 3 + 4,
-       {kFirefox + "\\localstore.rdf", kFirefox + "\\places.sqlite", kFirefox + "\\places.sqlite-journal",
-        kFirefox + "\\content-prefs.sqlite", kFirefox + "\\cookies.sqlite", kFirefox + "\\formhistory.sqlite",
-        kFirefox + "\\signons.sqlite", kFirefox + "\\downloads.sqlite", kFirefox + "\\sessionstore.js",
-        kFirefox + "\\Cache", kFirefox + "\\Temp", kFirefoxLocal},
-       {"files " + kFirefox + " is bookmarks.html Cache\\ cookies.sqlite.bak key4.db prefs.js Temp\\",
-        "files " + kFirefoxLocal +
-            " is cache2\\ cache2\\entries\\ Cache\\ jumpListCache\\ OfflineCache\\ startupCache\\ thumbnails\\"},
+       // 23 files; 4 in the roaming caches, 1 + 2 in the local ones, 1 in each of the four jump list folders, 2 in the
+       // old layout.
+       23 + 4 + 3 + 4 + 2,
+       {"files " + kFirefoxLocal +
+        " is cache2\\ cache2\\entries\\ Cache\\ jumpListCache\\ OfflineCache\\ places.sqlite safebrowsing\\ "
+        "safebrowsing\\l startupCache\\ Temp\\ Temp\\m thumbnails\\"},
        {kFirefox}},
       {TraceGroup::Chrome,
        2,
-       Files(chrome_default, chrome_files) + Files(chrome_default, chrome_folders) + Files(chrome1, chrome_files) +
-           Files(chrome1, chrome_folders) + Files(chrome_default, {"History Index 2019-05"}) +
+       ChromeProfile(chrome_default) + ChromeProfile(chrome1) + Files(chrome_default, {"History Index 2019-05"}) +
            Files(chrome1, {"History Index 2019-05", "History Index 2019-06", "History Index 2019-07"}) +
-           Files(kChrome + "Profile 3", {"History"}),
-       Files(chrome_default, {"Bookmarks", "Preferences", "Cookies.bak", "History2"}) +
-           Files(kChrome + "Profile 10", {"History", "Cookies"}) + Files(kChrome + "Guest Profile", {"History"}),
-       // Two profiles of 18 files, one file more; for each of three profiles 7 folders count 1 each, and two
-       // of them hold 7 entries more; the index files count 1 for number 0, the default and each numbered profile.
-       2 * 18 + 1 + 3 * 7 + 2 * 7 + 2 + 2,
-       {chrome_default + "\\*", chrome1 + "\\*", kChrome + "Profile 3\\History"},
-       {"exists \"" + chrome_default + "\\Bookmarks\" is file", "exists \"" + chrome_default + "\\History2\" is file",
-        "exists \"" + chrome_default + "\\Cookies.bak\" is file",
-        "exists \"" + chrome_default + "\\History Index 2019-05\" is no",
-        "exists \"" + chrome1 + "\\History Index 2019-06\" is no",
-        "files \"" + chrome1 + "\" lacks f_1 Cookies History", "exists \"" + kChrome + "Profile 3\\History\" is no"},
-       {chrome_default, chrome1, kChrome + "Profile 3"}},
+           Files(kChrome + "Profile 0", {"History Index 2019-05"}) + Files(kChrome + "Profile 3", {"History"}) +
+           Files(kChrome + "Profile 9", {"Cookies"}),
+       Files(chrome_default, {"Bookmarks", "Preferences", "Cookies.bak", "History2", "Old History Index", "Favicons"}) +
+           Files(kChrome + "Profile 10", {"History", "Cookies", "Cache\\a", "History Index 2019-05"}) +
+           Files(kChrome + "Profile 0", {"History"}) + Files(kChrome + "Guest Profile", {"History"}) +
+           Files(kChrome + "Default2", {"History"}) + Files(kLocal + "\\Google\\Chrome\\User Data", {"Local State"}),
+       // Two profiles of 18 files, and two files more; for each of four profiles 7 folders count 1 each, and two of
+       // them hold 7 entries more; the index files count 1 for number 0, the default and each numbered profile.
+       2 * 18 + 2 + 4 * 7 + 2 * 7 + 2 + 3,
+       {},
+       {chrome_default, chrome1, kChrome + "Profile 3", kChrome + "Profile 9"}},
       {TraceGroup::Safari,
        3,
        Files(kSafari, {"History.plist", "Cookies\\Cookies.plist", "Cookies\\Cookies.binarycookies", "Downloads.plist",
                        "Form Values.plist", "TopSites.plist", "LastSession.plist", "PubSub\\Feeds\\a.xml"}) +
            Files(kSafariLocal,
                  {"History\\h.webhistory", "Cache.db", "WebpageIcons.db", "LocalStorage\\x.localstorage"}),
-       Files(kSafari, {"Bookmarks.plist", "Cookies\\other.txt", "Cache.db", "PubSub\\Database.sqlite3"}) +
-           Files(kSafariLocal, {"History.plist", "SafeBrowsing.db"}),
+       Files(kSafari, {"Bookmarks.plist", "Cookies\\other.txt", "Cache.db", "PubSub\\Database.sqlite3",
+                       "History\\b.webhistory", "WebpageIcons.db"}) +
+           Files(kSafariLocal, {"History.plist", "SafeBrowsing.db", "TopSites.plist"}),
        // 7 roaming files and the feed; locally 2 files, 2 entries, and 1 for each of the two folders.
        8 + 6,
-       {kSafari + "\\History.plist", kSafari + "\\Cookies\\Cookies.plist", kSafari + "\\Cookies\\Cookies.binarycookies",
-        kSafari + "\\Downloads.plist", kSafari + "\\Form Values.plist", kSafari + "\\TopSites.plist",
-        kSafari + "\\LastSession.plist", kSafari + "\\PubSub\\Feeds", kSafariLocal + "\\History",
-        kSafariLocal + "\\Cache.db", kSafariLocal + "\\WebpageIcons.db", kSafariLocal + "\\LocalStorage"},
-       {"files \"" + kSafariLocal + "\" is History.plist History\\ LocalStorage\\ SafeBrowsing.db",
-        "files \"" + kSafari +
-            "\" is Bookmarks.plist Cache.db Cookies\\ Cookies\\other.txt PubSub\\ "
-            "PubSub\\Database.sqlite3 PubSub\\Feeds\\"},
+       {},
        {kSafari, kSafari + "\\Cookies", kSafariLocal}},
       {TraceGroup::AOL,
        5,
@@ -138,50 +142,37 @@ std::vector<BrowserTab> TracesAndNeighbours() {
                  {"main.ARL", "more.arl", "x.ARL", "main.aut", "CACHE\\a.tmp", "CACHE\\b", "CACHE\\c"}),
        Files("C:\\AOL\\organize", {"address.abk", "CACHE\\sub\\c.tmp", "main.ARLX"}) + Files("C:\\AOL", {"x.ARL"}),
        0,
-       {"C:\\AOL\\organize\\main.ARL", "C:\\AOL\\organize\\more.arl", "C:\\AOL\\organize\\x.ARL",
-        "C:\\AOL\\organize\\main.aut", "C:\\AOL\\organize\\CACHE\\a.tmp", "C:\\AOL\\organize\\CACHE\\b",
-        "C:\\AOL\\organize\\CACHE\\c"},
-       {"files C:\\AOL\\organize is address.abk CACHE\\ CACHE\\sub\\ CACHE\\sub\\c.tmp main.ARLX"},
+       {},
        {}},
       {TraceGroup::InternetExplorer,
        0,
        Key(kIe + "TypedURLs", 2) + Key(kIe + "TypedURLsX", 1) + Key("HKCU\\Software\\Yahoo\\Browser\\Typed Urls", 1) +
-           Key("HKCU\\Software\\Google\\NavClient\\1.1\\History", 3) +
-           Key("HKCU\\Software\\Microsoft\\Search Assistant\\ACMru\\5603", 2) +
+           "reg add " + kStore + " MSN8Profile sz me\n" +
+           Key("HKCU\\Software\\Microsoft\\MSN6\\Users\\me\\TypedURLs", 1) +
+           Key("HKCU\\Software\\Google\\NavClient\\1.1\\History", 3) + Key(searches + "5001", 1) +
+           Key(searches + "5603", 2) + Key(searches + "5604", 0) + Key(searches + "5647", 1) +
            Files(kRoaming + "\\Google\\Local Search History", {"hist"}) +
-           Files(kLocal + "\\Microsoft\\Internet Explorer\\Recovery",
-                 {"Active\\a.dat", "Active\\a2.dat", "Active\\a3.dat", "High\\Active\\b.dat"}) +
+           Files(recovery, {"Active\\a.dat", "Active\\a2.dat", "Active\\a3.dat", "High\\Active\\b.dat",
+                            "Last Active\\c.dat", "Immersive\\d.dat"}) +
            Files(kCookies, {"user@shop[1].txt", "user@bank[2].txt", "user@news[1].txt"}) +
            "cache add http://news.example/ 0x1\ncache add Cookie:user@shop.example/ 0x100001\n"
            "cache add Visited:user@http://x.example/ 0x200001\n" +
            Key(kProtected + "\\S-1\\Data\\e161255a\\q", 0) +
            Key(kProtected + "\\S-1\\Data\\e161255a\\Q:StringData", 1) + "reg deny \"" + kProtected + "\"\n",
-       Key(kIe + "TypedURLsXX", 1) + Key("HKCU\\Software\\Microsoft\\Search Assistant\\ACMru\\5605", 2) +
+       Key(kIe + "TypedURLsXX", 1) + Key(kIe + "Main", 1) + Key(searches + "5605", 2) +
+           Key("HKCU\\Software\\Microsoft\\MSN6\\Users\\you\\TypedURLs", 1) +
+           Key("HKCU\\Software\\Google\\NavClient\\1.1\\Options", 1) +
            Key(kProtected + "\\S-1\\Data\\e161255a\\QX", 1) + Files(kCookies, {"user@shop[1].dat", "low\\a.txt"}) +
-           Files(kLocal + "\\Microsoft\\Internet Explorer\\Recovery", {"Other\\c.dat"}) +
-           "cache add no-normal-bit 0x100000\n",
-       // Lists: 2 + 1 + 1, 3, 2. Local Search History 1. Recovery: 4 for the folders, 3 in Active, Active and b.dat
-       // below High. Cookies: 3 files. The cache: three normal entries, of which one is left for
-       // the second pass. AutoComplete 1, index.dat 1.
-       4 + 3 + 2 + 1 + 4 + 5 + 3 + 3 + 1 + 1 + 1,
-       {kIe + "TypedURLs", kIe + "TypedURLsX", "HKCU\\Software\\Yahoo\\Browser\\Typed Urls",
-        "HKCU\\Software\\Google\\NavClient\\1.1\\History", "HKCU\\Software\\Microsoft\\Search Assistant\\ACMru\\5603",
-        kRoaming + "\\Google\\Local Search History", kLocal + "\\Microsoft\\Internet Explorer\\Recovery\\Active",
-        kLocal + "\\Microsoft\\Internet Explorer\\Recovery\\High", kCookies + "\\user@shop[1].txt",
-        kCookies + "\\user@bank[2].txt", kCookies + "\\user@news[1].txt", kProtected + "\\S-1\\Data\\e161255a\\q",
-        kProtected + "\\S-1\\Data\\e161255a\\Q:StringData"},
+           Files(kRoaming + "\\Google", {"settings", "Local Search History 2\\x"}) +
+           Files(recovery, {"Other\\c.dat", "Active.dat"}) + "cache add no-normal-bit 0x100000\n",
+       // Lists: 2 + 1 + 1 + 1, 3, 1 + 2 + 1. Local Search History 1. Recovery: 4 for the folders, 3 in Active, Active
+       // and b.dat below High, and 2 more. Cookies: 3 files. The cache: three normal entries, of which one is left
+       // for the second pass. AutoComplete 1, index.dat 1.
+       5 + 3 + 4 + 1 + 4 + 7 + 3 + 4 + 1 + 1,
        {"cache is no-normal-bit", "reg show \"" + kProtected + "\\S-1\\Data\\e161255a\" is QX\\",
-        "reg show \"" + kIe + "TypedURLs\" is (absent)", "files " + kCookies + " is low\\ low\\a.txt user@shop[1].dat"},
+        "files " + kCookies + " is low\\ low\\a.txt user@shop[1].dat"},
        {}},
   };
-}
-
-}  // namespace
-
-std::vector<BrowserTab> BrowserTabs() {
-  std::vector<BrowserTab> tabs = TracesAndNeighbours();
-  for (BrowserTab& tab : tabs) tab.may_change.insert(tab.may_change.end(), kOwnPlaces.begin(), kOwnPlaces.end());
-  return tabs;
 }
 
 std::vector<std::string> FirstWords(const std::string& script, const std::string& command) {
@@ -199,6 +190,26 @@ std::vector<std::string> TraceFiles(const BrowserTab& tab) {
   std::vector<std::string> files = FirstWords(tab.traces, "file");
   std::erase_if(files, [](const std::string& path) { return path.ends_with("profiles.ini"); });
   return files;
+}
+
+std::vector<std::string> TraceKeys(const BrowserTab& tab) {
+  std::vector<std::string> keys = FirstWords(tab.traces, "reg add");
+  std::erase_if(keys, [](const std::string& key) { return kStore.find(key) != std::string::npos; });
+  return keys;
+}
+
+std::vector<std::string> MayChange(const BrowserTab& tab) {
+  std::vector<std::string> places = kOwnPlaces;
+  for (const auto& traces : {TraceFiles(tab), TraceKeys(tab)})
+    places.insert(places.end(), traces.begin(), traces.end());
+  return places;
+}
+
+std::string ExpectTracesGone(const BrowserTab& tab) {
+  std::string script = "expect get HistoryRemoved is " + std::to_string(static_cast<int>(tab.count)) + "\n";
+  for (const std::string& path : TraceFiles(tab)) script += "expect exists \"" + path + "\" is no\n";
+  for (const std::string& key : TraceKeys(tab)) script += "expect reg show \"" + key + "\" is (absent)\n";
+  return script;
 }
 
 std::string RunAll(const BrowserTab& tab) {

@@ -21,8 +21,7 @@ struct BrowserTab {
   int index;
   std::string traces, neighbours;         // scripts that make them
   double count;                           // of a manual run of the "All" box
-  std::vector<std::string> may_change;    // by that run, the program's own places included
-  std::vector<std::string> expectations;  // after the run
+  std::vector<std::string> expectations;  // after the run, beside that the traces are gone
   std::vector<std::string> named;         // the folders in which files go by name: only those that open count
 };
 std::vector<BrowserTab> BrowserTabs();
@@ -33,7 +32,12 @@ std::string Files(const std::string& folder, std::initializer_list<const char*> 
 std::string RunAll(const BrowserTab& tab);
 // The first word behind `command`, without quotes, of each line of the script that begins with it.
 std::vector<std::string> FirstWords(const std::string& script, const std::string& command);
-// The files of the tab's traces that go in a run.
+// The files and the keys of the tab's traces, as their script names them.
 std::vector<std::string> TraceFiles(const BrowserTab& tab);
+std::vector<std::string> TraceKeys(const BrowserTab& tab);
+// Where a run of the tab may change something, the program's own places included.
+std::vector<std::string> MayChange(const BrowserTab& tab);
+// Expectations for the whole of a run: the count, and that no trace is left.
+std::string ExpectTracesGone(const BrowserTab& tab);
 
 }  // namespace qb::test
