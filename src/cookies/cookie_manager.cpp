@@ -37,9 +37,9 @@ frmCookieManager::frmCookieManager(Platform& platform, UrlCache& cache, Channels
              "Chrome, Firefox or Safari cookies, all cookies will be removed in those specific web browsers.") {
   List1.SetToolTip("These are the cookies on your computer right now");
   List2.SetToolTip("This is a list of cookies that will not be deleted when you use Quillbarrow");
-  cmd_CookiesSave.SetToolTip("Click after selecting a cookie on the left to KEEP.");
-  cmd_CookiesRemove.SetToolTip("Click after selecting a cookie on the right to NOT KEEP.");
-  cmdDonecookies.SetToolTip("Click to save above Cookie settings.");
+  cmd_CookiesSave.SetToolTip("Click after selecting a cookie on the left to KEEP.", "Keep Cookie");
+  cmd_CookiesRemove.SetToolTip("Click after selecting a cookie on the right to NOT KEEP.", "Remove Cookie");
+  cmdDonecookies.SetToolTip("Click to save above Cookie settings.", "Save Cookie Setup");
   cmd_CookiesSave.Click = [this] { cmd_CookiesSave_Click(); };
   cmd_CookiesRemove.Click = [this] { cmd_CookiesRemove_Click(); };
   cmdDonecookies.Click = [this] { cmdDonecookies_Click(); };

@@ -61,8 +61,9 @@ void Control::SetVisible(bool visible) {
   Changed();
 }
 
-void Control::SetToolTip(std::string tip) {
+void Control::SetToolTip(std::string tip, std::string title) {
   tool_tip_ = std::move(tip);
+  tool_tip_title_ = std::move(title);
   Changed();
 }
 
@@ -80,6 +81,7 @@ std::optional<std::string> Control::Property(std::string_view name) const {
   if (SameName(name, "Enabled")) return BooleanText(enabled_);
   if (SameName(name, "Visible")) return BooleanText(visible_);
   if (SameName(name, "ToolTip")) return tool_tip_;
+  if (SameName(name, "ToolTipTitle")) return tool_tip_title_;
   return std::nullopt;
 }
 

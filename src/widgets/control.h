@@ -49,7 +49,9 @@ class Control {
   bool Visible() const { return visible_; }
   void SetVisible(bool visible);
   const std::string& ToolTip() const { return tool_tip_; }
-  void SetToolTip(std::string tip);
+  // A title stands above the text, where there is one.
+  const std::string& ToolTipTitle() const { return tool_tip_title_; }
+  void SetToolTip(std::string tip, std::string title = std::string());
 
   // What the mouse does to a control that takes a click. A view calls them only for a control that
   // WhyRefused lets through.
@@ -72,7 +74,7 @@ class Control {
   const ControlKind kind_;
   const std::string name_;
   std::string caption_;
-  std::string tool_tip_;
+  std::string tool_tip_, tool_tip_title_;
   bool enabled_ = true;
   bool visible_ = true;
 };

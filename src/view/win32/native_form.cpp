@@ -196,7 +196,7 @@ void NativeForm::AddControl(Control& control, bool on_page) {
   controls_.push_back(std::make_unique<NativeControl>(control, window_, id, group_start));
   NativeControl& made = *controls_.back();
   made.SetFont(metrics_->font());
-  tips_->Set(made.window(), control.ToolTip());
+  tips_->Set(made.window(), control.ToolTip(), control.ToolTipTitle());
   if (on_page) on_page_.insert(made.window());
   // The strip's body must lie behind what stands on its pages.
   if (control.kind() == ControlKind::TabStrip) {
@@ -234,7 +234,7 @@ void NativeForm::ControlChanged(Control& control) {
   bool place_again = false;
   if (native != nullptr) {
     place_again = native->Refresh();
-    tips_->Set(native->window(), control.ToolTip());
+    tips_->Set(native->window(), control.ToolTip(), control.ToolTipTitle());
   }
   if (control.kind() == ControlKind::TabStrip) return LayOut();
   if (!place_again || layout_posted_) return;
