@@ -105,7 +105,7 @@ void AutoCompleteStore::Delete_Key_Tree(KeyHandle root, const std::string& key) 
     buffer.fill('\0');
   }
   for (const std::string& name : names) {
-    Delete_Key_Tree(root, key + "\\" + name);
+    Delete_Key_Tree(root, std::string(key).append("\\").append(name));
     if (HoldsData(name)) StepOver(platform_.registry.RegDeleteKeyA(open.value, name));
   }
 }

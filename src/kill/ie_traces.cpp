@@ -47,6 +47,7 @@ bool NeverDelete(const std::string& lower_text) {
 // The whole row, and the row up to its "[", in small letters.
 std::vector<std::string> LowerRows(const std::vector<std::string>& rows) {
   std::vector<std::string> lower;
+  lower.reserve(rows.size());
   for (const std::string& row : rows) lower.push_back(LowerCase(row));
   return lower;
 }
@@ -126,7 +127,9 @@ void IeTraces::Kill_Cache_Entries(CachePass pass) {
     reach_.history_removed.Add(1);
     const std::string lower = LowerCase(urls[i]);
     const bool cookie = lower.find("cookie") != std::string::npos;
-    const bool goes = pass == CachePass::Pages ? !cookie : cookie && !keep.HitIn(lower) && !NeverDelete(lower);
+    const bool goes = pass == CachePass::Pages     ? !cookie
+                      : pass == CachePass::Cookies ? cookie && !keep.HitIn(lower) && !NeverDelete(lower)
+                                                   : false;
     if (goes) StepOver(reach_.platform.url_cache.DeleteUrlCacheEntryA(urls[i]));
   }
   StepOver(reach_.bar.SetMax(max_before));

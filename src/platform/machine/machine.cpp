@@ -62,6 +62,7 @@ class MachineImpl final : public Machine {
     MakeFolder(state_.config.windows_folder);
   }
   void SetProgramFolder(std::string_view path) override;
+  void EnterProgramFolder() override;
   std::string ProgramFolder() const override { return state_.config.program_folder; }
   void SetSpecialFolder(std::uint32_t number, std::uint32_t result, std::string_view path) override {
     state_.config.special_folders[number] = {result, std::string(path)};
@@ -215,8 +216,7 @@ bool MachineImpl::Load(const std::string& host_folder, std::string& problem) {
   GiveBack(saved, state_);
   state_.disk.FinishLoading();
   if (!config) MakePlain();
-  auto current = ParsePath(state_.config.program_folder, ParsedPath(), false);
-  if (current.ok()) state_.current = current.value;
+  EnterProgramFolder();
   return true;
 }
 
@@ -244,6 +244,11 @@ void MachineImpl::MakePlain() {
   SetProgramFolder(config.program_folder);
 }
 
+void MachineImpl::EnterProgramFolder() {
+  auto folder = ParsePath(state_.config.program_folder, ParsedPath(), false);
+  if (folder.ok()) state_.current = folder.value;
+}
+
 void MachineImpl::SetProgramFolder(std::string_view path) {
   state_.config.program_folder = WithoutBackslash(path);
   MakeFolder(state_.config.program_folder);
@@ -251,8 +256,7 @@ void MachineImpl::SetProgramFolder(std::string_view path) {
     const std::string file = state_.config.program_folder + "\\" + name;
     if (!state_.Find(file).ok()) MakeFile(file, content);
   }
-  auto current = ParsePath(state_.config.program_folder, ParsedPath(), false);
-  if (current.ok()) state_.current = current.value;
+  EnterProgramFolder();
 }
 
 bool MachineImpl::SetDrive(char letter, std::string_view type) {

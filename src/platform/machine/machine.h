@@ -83,6 +83,8 @@ class Machine {
   virtual void SetUser(std::string_view name) = 0;
   virtual void SetWindowsFolder(std::string_view path) = 0;
   virtual void SetProgramFolder(std::string_view path) = 0;  // made if absent, with the program's two files
+  // Makes the program's folder the current one, as it is when the program starts.
+  virtual void EnterProgramFolder() = 0;
   virtual std::string ProgramFolder() const = 0;
   // Result 0 and a path, or 1 (missing), or 0x80070057 (invalid).
   virtual void SetSpecialFolder(std::uint32_t number, std::uint32_t result, std::string_view path) = 0;

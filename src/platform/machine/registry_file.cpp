@@ -106,7 +106,7 @@ bool Plain(const RegKey::Value& value) {
     if (static_cast<unsigned char>(c) < 0x20) return false;
   }
   // Bytes that are no UTF-8 come back as they are too, but other programs could not read the file.
-  return FromUtf16(ToUtf16(text)) == text && ToUtf16(text).find("\xdc") == std::string::npos;
+  return FromUtf16(ToUtf16(text)) == text && ToUtf16(text).find('\xdc') == std::string::npos;
 }
 
 std::string HexBytes(std::string_view bytes) {

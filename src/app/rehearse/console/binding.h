@@ -112,7 +112,7 @@ template <typename Function, typename Subject, typename Result, typename... Para
 auto BindAs(Function function, Result (Function::*)(Subject&, Parameters...) const) {
   return [function](Subject& subject, const std::vector<std::string>& words) {
     return Invoke(subject, function, words, std::index_sequence_for<Parameters...>(),
-                  std::type_identity<Result(Parameters...)>());
+                  std::type_identity<Result(std::remove_cvref_t<Parameters>...)>());
   };
 }
 

@@ -50,7 +50,7 @@ std::span<const ProgramRoutine> CoreRoutines() {
       {"Get_Quillbarrow_Settings", Bind([](Program& p) { p.services().settings.Get_Quillbarrow_Settings(); })},
       {"Detect_WinVer", Bind([](Program& p) { p.options().Detect_WinVer(); })},
       {"Write_Error_Log",
-       Bind([](Program& p, std::string routine) { p.services().error_log.Write_Error_Log(routine, 0); })},
+       Bind([](Program& p, const std::string& routine) { p.services().error_log.Write_Error_Log(routine, 0); })},
   };
   return table;
 }
@@ -106,7 +106,7 @@ std::span<const ProgramRoutine> KillRoutines() {
       {"Kill_Cache_Entries", Bind([](Program& p, std::int16_t mode) {
          p.trace_units().ie.Kill_Cache_Entries(static_cast<CachePass>(mode));
        })},
-      {"Strip_Cookie_Suffix", Bind([](Program&, std::string text) { return Strip_Cookie_Suffix(text); })},
+      {"Strip_Cookie_Suffix", Bind([](Program&, const std::string& text) { return Strip_Cookie_Suffix(text); })},
       {"Kill_Cookie_Files", Kill<&IeTraces::Kill_Cookie_Files>()},
       {"Kill_Google_Bar", Kill<&IeTraces::Kill_Google_Bar>()},
       {"Kill_Search_History", Kill<&IeTraces::Kill_Search_History>()},
@@ -119,7 +119,7 @@ std::span<const ProgramRoutine> KillRoutines() {
        Bind([](Program& p, std::int16_t kind) { p.trace_units().index_dat.Clear_Auto_Exec2(kind); })},
       {"Kill_IE_AutoComplete", Kill<&AutoCompleteStore::Kill_IE_AutoComplete>()},
       {"RenableAutoComplete", Kill<&AutoCompleteStore::RenableAutoComplete>()},
-      {"Delete_Key_Tree", Bind([](Program& p, KeyHandle root, std::string key) {
+      {"Delete_Key_Tree", Bind([](Program& p, KeyHandle root, const std::string& key) {
          p.trace_units().auto_complete.Delete_Key_Tree(root, key);
        })},
       {"Fill_Cookie_List", Bind([](Program& p) { p.cookie_manager().Fill_Cookie_List(); })},
@@ -130,7 +130,7 @@ std::span<const ProgramRoutine> KillRoutines() {
       {"Kill_File_Fragments", Kill<&WindowsTraces::Kill_File_Fragments>()},
       {"Kill_Windows_Temp", Kill<&WindowsTraces::Kill_Windows_Temp>()},
       {"Kill_Office_Recent", Kill<&WindowsTraces::Kill_Office_Recent>()},
-      {"Empty_Recycle_Bin", Bind([](Program& p, std::optional<std::string> root) {
+      {"Empty_Recycle_Bin", Bind([](Program& p, const std::optional<std::string>& root) {
          return p.trace_units().windows.Empty_Recycle_Bin(root.value_or(""));
        })},
       {"Query_Recycle_Bin", Bind([](Program& p) { return p.trace_units().windows.Query_Recycle_Bin(); })},

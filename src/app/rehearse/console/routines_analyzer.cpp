@@ -79,7 +79,7 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
       {"clsFileAnalyzer.GetShortPath", Member<&A::GetShortPath>()},
       {"clsFileAnalyzer.GetPathAttributes", Member<&A::GetPathAttributes>()},
       {"clsFileAnalyzer.GetAttributeNames", Member<&A::GetAttributeNames>()},
-      {"clsFileAnalyzer.GetPathDate", Bind([](Program& p, std::string path, int kind) {
+      {"clsFileAnalyzer.GetPathDate", Bind([](Program& p, const std::string& path, int kind) {
          auto date = p.file_analyzer().GetPathDate(path, static_cast<PathTime>(kind));
          return date ? DateAndTime(*date) : std::string();
        })},
@@ -87,24 +87,25 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
       {"clsFileAnalyzer.GetAbsolutePath", Member<&A::GetAbsolutePath>()},
       {"clsFileAnalyzer.GetRelativePath", Member<&A::GetRelativePath>()},
       {"clsFileAnalyzer.BuildPath", Member<&A::BuildPath>()},
-      {"clsFileAnalyzer.Execute", Bind([](Program& p, std::string path, std::uint32_t style,
-                                          std::optional<std::string> parameters, std::optional<bool> wait) {
+      {"clsFileAnalyzer.Execute", Bind([](Program& p, const std::string& path, std::uint32_t style,
+                                          const std::optional<std::string>& parameters, std::optional<bool> wait) {
          WindowHandle owner = p.main_window().Window();
          return p.file_analyzer().Execute(path, style, parameters.value_or(""), wait.value_or(false), owner);
        })},
       {"clsFileAnalyzer.ParseSize", Bind([](Program&, double size, int decimals) {
          return A::ParseSize(Currency::FromDouble(size).value_or(Currency::Highest()), decimals);
        })},
-      {"clsFileAnalyzer.Rename", Bind([](Program& p, std::string from, std::string to, std::optional<bool> keep_both) {
+      {"clsFileAnalyzer.Rename",
+       Bind([](Program& p, const std::string& from, const std::string& to, std::optional<bool> keep_both) {
          return p.file_analyzer().Rename(from, to, keep_both.value_or(false));
        })},
-      {"clsFileAnalyzer.Search", Bind([](Program& p, std::string folder, std::string pattern, int kind,
+      {"clsFileAnalyzer.Search", Bind([](Program& p, const std::string& folder, const std::string& pattern, int kind,
                                          std::optional<bool> recursive, std::optional<bool> match_case) {
          return p.file_analyzer().Search(folder, pattern, static_cast<EntryKind>(kind), recursive.value_or(false),
                                          match_case.value_or(false));
        })},
       {"clsFileAnalyzer.SetPathAttributes", Member<&A::SetPathAttributes>()},
-      {"clsFileAnalyzer.SetPathDate", Bind([](Program& p, std::string path, std::string date, int kind) {
+      {"clsFileAnalyzer.SetPathDate", Bind([](Program& p, const std::string& path, const std::string& date, int kind) {
          auto time = ReadDate(date);
          return time && p.file_analyzer().SetPathDate(path, *time, static_cast<PathTime>(kind));
        })},
@@ -112,15 +113,17 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
       {"clsFileAnalyzer.GetFileExtension", Member<&A::GetFileExtension>()},
       {"clsFileAnalyzer.GetFileExecutable", Member<&A::GetFileExecutable>()},
       {"clsFileAnalyzer.GetFileSize",
-       Bind([](Program& p, std::string path) { return p.file_analyzer().GetFileSize(path).Text(); })},
+       Bind([](Program& p, const std::string& path) { return p.file_analyzer().GetFileSize(path).Text(); })},
       {"clsFileAnalyzer.GetFileContents", Member<&A::GetFileContents>()},
-      {"clsFileAnalyzer.CopyFile", Bind([](Program& p, std::string from, std::string to, std::optional<bool> move,
-                                           std::optional<bool> overwrite, std::optional<bool> create_folder) {
+      {"clsFileAnalyzer.CopyFile",
+       Bind([](Program& p, const std::string& from, const std::string& to, std::optional<bool> move,
+               std::optional<bool> overwrite, std::optional<bool> create_folder) {
          return p.file_analyzer().CopyFile(from, to, move.value_or(false), overwrite.value_or(false),
                                            create_folder.value_or(false));
        })},
-      {"clsFileAnalyzer.CreateFile", Bind([](Program& p, std::string path, std::optional<std::string> text,
-                                             std::optional<int> mode, std::optional<bool> keep_both) {
+      {"clsFileAnalyzer.CreateFile",
+       Bind([](Program& p, const std::string& path, const std::optional<std::string>& text, std::optional<int> mode,
+               std::optional<bool> keep_both) {
          return p.file_analyzer().CreateFile(path, text.value_or(""), static_cast<CreateMode>(mode.value_or(0)),
                                              keep_both.value_or(false));
        })},
@@ -128,19 +131,21 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
       {"clsFileAnalyzer.GetTempFile", Member<&A::GetTempFile>()},
       {"clsFileAnalyzer.IsFileInUse", Member<&A::IsFileInUse>()},
       {"clsFileAnalyzer.IsFolder", Member<&A::IsFolder>()},
-      {"clsFileAnalyzer.CopyFolder", Bind([](Program& p, std::string from, std::string to, std::optional<bool> move,
-                                             std::optional<bool> overwrite, std::optional<bool> create) {
+      {"clsFileAnalyzer.CopyFolder",
+       Bind([](Program& p, const std::string& from, const std::string& to, std::optional<bool> move,
+               std::optional<bool> overwrite, std::optional<bool> create) {
          return p.file_analyzer().CopyFolder(from, to, move.value_or(false), overwrite.value_or(false),
                                              create.value_or(false));
        })},
-      {"clsFileAnalyzer.CreateFolder", Bind([](Program& p, std::string path, std::optional<bool> parents) {
+      {"clsFileAnalyzer.CreateFolder", Bind([](Program& p, const std::string& path, std::optional<bool> parents) {
          return p.file_analyzer().CreateFolder(path, parents.value_or(false));
        })},
       {"clsFileAnalyzer.DeleteFolder", Member<&A::DeleteFolder>()},
       {"clsFileAnalyzer.PathHasSubfolders", Member<&A::PathHasSubfolders>()},
       {"clsFileAnalyzer.IsEmpty", Member<&A::IsEmpty>()},
-      {"clsFileAnalyzer.GetFolderContents", Bind([](Program& p, std::string folder, int kind,
-                                                    std::optional<bool> recursive, std::optional<std::string> pattern) {
+      {"clsFileAnalyzer.GetFolderContents",
+       Bind([](Program& p, const std::string& folder, int kind, std::optional<bool> recursive,
+               const std::optional<std::string>& pattern) {
          std::vector<std::string> contents;
          const std::int32_t count = p.file_analyzer().GetFolderContents(
              folder, static_cast<EntryKind>(kind), recursive.value_or(false), pattern.value_or(""), contents);
@@ -148,22 +153,22 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
          return contents;
        })},
       {"clsFileAnalyzer.GetFolderSize",
-       Bind([](Program& p, std::string path) { return p.file_analyzer().GetFolderSize(path).Text(); })},
+       Bind([](Program& p, const std::string& path) { return p.file_analyzer().GetFolderSize(path).Text(); })},
       {"clsFileAnalyzer.GetSpecialFolder", Member<&A::GetSpecialFolder>()},
       {"clsFileAnalyzer.DriveExists", Member<&A::DriveExists>()},
       {"clsFileAnalyzer.GetSystemDrive", Member<&A::GetSystemDrive>()},
       {"clsFileAnalyzer.GetPathDrive", Member<&A::GetPathDrive>()},
       {"clsFileAnalyzer.GetDrives", Member<&A::GetDrives>()},
-      {"clsFileAnalyzer.GetDriveType", Bind([](Program& p, std::string root) {
+      {"clsFileAnalyzer.GetDriveType", Bind([](Program& p, const std::string& root) {
          return static_cast<std::uint32_t>(p.file_analyzer().GetDriveType(root));
        })},
       {"clsFileAnalyzer.GetDriveTypeName", Member<&A::GetDriveTypeName>()},
-      {"clsFileAnalyzer.GetDriveInfo", Bind([](Program& p, std::string root) {
+      {"clsFileAnalyzer.GetDriveInfo", Bind([](Program& p, const std::string& root) {
          DriveInfo info;
          const int error = p.file_analyzer().GetDriveInfo(root, info);
          return std::tuple(error, info.label, info.file_system, info.serial);
        })},
-      {"clsFileAnalyzer.GetDriveSpace", Bind([](Program& p, std::string root) {
+      {"clsFileAnalyzer.GetDriveSpace", Bind([](Program& p, const std::string& root) {
          DriveSpace space;
          const int error = p.file_analyzer().GetDriveSpace(root, space);
          return std::tuple(error, space.total.Text(), space.free.Text(), space.used.Text(), space.percent_used);

@@ -7,18 +7,20 @@ std::span<const ProgramRoutine> FolderRoutines() {
   static const std::vector<ProgramRoutine> table = {
       {"Get_Special_Folder",
        Bind([](Program& p, std::uint32_t number) { return p.services().folders.Get_Special_Folder(number); })},
-      {"Read_Ini_Value", Bind([](Program& p, std::string section, std::string key, std::string file) {
+      {"Read_Ini_Value",
+       Bind([](Program& p, const std::string& section, const std::string& key, const std::string& file) {
          return p.services().folders.Read_Ini_Value(section, key, file);
        })},
       {"Get_Version_Code", Bind([](Program& p) { return p.services().folders.Get_Version_Code(); })},
-      {"Get_Short_Path", Bind([](Program& p, std::string path) { return p.services().folders.Get_Short_Path(path); })},
+      {"Get_Short_Path",
+       Bind([](Program& p, const std::string& path) { return p.services().folders.Get_Short_Path(path); })},
       {"Get_User_Name", Bind([](Program& p) { return p.services().folders.Get_User_Name(); })},
       {"Get_Windows_Dir", Bind([](Program& p) { return p.services().folders.Get_Windows_Dir(); })},
-      {"Add_Backslash", Bind([](Program&, std::string path) { return Add_Backslash(path); })},
-      {"Open_URL", Bind([](Program& p, std::string url) {
+      {"Add_Backslash", Bind([](Program&, const std::string& path) { return Add_Backslash(path); })},
+      {"Open_URL", Bind([](Program& p, const std::string& url) {
          p.services().folders.Open_URL(url, p.services().data_folder, p.main_window().Window());
        })},
-      {"Shell_Open", Bind([](Program& p, std::string path) { return p.services().folders.Shell_Open(path); })},
+      {"Shell_Open", Bind([](Program& p, const std::string& path) { return p.services().folders.Shell_Open(path); })},
       {"GetWinDirs", Bind([](Program& p) { p.products().GetWinDirs(); })},
       {"GetIEVersion", Bind([](Program& p) { p.products().GetIEVersion(); })},
       {"Get_AOL_Dir", Bind([](Program& p) { return p.products().Get_AOL_Dir(); })},
@@ -47,13 +49,14 @@ std::span<const ProgramRoutine> FolderRoutines() {
 
 std::span<const ProgramRoutine> DeleteRoutines() {
   static const std::vector<ProgramRoutine> table = {
-      {"Wipe_File", Bind([](Program& p, std::string path) { StepOver(p.delete_path().Wipe_File(path)); })},
-      {"File_Can_Open", Bind([](Program& p, std::string path) { return p.delete_path().File_Can_Open(path); })},
-      {"Wipe_Folder_Files", Bind([](Program& p, std::string folder) { p.delete_path().Wipe_Folder_Files(folder); })},
+      {"Wipe_File", Bind([](Program& p, const std::string& path) { StepOver(p.delete_path().Wipe_File(path)); })},
+      {"File_Can_Open", Bind([](Program& p, const std::string& path) { return p.delete_path().File_Can_Open(path); })},
+      {"Wipe_Folder_Files",
+       Bind([](Program& p, const std::string& folder) { p.delete_path().Wipe_Folder_Files(folder); })},
       {"Delete_Folder_Files",
-       Bind([](Program& p, std::string folder) { p.delete_path().Delete_Folder_Files(folder); })},
+       Bind([](Program& p, const std::string& folder) { p.delete_path().Delete_Folder_Files(folder); })},
       {"Count_Matching_Files",
-       Bind([](Program& p, std::string pattern, std::optional<bool> hidden, std::optional<bool> system) {
+       Bind([](Program& p, const std::string& pattern, std::optional<bool> hidden, std::optional<bool> system) {
          return p.delete_path().Count_Matching_Files(pattern, hidden.value_or(false), system.value_or(false));
        })},
   };
