@@ -65,9 +65,9 @@ def chromium(folder, address):
         os.dup2(high[0], 3)
         os.dup2(high[1], 4)
 
-    arguments = ["chromium", "--headless=new", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
-                 "--disable-background-networking", "--disable-component-update", "--disable-sync",
-                 "--remote-debugging-pipe", f"--user-data-dir={folder}"]
+    arguments = ["chromium", "--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage",
+                 "--disable-quic", "--no-first-run", "--disable-background-networking", "--disable-component-update",
+                 "--disable-sync", "--remote-debugging-pipe", f"--user-data-dir={folder}"]
     with process(arguments, preexec_fn=hand_over, close_fds=False) as browser:
         os.close(to_browser)
         os.close(from_browser)

@@ -4,7 +4,7 @@
 
 namespace qb {
 
-TextView::TextView(machine::Machine& machine, std::string application_title) : machine_(machine) {
+TextView::TextView(machine::Machine& machine, const std::string& application_title) : machine_(machine) {
   application_ = machine_.OwnWindowCreate("ThunderRT6Main", application_title, {});
 }
 

@@ -14,7 +14,7 @@ class TextView : public FormWatcher {
  public:
   // Registers the hidden owner window of the application under its title. The machine must outlive the
   // view, and the view the forms.
-  TextView(machine::Machine& machine, std::string application_title);
+  TextView(machine::Machine& machine, const std::string& application_title);
   ~TextView() override;
   TextView(const TextView&) = delete;
   TextView& operator=(const TextView&) = delete;
