@@ -139,6 +139,10 @@ std::string MakeCacheEntry(const std::string& url, DWORD type, const std::string
   return CommitUrlCacheEntryA(url.c_str(), path, none, none, type, nullptr, 0, nullptr, nullptr) ? path : "";
 }
 
+std::string MakeCookieEntry(const std::string& source) {
+  return MakeCacheEntry("Cookie:" + source, NORMAL_CACHE_ENTRY | COOKIE_CACHE_ENTRY, "txt");
+}
+
 std::vector<std::string> CacheUrls() {
   std::vector<std::string> urls;
   std::vector<unsigned long long> block(4096);

@@ -23,6 +23,8 @@ std::string ReadFile(const std::string& path);                       // its line
 // An entry of the URL cache through the system's own calls, with a file that the system names. The path of
 // that file; empty if the entry was refused.
 std::string MakeCacheEntry(const std::string& url, DWORD type, const std::string& extension);
+// The entry of a cookie, from its user and site, as "user@shop.example/".
+std::string MakeCookieEntry(const std::string& source);
 // The URLs of all entries, sorted.
 std::vector<std::string> CacheUrls();
 // Deletes all entries; Windows makes the files of its URL cache when somebody first asks it, so they are there
