@@ -51,7 +51,8 @@ struct Trace {
 };
 
 const std::string kMicrosoft = "Software\\Microsoft\\";
-const std::string kForms = kMicrosoft + "Protected Storage System Provider\\S-1-5-21-7\\Data\\{E161255A}";
+const std::string kProtected = kMicrosoft + "Protected Storage System Provider";
+const std::string kForms = kProtected + "\\S-1-5-21-7\\Data\\{E161255A}";
 const Trace kKeys[] = {
     {kMicrosoft + "Internet Explorer\\TypedURLs", true},
     {kMicrosoft + "Internet Explorer\\TypedURLsX", true},
@@ -139,6 +140,34 @@ void InstallHelpers() {
   MakeFile(kScript, "@echo called>>" + std::string(kScriptCalls) + "\r\n");
 }
 
+// Windows keeps ordinary programs from changing this tree: what is left is to read it and to change that.
+void Protect(const std::string& key) {
+  HKEY opened = nullptr;
+  if (RegOpenKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, KEY_READ | WRITE_DAC, &opened) != ERROR_SUCCESS) return;
+  for (DWORD index = 0;; ++index) {
+    char name[256];
+    if (RegEnumKeyA(opened, index, name, sizeof name) != ERROR_SUCCESS) break;
+    Protect(key + "\\" + name);
+  }
+  alignas(DWORD) unsigned char list[64], everyone[SECURITY_MAX_SID_SIZE];
+  DWORD size = sizeof everyone;
+  CreateWellKnownSid(WinWorldSid, nullptr, everyone, &size);
+  InitializeAcl(reinterpret_cast<ACL*>(list), sizeof list, ACL_REVISION);
+  AddAccessAllowedAce(reinterpret_cast<ACL*>(list), ACL_REVISION, KEY_READ | WRITE_DAC, everyone);
+  SECURITY_DESCRIPTOR descriptor;
+  InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
+  SetSecurityDescriptorDacl(&descriptor, TRUE, reinterpret_cast<ACL*>(list), FALSE);
+  RegSetKeySecurity(opened, DACL_SECURITY_INFORMATION, &descriptor);
+  RegCloseKey(opened);
+}
+
+bool CanDelete(const std::string& key) {
+  HKEY opened = nullptr;
+  if (RegOpenKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, KEY_ALL_ACCESS, &opened) != ERROR_SUCCESS) return false;
+  RegCloseKey(opened);
+  return true;
+}
+
 // The settings of an account that has used the program before, and has told it an address.
 void SettleAccount() {
   DeleteKey(kStore);
@@ -219,6 +248,8 @@ class Story {
     for (const Trace& trace : kFiles) MakeFile(trace.place, "trace");
     for (const std::string& path : kIndexFiles) MakeFile(path, path);
     for (const std::string& path : kOtherFiles) MakeFile(path, path);
+    Protect(kProtected);
+    check_(!CanDelete(kForms) && !CanDelete(kProtected), "the system refuses to change the protected tree");
     const Texts pages = MakePages(), cookies = MakeCookies();
     check_(AllThere(pages) && AllThere(cookies), "the system takes entries of its URL cache");
     const State before = TakeState();
