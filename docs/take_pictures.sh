@@ -4,6 +4,9 @@ set -euo pipefail
 cd "$WINEPREFIX/drive_c"
 [ ! -e "$WINEPREFIX/dosdevices/z:" ]
 wine regedit /S 'C:\looks.reg'
+# What the Cookie Manager shows.
+wine 'C:\native_driver.exe' cookies news.example mail.example shop.example shop.example/account weather.example \
+  video.example tracker.example adverts.example forum.example bank.example
 wine explorer /desktop=pictures,1100x800 'C:\Program Files\Quillbarrow\Quillbarrow.exe' &
 sleep 8
 
@@ -20,8 +23,8 @@ for tab in edge-ie firefox chrome safari; do
   next_tab
 done
 # The Windows tab, some of it ticked, and the run of that.
-# From the strip the Tab key goes to the button, to the link and then to the boxes.
-xdotool key --delay 300 Tab Tab Tab space Tab space Tab Tab Tab space
+# From the strip the Tab key goes to the boxes.
+xdotool key --delay 300 Tab space Tab space Tab Tab Tab space
 take tab-windows
 xdotool key Return
 sleep 12
@@ -35,3 +38,13 @@ done
 xdotool key ctrl+s
 sleep 2
 take general-setup
+xdotool key Escape
+sleep 1
+next_tab
+# The fourth entry of the menu; then the first cookies of the left list, and the button beside it.
+xdotool key --delay 300 F10 Down Down Down Down Return
+sleep 2
+xdotool key --delay 300 Home shift+Down shift+Down shift+Down shift+Down Tab space
+# A little wider.
+xdotool key --delay 300 alt+space s Right Right Right Right Right Right Return
+take cookie-manager

@@ -48,7 +48,7 @@ frmCookieManager::frmCookieManager(Platform& platform, UrlCache& cache, Channels
        Row({Column({Label5, Layout(List1).Stretched()}).Stretched(), Column({cmd_CookiesSave, cmd_CookiesRemove}),
             Column({Label6, Layout(List2).Stretched()}).Stretched()})
            .Stretched(),
-       Label2, cmdDonecookies}));
+       Label2, Row({cmdDonecookies})}));
 }
 
 void frmCookieManager::OpenAnew() {

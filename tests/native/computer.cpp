@@ -82,6 +82,18 @@ void MakeFile(const std::string& path, const std::string& content) {
   std::fclose(file);
 }
 
+std::vector<std::string> FilesIn(const std::string& folder) {
+  State all;
+  AddFolder(folder, all);
+  std::vector<std::string> names;
+  for (const auto& [path, content] : all) {
+    const std::string name = path.substr(folder.size() + 1);
+    if (name.find('\\') == std::string::npos) names.push_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
 bool Exists(const std::string& path) {
   return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
@@ -101,6 +113,17 @@ bool KeyExists(const std::string& key) {
   return true;
 }
 
+void DeleteKey(const std::string& key) {
+  RegDeleteTreeA(HKEY_CURRENT_USER, key.c_str());
+}
+
+std::string ReadFile(const std::string& path) {
+  if (!Exists(path)) return {};
+  std::string content = ReadAll(path);
+  content.erase(std::remove(content.begin(), content.end(), '\r'), content.end());
+  return content;
+}
+
 std::string Value(const std::string& key, const std::string& name) {
   char data[1024] = "";
   DWORD size = sizeof data - 1;
@@ -108,25 +131,43 @@ std::string Value(const std::string& key, const std::string& name) {
   return data;
 }
 
-bool MakeCacheEntry(const std::string& url, DWORD type) {
+std::string MakeCacheEntry(const std::string& url, DWORD type, const std::string& extension) {
   char path[MAX_PATH] = "";
-  if (!CreateUrlCacheEntryA(url.c_str(), 0, "htm", path, 0)) return false;
+  if (!CreateUrlCacheEntryA(url.c_str(), 0, extension.c_str(), path, 0)) return {};
   MakeFile(path, "cached");
   FILETIME none{};
-  return CommitUrlCacheEntryA(url.c_str(), path, none, none, type, nullptr, 0, nullptr, nullptr);
+  return CommitUrlCacheEntryA(url.c_str(), path, none, none, type, nullptr, 0, nullptr, nullptr) ? path : "";
 }
 
-bool CacheEntryExists(const std::string& url) {
-  DWORD size = 0;
-  return GetUrlCacheEntryInfoA(url.c_str(), nullptr, &size) || GetLastError() == ERROR_INSUFFICIENT_BUFFER;
+std::string MakeCookieEntry(const std::string& source) {
+  return MakeCacheEntry("Cookie:" + source, NORMAL_CACHE_ENTRY | COOKIE_CACHE_ENTRY, "txt");
 }
 
-void WakeUrlCache() {
-  std::vector<unsigned long long> block(1024);
+std::vector<std::string> CacheUrls() {
+  std::vector<std::string> urls;
+  std::vector<unsigned long long> block(4096);
   auto* entry = reinterpret_cast<INTERNET_CACHE_ENTRY_INFOA*>(block.data());
-  DWORD size = static_cast<DWORD>(block.size() * sizeof block[0]);
-  HANDLE search = FindFirstUrlCacheEntryA(nullptr, entry, &size);
-  if (search != nullptr) FindCloseUrlCache(search);
+  auto size = [&] { return static_cast<DWORD>(block.size() * sizeof block[0]); };
+  DWORD room = size();
+  HANDLE search = FindFirstUrlCacheEntryA(nullptr, entry, &room);
+  if (search == nullptr) return urls;
+  do {
+    urls.push_back(entry->lpszSourceUrlName);
+    room = size();
+  } while (FindNextUrlCacheEntryA(search, entry, &room));
+  FindCloseUrlCache(search);
+  std::sort(urls.begin(), urls.end());
+  return urls;
+}
+
+void EmptyUrlCache() {
+  for (const std::string& url : CacheUrls()) DeleteUrlCacheEntryA(url.c_str());
+}
+
+std::string Joined(const std::vector<std::string>& lines) {
+  std::string joined;
+  for (const std::string& line : lines) joined += line + "\n";
+  return joined;
 }
 
 State TakeState() {

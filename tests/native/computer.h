@@ -16,12 +16,22 @@ void MakeFile(const std::string& path, const std::string& content);  // with its
 bool Exists(const std::string& path);
 void SetValue(const std::string& key, const std::string& name, const std::string& data);  // below HKEY_CURRENT_USER
 bool KeyExists(const std::string& key);
+void DeleteKey(const std::string& key);                              // with all below it
 std::string Value(const std::string& key, const std::string& name);  // empty if there is none
-// An entry of the URL cache through the system's own calls; false if it was refused.
-bool MakeCacheEntry(const std::string& url, DWORD type);
-// Windows makes the files of its URL cache when somebody first asks it.
-void WakeUrlCache();
-bool CacheEntryExists(const std::string& url);
+std::vector<std::string> FilesIn(const std::string& folder);         // names of files and folders, sorted
+std::string ReadFile(const std::string& path);                       // its lines end in \n; empty if it cannot be read
+// An entry of the URL cache through the system's own calls, with a file that the system names. The path of
+// that file; empty if the entry was refused.
+std::string MakeCacheEntry(const std::string& url, DWORD type, const std::string& extension);
+// The entry of a cookie, from its user and site, as "user@shop.example/".
+std::string MakeCookieEntry(const std::string& source);
+// The URLs of all entries, sorted.
+std::vector<std::string> CacheUrls();
+// Deletes all entries; Windows makes the files of its URL cache when somebody first asks it, so they are there
+// afterwards.
+void EmptyUrlCache();
+
+std::string Joined(const std::vector<std::string>& lines);  // each with a \n behind it
 
 // Every file of drive C: with its size and content, and every value of HKEY_CURRENT_USER\Software.
 using State = std::map<std::string, std::string>;

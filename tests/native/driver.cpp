@@ -1,12 +1,12 @@
-// Plays stories on the real program and says what held. The log of the first story goes to a file, which
-// is compared with that of a rehearsal of the same story.
+// Plays stories on the real program and says what held. The logs of the first and of the internet story go
+// to files, which are compared with those of rehearsals of the same stories.
 #include <cstdio>
+#include <functional>
 
 #include "computer.h"
+#include "internet_story.h"
 #include "remote_program.h"
 #include "window_stories.h"
-// After the basic types of windows.h.
-#include <wininet.h>
 
 using namespace native;
 
@@ -21,23 +21,6 @@ void Check(bool held, const std::string& what) {
   (held ? passed : failed)++;
   std::printf("%s %s\n", held ? "ok  " : "FAIL", what.c_str());
   std::fflush(stdout);
-}
-
-std::string WithoutTime(const std::string& line) {
-  const std::size_t cut = line.find(" - ");
-  return cut == std::string::npos ? line : line.substr(cut);
-}
-
-// Waits for the end of a run: the button can be pressed again and the log has its last line.
-bool RunEnded(RemoteProgram& program, HWND button, HWND log) {
-  return WaitFor(
-             [&] {
-               const auto lines = RemoteProgram::ListEntries(log);
-               return IsWindowEnabled(button) && !lines.empty() &&
-                      WithoutTime(lines.back()) == " - Successful!  Your privacy is protected.";
-             },
-             60000) &&
-         program.Running();
 }
 
 void PrepareWindowsTraces() {
@@ -60,7 +43,7 @@ void PrepareWindowsTraces() {
 
 void KillStory() {
   PrepareWindowsTraces();
-  WakeUrlCache();
+  EmptyUrlCache();
   const State before = TakeState();
   HANDLE held = CreateFileA("C:\\windows\\temp\\held.tmp", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
 
@@ -83,21 +66,8 @@ void KillStory() {
   Check(WaitFor([&] { return SendMessageA(strip, 0x130B /* TCM_GETCURSEL */, 0, 0) == 9; }), "the log tab comes up");
   Check(!IsWindowEnabled(kill) || RemoteProgram::Child(window, "ListBox", "") != nullptr,
         "the button is off meanwhile");
-  HWND log = RemoteProgram::Child(window, "ListBox", "");
-  Check(RunEnded(program, kill, log), "the run ends");
-  FILE* lines = std::fopen("C:\\native-log.txt", "wb");
-  for (const std::string& line : RemoteProgram::ListEntries(log))
-    std::fprintf(lines, "%s\n", WithoutTime(line).c_str());
-  HWND count = nullptr;
-  WaitFor([&] {
-    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr && count == nullptr;
-         child = GetWindow(child, GW_HWNDNEXT)) {
-      if (RemoteProgram::Text(child).rfind("History Traces Killed: ", 0) == 0) count = child;
-    }
-    return count != nullptr;
-  });
-  std::fprintf(lines, "%s\n", count == nullptr ? "(no count)" : RemoteProgram::Text(count).c_str());
-  std::fclose(lines);
+  Check(program.RunEnded(), "the run ends");
+  MakeFile("C:\\native-log.txt", Joined(program.LogAndCount()));
   CloseHandle(held);
 
   Check(!Exists("C:\\FILE0001.CHK") && !Exists("C:\\windows\\temp\\a.tmp") &&
@@ -192,54 +162,31 @@ void SetupStory() {
   Check(WaitFor([&] { return Value(kStore, "AOLdir") == "C:\\AOL 8.0\\"; }), "what is typed there is stored");
 }
 
-void InternetStory() {
-  const std::string store = "Software\\Microsoft\\Protected Storage System Provider\\S-1\\Data\\Q:StringData";
-  SetValue("Software\\Microsoft\\Internet Explorer\\TypedURLs", "url1", "http://news.example/");
-  SetValue("Software\\Microsoft\\Search Assistant\\ACMru\\5603", "000", "words");
-  SetValue(store, "x", "1");
-  SetValue("Software\\Microsoft\\Protected Storage System Provider\\S-1\\Data\\Kept", "x", "1");
-  const bool made = MakeCacheEntry("http://news.example/page.htm", NORMAL_CACHE_ENTRY) &&
-                    MakeCacheEntry("Cookie:user@shop.example/", NORMAL_CACHE_ENTRY | COOKIE_CACHE_ENTRY);
-  Check(made && CacheEntryExists("http://news.example/page.htm"), "the system takes entries of its URL cache");
-
-  RemoteProgram program("");
-  HWND window = program.MainWindow();
-  WaitFor([&] { return IsWindowVisible(window) != FALSE; });
-  program.PickTab(0);
-  for (const char* box : {"URL address drop-list box", "Temp Internet Files", "AutoComplete", "index.dat files",
-                          "Search Button history"}) {
-    Check(program.Click(box), std::string("a click ticks ") + box);
-  }
-  HWND kill = RemoteProgram::Child(window, "Button", "Kill Now!");
-  program.PostClick(window, "Kill Now!");
-  HWND strip = RemoteProgram::Child(window, "SysTabControl32", "");
-  WaitFor([&] { return SendMessageA(strip, 0x130B, 0, 0) == 9; });
-  Check(RunEnded(program, kill, RemoteProgram::Child(window, "ListBox", "")), "a run of the browser's classes ends");
-  Check(!CacheEntryExists("http://news.example/page.htm"), "the cached page is gone from the URL cache");
-  Check(CacheEntryExists("Cookie:user@shop.example/"), "the cookie, not ticked, is still there");
-  Check(!KeyExists("Software\\Microsoft\\Internet Explorer\\TypedURLs") &&
-            !KeyExists("Software\\Microsoft\\Search Assistant\\ACMru\\5603"),
-        "the typed addresses and searches are gone");
-  Check(!KeyExists(store) && KeyExists("Software\\Microsoft\\Protected Storage System Provider\\S-1\\Data\\Kept"),
-        "the AutoComplete data is gone, and the key beside it stays");
-  HKEY manager = nullptr;
-  DWORD size = 0;
-  RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SYSTEM\\CurrentControlSet\\Control\\Session Manager", 0, KEY_READ, &manager);
-  Check(RegQueryValueExA(manager, "PendingFileRenameOperations", nullptr, nullptr, nullptr, &size) == ERROR_SUCCESS &&
-            size > 2,
-        "the pending renames are arranged with the system");
-  RegCloseKey(manager);
-}
-
 }  // namespace
 
-int main() {
-  KillStory();
-  BootStory();
-  StopIfAutoKillIsOff();
-  SetupStory();
-  InternetStory();
-  WindowStories(Check);
+// `driver [STORY]` plays all stories, or the one. The part after a boot only says something when the internet
+// story was played before the boot. `driver cookies SITE…` only makes a cookie entry for each site, for pictures.
+int main(int count, char** arguments) {
+  const std::string picked = count > 1 ? arguments[1] : "";
+  if (picked == "cookies") {
+    for (int i = 2; i < count; ++i) MakeCookieEntry(std::string("user@") + arguments[i] + "/");
+    return 0;
+  }
+  const struct {
+    const char* name;
+    std::function<void()> play;
+  } stories[] = {
+      {"kill", KillStory},
+      {"boot", BootStory},
+      {"auto-kill-off", StopIfAutoKillIsOff},
+      {"setup", SetupStory},
+      {"internet", [] { InternetStory(Check); }},
+      {"windows", [] { WindowStories(Check); }},
+  };
+  for (const auto& story : stories) {
+    if (picked.empty() || picked == story.name) story.play();
+  }
+  if (picked == "after-boot") InternetStoryAfterBoot(Check);
   std::printf("driver: %d passed, %d failed\n", passed, failed);
   return failed == 0 ? 0 : 1;
 }

@@ -8,11 +8,13 @@ namespace {
 
 constexpr const char* kExe = "C:\\Program Files\\Quillbarrow\\Quillbarrow.exe";
 constexpr const char* kMainTitle = "Quillbarrow 2019 - Protecting your Privacy since 1997!";
+constexpr LRESULT kLogTab = 9;
 
 struct Search {
   DWORD process = 0;
   std::string class_name, text;
   HWND found = nullptr;
+  int count = 0;
 };
 
 std::string ClassOf(HWND window) {
@@ -27,6 +29,11 @@ std::string Narrow(const wchar_t* text) {
   return narrow;
 }
 
+std::string WithoutTime(const std::string& line) {
+  const std::size_t cut = line.find(" - ");
+  return cut == std::string::npos ? line : line.substr(cut);
+}
+
 BOOL CALLBACK MatchTopLevel(HWND window, LPARAM parameter) {
   auto& search = *reinterpret_cast<Search*>(parameter);
   DWORD process = 0;
@@ -34,6 +41,14 @@ BOOL CALLBACK MatchTopLevel(HWND window, LPARAM parameter) {
   if (process != search.process || RemoteProgram::Text(window) != search.text) return TRUE;
   search.found = window;
   return FALSE;
+}
+
+BOOL CALLBACK CountVisible(HWND window, LPARAM parameter) {
+  auto& search = *reinterpret_cast<Search*>(parameter);
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  if (process == search.process && IsWindowVisible(window)) ++search.count;
+  return TRUE;
 }
 
 BOOL CALLBACK MatchChild(HWND window, LPARAM parameter) {
@@ -65,7 +80,7 @@ HWND RemoteProgram::MainWindow() {
 }
 
 HWND RemoteProgram::Window(const std::string& title, int milliseconds) {
-  Search search{process_.dwProcessId, "", title, nullptr};
+  Search search{process_.dwProcessId, "", title, nullptr, 0};
   WaitFor(
       [&] {
         EnumWindows(MatchTopLevel, reinterpret_cast<LPARAM>(&search));
@@ -75,8 +90,14 @@ HWND RemoteProgram::Window(const std::string& title, int milliseconds) {
   return search.found;
 }
 
+int RemoteProgram::VisibleWindows() const {
+  Search search{process_.dwProcessId, "", "", nullptr, 0};
+  EnumWindows(CountVisible, reinterpret_cast<LPARAM>(&search));
+  return search.count;
+}
+
 HWND RemoteProgram::Child(HWND window, const std::string& class_name, const std::string& text) {
-  Search search{0, class_name, text, nullptr};
+  Search search{0, class_name, text, nullptr, 0};
   EnumChildWindows(window, MatchChild, reinterpret_cast<LPARAM>(&search));
   return search.found;
 }
@@ -128,6 +149,42 @@ bool RemoteProgram::Ticked(const std::string& text) {
   return box != nullptr && SendMessageA(box, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
+bool RemoteProgram::Kill() {
+  HWND window = MainWindow();
+  if (!PostClick(window, "Kill Now!")) return false;
+  HWND strip = Child(window, WC_TABCONTROLA, "");
+  return WaitFor([&] { return SendMessageA(strip, TCM_GETCURSEL, 0, 0) == kLogTab; }) && RunEnded();
+}
+
+bool RemoteProgram::RunEnded() {
+  HWND window = MainWindow();
+  HWND button = Child(window, WC_BUTTONA, "Kill Now!");
+  return WaitFor(
+             [&] {
+               const auto lines = ListEntries(Child(window, WC_LISTBOXA, ""));
+               return IsWindowEnabled(button) && !lines.empty() &&
+                      WithoutTime(lines.back()) == " - Successful!  Your privacy is protected.";
+             },
+             60000) &&
+         Running();
+}
+
+std::vector<std::string> RemoteProgram::LogAndCount() {
+  HWND window = MainWindow();
+  std::vector<std::string> lines = ListEntries(Child(window, WC_LISTBOXA, ""));
+  for (std::string& line : lines) line = WithoutTime(line);
+  std::string count;
+  WaitFor([&] {
+    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+      const std::string text = Text(child);
+      if (text.rfind("History Traces Killed: ", 0) == 0) count = text;
+    }
+    return !count.empty();
+  });
+  lines.push_back(count.empty() ? "(no count)" : count);
+  return lines;
+}
+
 bool RemoteProgram::Running(int wait_milliseconds) {
   return process_.hProcess != nullptr &&
          WaitForSingleObject(process_.hProcess, static_cast<DWORD>(wait_milliseconds)) == WAIT_TIMEOUT;
@@ -135,6 +192,14 @@ bool RemoteProgram::Running(int wait_milliseconds) {
 
 void RemoteProgram::Close() {
   PostMessageA(MainWindow(), WM_CLOSE, 0, 0);
+}
+
+bool RemoteProgram::End() {
+  HWND window = MainWindow();
+  Close();
+  WaitFor([&] { return !IsWindowVisible(window); });
+  Close();
+  return !Running(10000);
 }
 
 double RemoteProgram::ProcessorTime() {

@@ -24,6 +24,7 @@ class RemoteProgram {
   HWND MainWindow();
   // A top-level window of this process with that title; null if there is none within the time.
   HWND Window(const std::string& title, int milliseconds = 5000);
+  int VisibleWindows() const;  // its top-level ones
   // A visible child of a window by class, and by text unless that is empty; null if there is none.
   static HWND Child(HWND window, const std::string& class_name, const std::string& text);
   static std::string Text(HWND window);
@@ -35,8 +36,15 @@ class RemoteProgram {
   // The same without waiting for what the click starts.
   bool PostClick(HWND window, const std::string& text);
   bool Ticked(const std::string& text);
+  // Presses "Kill Now!" and waits for the end of the run: the button can be pressed again and the log has its
+  // closing line. For the first run of this process.
+  bool Kill();
+  bool RunEnded();
+  // The log's lines without date and time, and what stands below it on the killed traces. After RunEnded.
+  std::vector<std::string> LogAndCount();
   bool Running(int wait_milliseconds = 0);
   void Close();  // posts a close request to the main window
+  bool End();    // closes it twice, the first time only hides it; false if the program still runs
   // Processor time used so far, in milliseconds.
   double ProcessorTime();
 

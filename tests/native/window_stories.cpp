@@ -79,6 +79,13 @@ void EveryPage(const Report& check) {
     check(picked && wrong.empty(), "the controls of page " + std::to_string(page) + " have their places" + wrong);
     check(seen.size() > before, "page " + std::to_string(page) + " has controls of its own");
   }
+  program.PickTab(0);
+  program.PostClick(window, "Cookie Manager...");
+  HWND manager = program.Window("Quillbarrow 2019 - Cookie Manager");
+  check(manager != nullptr && WaitFor([&] { return IsWindowVisible(manager) != FALSE; }), "the Cookie Manager opens");
+  seen.clear();
+  const std::string wrong = manager == nullptr ? " (none)" : MisplacedControls(manager, seen);
+  check(wrong.empty(), "the controls of the Cookie Manager have their places" + wrong);
 }
 
 void Keyboard(const Report& check) {

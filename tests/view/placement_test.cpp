@@ -123,6 +123,19 @@ TEST_F(PlacementTest, AListTakesTheRoomThatIsLeftAndButtonsStandAtTheRight) {
   EXPECT_EQ(PlaceOf(ok, layout, area).box, (Box{256, 190, 20, 10}));
 }
 
+TEST_F(PlacementTest, ButtonsBetweenListsStandAtTheMiddle) {
+  auto& list = MakeList();
+  auto& to = Make<Button>("to");
+  auto& fro = Make<Button>("fro");
+  auto& box = Make<CheckBox>("b");
+  const Layout layout = Row({list, Column({to, fro}), Column({box})});
+  const Box area{0, 0, 300, 124};
+  EXPECT_EQ(PlaceOf(list, layout, area).box.height, 124);
+  EXPECT_EQ(PlaceOf(to, layout, area).box.y, 50);
+  EXPECT_EQ(PlaceOf(fro, layout, area).box.y, 64);
+  EXPECT_EQ(PlaceOf(box, layout, area).box.y, 0);
+}
+
 TEST_F(PlacementTest, ALongTextTakesFewerLinesWhereThereIsRoom) {
   auto& text = Make<Label>(std::string(39, 't'));
   auto& below = Make<CheckBox>("b");

@@ -234,7 +234,8 @@ void Placement::PlaceRow(const Layout& row, const Box& area, bool shown, std::ve
     Box box{x, area.y, widths[next], area.height};
     if (!StretchesDown(part) && part.kind != Kind::Group) {
       box.height = std::min(area.height, HeightOf(part, box.width));
-      if (part.kind == Kind::Single) box.y += (area.height - box.height) / 2;
+      // Buttons between two lists act on both, so they stand at the middle of them.
+      if (part.kind == Kind::Single || AllButtons(part)) box.y += (area.height - box.height) / 2;
     }
     PlacePart(part, box, shown, placed);
     x += widths[next++];

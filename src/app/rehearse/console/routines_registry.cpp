@@ -36,7 +36,8 @@ std::pair<std::int32_t, std::string> QueryValueEx(Program& program, KeyHandle ro
   return {result, number != nullptr ? std::to_string(*number) : std::get<std::string>(value)};
 }
 
-using Text = std::string;
+using Text = const std::string&;
+using OptionalText = std::optional<std::string>;
 
 }  // namespace
 
@@ -48,10 +49,10 @@ std::span<const ProgramRoutine> RegistryRoutines() {
       {"SaveSetting", Bind([](Program& p, Text application, Text section, Text key, Text value) {
          StepOver(p.services().store.SaveSetting(application, section, key, value));
        })},
-      {"CRegSettings.Company", Bind([](Program& p, std::optional<Text> company, std::optional<Text> app_name) {
+      {"CRegSettings.Company", Bind([](Program& p, const OptionalText& company, const OptionalText& app_name) {
          return ProductSettings(p, company.value_or(""), app_name.value_or("")).Company();
        })},
-      {"CRegSettings.AppName", Bind([](Program& p, std::optional<Text> company, std::optional<Text> app_name) {
+      {"CRegSettings.AppName", Bind([](Program& p, const OptionalText& company, const OptionalText& app_name) {
          return ProductSettings(p, company.value_or(""), app_name.value_or("")).AppName();
        })},
       {"CRegSettings.GetSetting",
