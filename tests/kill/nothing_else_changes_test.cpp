@@ -191,7 +191,7 @@ TEST(NothingElseChanges, RandomMachinesAndFaults) {
                                 test::places::kRoaming + "\\Microsoft\\Windows\\Cookies",
                                 test::places::kLocal + "\\Google\\Chrome\\User Data\\Default"};
   const std::vector<FaultStory> stories = FaultStories();
-  for (unsigned seed = 1; seed <= 150; ++seed) {
+  for (unsigned seed = 1; seed <= 200; ++seed) {
     std::mt19937 random(seed);
     auto below = [&random](std::size_t n) { return static_cast<unsigned>(random() % n); };
     const FaultStory& story = stories[below(stories.size())];
@@ -209,6 +209,14 @@ TEST(NothingElseChanges, RandomMachinesAndFaults) {
     std::string rows(below(40), ' ');
     for (char& byte : rows) byte = "shopbank[].txt@,\"\r\n\0\xff"[below(20)];
     ASSERT_TRUE(rehearsal.machine().MakeFile(test::places::kLocal + "\\Quillbarrow\\qb.dat", rows));
+    // And a profile path of any parts.
+    std::string profile = "[Profile0]\r\nPath=Profiles/";
+    const char* const parts[] = {"abc.default", "..", "\\", "/", "C:",   ".",
+                                 "\\..\\",      "%",  "*",  "?", "\xff", "Documents"};
+    for (unsigned i = below(6); i > 0; --i) profile += parts[below(std::size(parts))];
+    if (below(2) == 0) {
+      ASSERT_TRUE(rehearsal.machine().MakeFile(test::places::kRoaming + "\\Mozilla\\Firefox\\profiles.ini", profile));
+    }
     const Snapshot before = TakeSnapshot(rehearsal.machine());
     std::string faults;
     for (unsigned i = below(4); i > 0; --i) {
