@@ -191,7 +191,7 @@ TEST(NothingElseChanges, RandomMachinesAndFaults) {
                                 test::places::kRoaming + "\\Microsoft\\Windows\\Cookies",
                                 test::places::kLocal + "\\Google\\Chrome\\User Data\\Default"};
   const std::vector<FaultStory> stories = FaultStories();
-  for (unsigned seed = 1; seed <= 200; ++seed) {
+  for (unsigned seed = 1; seed <= 120; ++seed) {
     std::mt19937 random(seed);
     auto below = [&random](std::size_t n) { return static_cast<unsigned>(random() % n); };
     const FaultStory& story = stories[below(stories.size())];
