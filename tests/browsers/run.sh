@@ -26,13 +26,14 @@ finish() {
   exit
 }
 
-chromium --version 2>/dev/null
-firefox-esr --version 2>/dev/null
+timeout 20 chromium --version 2>/dev/null || true
+timeout 20 firefox-esr --version 2>/dev/null || true
 # In the foreground, so that an interrupt from the keyboard reaches it and the browsers end with it.
 timeout --foreground -k 20 240 python3 "$here/browse.py" "$WORK" >"$WORK/browse.txt" 2>&1 || true
 cat "$WORK/browse.txt"
 passed=$((passed + $(grep -c '^ok   ' "$WORK/browse.txt" || true)))
 if [ "$passed" -ne 2 ]; then
+  echo "Without the profiles of both there is nothing to run on."
   failed=$((2 - passed))
   finish
 fi
