@@ -17,6 +17,7 @@ std::optional<bool> ShownInLayout(const Layout& layout, const Control& control, 
   for (std::size_t i = 0; i < layout.parts.size(); ++i) {
     bool part_shown = shown;
     if (layout.kind == Layout::Kind::Tabs) {
+      // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): tabs always have their strip
       const auto& strip = static_cast<const TabStrip&>(*layout.control);
       part_shown = shown && strip.Visible() && strip.Tab() == static_cast<int>(i);
     }

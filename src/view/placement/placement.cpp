@@ -19,7 +19,7 @@ bool TakesRoom(const Layout& part) {
   if (part.kind == Kind::Row || part.kind == Kind::Column || part.kind == Kind::Page) {
     return std::any_of(part.parts.begin(), part.parts.end(), TakesRoom);
   }
-  return part.kind != Kind::Single ||
+  return part.control == nullptr ||
          (part.control->kind() != ControlKind::Timer && part.control->kind() != ControlKind::MenuItem);
 }
 
@@ -204,6 +204,7 @@ void Placement::PlacePart(const Layout& part, const Box& area, bool shown, std::
                           area.height - spacing_.group_heading - spacing_.group_border.height},
                          shown, placed);
     case Kind::Tabs: {
+      // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): tabs always have their strip
       const int heading = measurer_.Smallest(*part.control).height;
       const Extent border = spacing_.tab_border;
       const Box page{area.x + border.width, area.y + heading + border.height, area.width - 2 * border.width,

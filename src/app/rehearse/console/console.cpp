@@ -44,7 +44,7 @@ Console::Process* Console::Current() {
 }
 
 void Console::Start(std::string command_line) {
-  machine_.EnterProgramFolder();
+  if (Current() == nullptr) machine_.EnterProgramFolder();
   auto process = std::make_unique<Process>(machine_);
   process->program =
       maker_(machine_.platform(), process->view, std::move(command_line), process->view.ApplicationWindow());
