@@ -42,7 +42,8 @@ Program::~Program() {
 
 bool Program::Start() {
   main_window_.Load();
-  if (!ended_ && !services_.run.StartedAtBoot) main_window_.Show();
+  // A boot start shows the window by itself, if at all; its run may have cleared StartedAtBoot by now.
+  if (!ended_ && !HasBootSwitch()) main_window_.Show();
   return !ended_;
 }
 

@@ -68,6 +68,7 @@ class Program : public ProgramLife, public SetupAsker {
   void ComputeShortFolders();
   void DeleteLeftovers(std::span<const std::string_view> names);
   void FirstRun();
+  bool HasBootSwitch() const;  // the command line is that of the Run value
   void StartWithWindows();
 
   const std::string command_line_;

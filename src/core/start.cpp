@@ -50,7 +50,7 @@ void Program::MainWindowLoaded() {
   ComputeShortFolders();
   main_window_.Center();
   main_window_.Hide();
-  services_.run.StartedAtBoot = UpperCase(command_line_) == kBootSwitch;
+  services_.run.StartedAtBoot = HasBootSwitch();
   main_window_.EnableHomePageTimer(services_.settings.On(Setting::HomePageProt));
   DeleteLeftovers(kReportLeftovers);
   products_.GetIEVersion();
@@ -147,6 +147,10 @@ void Program::FirstRun() {
   options_.Load();
   options_.Detect_WinVer();
   StepOver(options_.Unload());
+}
+
+bool Program::HasBootSwitch() const {
+  return UpperCase(command_line_) == kBootSwitch;
 }
 
 void Program::StartWithWindows() {
