@@ -1,8 +1,9 @@
-// Plays stories on the real program and says what held. The logs of the first and of the internet story go
-// to files, which are compared with those of rehearsals of the same stories.
+// Plays stories on the real program and says what held. The logs of some go to files, which are
+// compared with those of rehearsals of the same stories.
 #include <cstdio>
 #include <functional>
 
+#include "browser_story.h"
 #include "computer.h"
 #include "internet_story.h"
 #include "remote_program.h"
@@ -180,6 +181,7 @@ int main(int count, char** arguments) {
       {"boot", BootStory},
       {"auto-kill-off", StopIfAutoKillIsOff},
       {"setup", SetupStory},
+      {"browsers", [] { BrowserStory(Check); }},
       {"internet", [] { InternetStory(Check); }},
       {"windows", [] { WindowStories(Check); }},
   };

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the native driver on the real program in a throwaway prefix, and two of its stories once more as
+# Runs the native driver on the real program in a throwaway prefix, and three of its stories once more as
 # rehearsals. `run.sh STORY` plays that story alone. Ends with 'native: N passed, N failed'.
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 source "$ROOT/scripts/wine_prefix.sh"
@@ -10,7 +10,8 @@ failed=0
 throwaway_prefix
 # The temp folder is emptied by the story: it begins as one that only the story fills.
 find "$WINEPREFIX/drive_c/windows/temp" -mindepth 1 -delete
-cp "$ROOT/build/windows/native_driver.exe" "$ROOT/build/windows/native_helper.exe" "$WINEPREFIX/drive_c/"
+cp "$ROOT/build/windows/native_driver.exe" "$ROOT/build/windows/native_helper.exe" \
+  "$ROOT/tests/native/browsers.rehearsal" "$WINEPREFIX/drive_c/"
 
 plays() { [ -z "$story" ] || [ "$story" = "$1" ]; }
 
@@ -54,6 +55,7 @@ if plays internet; then
 fi
 build host quillbarrow-rehearse
 if plays kill; then compare story native-log.txt; fi
+if plays browsers; then compare browsers browsers-log.txt; fi
 if plays internet; then compare internet internet-log.txt; fi
 echo "native: $passed passed, $failed failed"
 [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
