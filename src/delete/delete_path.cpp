@@ -80,6 +80,11 @@ bool DeletePath::Refused(const std::string& folder) {
   return true;
 }
 
+bool DeletePath::IsPlainFolder(const std::string& folder) const {
+  auto attributes = platform_.files.GetFileAttributesA(folder);
+  return attributes.ok() && (attributes.value & (kAttributeDirectory | kAttributeReparsePoint)) == kAttributeDirectory;
+}
+
 void DeletePath::Wipe_Folder_Files(const std::string& folder) {
   Walk(folder, &DeletePath::Wipe_File);
 }
@@ -92,7 +97,8 @@ void DeletePath::Walk(const std::string& folder, FileStep file_step) {
   if (Refused(folder)) return;
   StepOver(bar_.SetValue(1));
   StepOver(bar_.SetMax(kListingMax));
-  const std::vector<FolderEntry> entries = ListEntries(platform_.files, folder + "\\*.*", kListEverything);
+  std::vector<FolderEntry> entries;
+  if (IsPlainFolder(folder)) entries = ListEntries(platform_.files, folder + "\\*.*", kListEverything);
   for (std::size_t collected = 1; collected <= entries.size() && collected <= kListingMax; ++collected) {
     StepOver(bar_.SetValue(static_cast<int>(collected)));
   }

@@ -33,8 +33,9 @@ class DeletePath {
 
   // Wipes every file below the folder, hidden, system and read-only ones too, and leaves all folders.
   // Counts each entry, whether or not its wipe worked. A junction or symbolic link is counted and left,
-  // and so is what it leads to. Some roots are refused with a message; a folder of more than 32,767
-  // entries is left alone. `folder` is without a trailing backslash.
+  // and so is what it leads to; if `folder` itself is one, there is nothing to wipe. Some roots are refused
+  // with a message; a folder of more than 32,767 entries is left alone. `folder` is without a trailing
+  // backslash.
   void Wipe_Folder_Files(const std::string& folder);
   // The same, but the files of the folder itself are plainly deleted; those below are wiped.
   void Delete_Folder_Files(const std::string& folder);
@@ -43,6 +44,8 @@ class DeletePath {
   int Count_Matching_Files(std::string_view pattern, bool hidden, bool system);
   // Plain delete of one file or of all that a pattern matches.
   RuntimeError Delete_Files(const std::string& path_or_pattern);
+  // A folder that is there and no junction or symbolic link. `folder` is without a trailing backslash.
+  bool IsPlainFolder(const std::string& folder) const;
   bool File_Can_Open(std::string_view path) const { return channels_.CanOpen(path); }
 
  private:

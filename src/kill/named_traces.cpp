@@ -34,6 +34,7 @@ void NamedTraces::WipeFolders(const std::string& folder, Names names, FolderCoun
 }
 
 void NamedTraces::DeletePattern(const std::string& pattern) {
+  if (!delete_path_.IsPlainFolder(pattern.substr(0, pattern.find_last_of('\\')))) return;
   StepOver(delete_path_.Delete_Files(pattern));
 }
 

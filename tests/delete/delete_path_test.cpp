@@ -16,15 +16,18 @@ TEST(DeletePath, EdgesOfTheWipeAndTheWalker) {
   const Case cases[] = {
       {"any size ends the same way, and only the first byte is written over",
        "file C:\\t\\one size 1\nfile C:\\t\\large size 1000000\nstart\ncalls\ndo Wipe_File C:\\t\\large\n"
-       "expect calls FlushFileBuffers has \"FlushFileBuffers(#1) = 0\"\ndo Wipe_File C:\\t\\one\nexpect files C:\\t is\n"},
+       "expect calls FlushFileBuffers has \"FlushFileBuffers(#1) = 0\"\ndo Wipe_File C:\\t\\one\nexpect files C:\\t "
+       "is\n"},
       {"a file that is not there is made and deleted",
        "mkdir C:\\t\nstart\ncalls\ndo Wipe_File C:\\t\\none\nexpect exists C:\\t\\none is no\n"
        "expect calls DeleteFileA is \"DeleteFileA(\"\"C:\\t\\none\"\") = 1\"\n"},
-      {"a read-only file stays as it was", "file C:\\t\\a keep\nattrib C:\\t\\a +r\nstart\ndo Wipe_File C:\\t\\a\n"
-                                           "expect text C:\\t\\a is keep\n"},
-      {"what cannot be opened", "file C:\\t\\a x\nfile C:\\t\\b x\nlock C:\\t\\b\nstart\n"
-                                "expect do File_Can_Open C:\\t\\a is true\nexpect do File_Can_Open C:\\t\\b is false\n"
-                                "expect do File_Can_Open C:\\t is false\nexpect do File_Can_Open C:\\none is false\n"},
+      {"a read-only file stays as it was",
+       "file C:\\t\\a keep\nattrib C:\\t\\a +r\nstart\ndo Wipe_File C:\\t\\a\n"
+       "expect text C:\\t\\a is keep\n"},
+      {"what cannot be opened",
+       "file C:\\t\\a x\nfile C:\\t\\b x\nlock C:\\t\\b\nstart\n"
+       "expect do File_Can_Open C:\\t\\a is true\nexpect do File_Can_Open C:\\t\\b is false\n"
+       "expect do File_Can_Open C:\\t is false\nexpect do File_Can_Open C:\\none is false\n"},
       {"the guard catches its exact forms in any case, and only those",
        "file C:\\WINDOWS\\a.txt keep\nstart\ndo Wipe_Folder_Files c:\\windows\n"
        "expect boxes has \"stop | \" \"Error # 69!  Please report to \"\nexpect text C:\\WINDOWS\\a.txt is keep\n"
@@ -32,7 +35,8 @@ TEST(DeletePath, EdgesOfTheWipeAndTheWalker) {
       {"a missing folder ends with the bar at its maximum",
        "start\ndo Wipe_Folder_Files C:\\none\nexpect get pBar.Value is 1000\nexpect get HistoryRemoved is 0\n"},
       {"only the top level is plainly deleted",
-       "file C:\\t\\a x\nfile C:\\t\\sub\\b x\nstart\ncalls\ndo Delete_Folder_Files C:\\t\nexpect files C:\\t is sub\\\n"
+       "file C:\\t\\a x\nfile C:\\t\\sub\\b x\nstart\ncalls\ndo Delete_Folder_Files C:\\t\nexpect files C:\\t is "
+       "sub\\\n"
        "expect get HistoryRemoved is 3\nexpect calls WriteFile lacks C:\\t\\a\n"},
       {"hidden and system entries count only when asked for",
        "file C:\\t\\a.x 1\nfile C:\\t\\b.x 1\nfile C:\\t\\c.x 1\nattrib C:\\t\\b.x +h\nattrib C:\\t\\c.x +s\nstart\n"
@@ -42,9 +46,15 @@ TEST(DeletePath, EdgesOfTheWipeAndTheWalker) {
        "file C:\\keep\\a x\nfile C:\\t\\b x\nlink C:\\t\\j C:\\keep\nlink C:\\t\\loop C:\\t\nstart\n"
        "do Wipe_Folder_Files C:\\t\nexpect get HistoryRemoved is 3\nexpect exists C:\\keep\\a is file\n"
        "expect files C:\\t is j\\ loop\\\n"},
+      {"a folder that is itself a junction is not entered, one behind a junction is",
+       "file C:\\keep\\a x\nfile C:\\keep\\t\\b x\nlink C:\\j C:\\keep\nlink C:\\w C:\\WINDOWS\nfile C:\\WINDOWS\\c x\n"
+       "start\ndo Wipe_Folder_Files C:\\j\ndo Delete_Folder_Files C:\\w\nexpect get HistoryRemoved is 0\n"
+       "expect exists C:\\keep\\a is file\nexpect exists C:\\WINDOWS\\c is file\ndo Wipe_Folder_Files C:\\j\\t\n"
+       "expect exists C:\\keep\\t\\b is no\n"},
       {"a close request that really ends the program stops the walk",
        "file C:\\t\\a x\nfile C:\\t\\b x\nfile C:\\t\\c x\nstart\nclose\nduring 3 close frmMain\n"
-       "do Wipe_Folder_Files C:\\t\nexpect running is no\nexpect exists C:\\t\\a is no\nexpect exists C:\\t\\c is file\n"},
+       "do Wipe_Folder_Files C:\\t\nexpect running is no\nexpect exists C:\\t\\a is no\nexpect exists C:\\t\\c is "
+       "file\n"},
   };
   for (const Case& c : cases) {
     Rehearsal rehearsal;
