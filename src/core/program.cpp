@@ -25,7 +25,7 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
       aol_traces_(services_.settings, named_traces_),
       ie_traces_({platform, services_.settings, services_.folders, products_, services_.profiles, delete_path_,
                   file_analyzer_, named_traces_, services_.history_removed, cookie_manager_, main_window_.CacheList(),
-                  main_window_.Bar()}),
+                  main_window_.Bar(), [this] { return ended_; }}),
       index_dat_(platform, services_.channels, services_.folders, products_, ie_folders_moved_,
                  services_.history_removed, main_window_),
       auto_complete_(platform, services_.reg_settings, services_.history_removed),

@@ -122,8 +122,9 @@ void IeTraces::Kill_Cache_Entries(CachePass pass) {
   StepOver(reach_.bar.SetMax(std::max(static_cast<int>(urls.size()) - 1, 1)));
   const KeepMatcher keep(pass == CachePass::Cookies ? CutRows(reach_.cookie_manager.KeepRows())
                                                     : std::vector<std::string>());
-  for (std::size_t i = 0; i < urls.size(); ++i) {
+  for (std::size_t i = 0; i < urls.size() && !reach_.ended(); ++i) {
     StepOver(reach_.bar.SetValue(static_cast<int>(i)));
+    reach_.platform.messages.PumpMessages();
     reach_.history_removed.Add(1);
     const std::string lower = LowerCase(urls[i]);
     const bool cookie = lower.find("cookie") != std::string::npos;

@@ -38,6 +38,7 @@ class IeTraces {
     frmCookieManager& cookie_manager;
     ListBox& cache_list;  // List3: the URLs of the cache
     ProgressBar& bar;
+    std::function<bool()> ended;  // the program has really ended, and a pass must stop at its next entry
   };
   explicit IeTraces(const Reach& reach) : reach_(reach) {}
 
@@ -48,6 +49,7 @@ class IeTraces {
   void Kill_Temp_Helper();
   // Only when no cookie is to be kept: the helper clears them all.
   void Kill_Cookies_Helper();
+  // Pumps messages at each entry, so that the window stays alive over a large cache.
   void Kill_Cache_Entries(CachePass pass);
   void Kill_Cookie_Files();
   void Kill_Google_Bar();
