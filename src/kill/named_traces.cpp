@@ -4,6 +4,12 @@
 
 namespace qb {
 
+namespace {
+
+constexpr std::string_view kEverything = "\\*.*";
+
+}  // namespace
+
 bool NamedTraces::IsPath(std::string_view path) {
   constexpr std::string_view kSeparators = "\\/";
   if (path.size() <= 3) return false;
@@ -34,7 +40,10 @@ void NamedTraces::WipeFolders(const std::string& folder, Names names, FolderCoun
 }
 
 void NamedTraces::DeletePattern(const std::string& pattern) {
-  if (!delete_path_.IsPlainFolder(pattern.substr(0, pattern.find_last_of('\\')))) return;
+  if (pattern.ends_with(kEverything) &&
+      !delete_path_.IsPlainFolder(pattern.substr(0, pattern.size() - kEverything.size()))) {
+    return;
+  }
   StepOver(delete_path_.Delete_Files(pattern));
 }
 

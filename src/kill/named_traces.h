@@ -27,8 +27,8 @@ class NamedTraces {
   void WipeFiles(const std::string& folder, Names names);
   // For each name, in order: empties the folder tree `folder` + name.
   void WipeFolders(const std::string& folder, Names names, FolderCount count);
-  // Plainly deletes what `pattern` matches, unless its folder is itself a junction, which leads elsewhere;
-  // nothing is counted. A pattern has its folder before it.
+  // Plainly deletes what `pattern` matches; nothing is counted. A folder of which all is to go is left alone
+  // if it is itself a junction, which leads elsewhere.
   void DeletePattern(const std::string& pattern);
   // For each path, in order: if it opens, plainly deletes it; nothing is counted.
   void DeletePaths(Names paths);
