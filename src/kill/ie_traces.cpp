@@ -128,9 +128,8 @@ void IeTraces::Kill_Cache_Entries(CachePass pass) {
     reach_.history_removed.Add(1);
     const std::string lower = LowerCase(urls[i]);
     const bool cookie = lower.find("cookie") != std::string::npos;
-    const bool goes = pass == CachePass::Pages     ? !cookie
-                      : pass == CachePass::Cookies ? cookie && !keep.HitIn(lower) && !NeverDelete(lower)
-                                                   : false;
+    const bool goes =
+        cookie ? pass == CachePass::Cookies && !keep.HitIn(lower) && !NeverDelete(lower) : pass == CachePass::Pages;
     if (goes) StepOver(reach_.platform.url_cache.DeleteUrlCacheEntryA(urls[i]));
   }
   StepOver(reach_.bar.SetMax(max_before));

@@ -1,7 +1,6 @@
 // Any bytes as the files that the program reads: the keep list by fields, WININIT.INI by lines, and
 // profiles.ini. What is read is never more than the bytes were, and what a save writes reads back the same.
 #include <cstdint>
-#include <memory>
 
 #include "cookies/keep_file.h"
 #include "cookies/keep_matcher.h"
@@ -10,23 +9,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-namespace {
-
-struct Stage {
-  Stage() {
-    std::string problem;
-    machine = qb::machine::Machine::Open((folder.path() / "machine").string(), problem);
-    qb::test::Require(machine != nullptr);
-    machine->gate().SetRecording(false);
-  }
-  qb::test::TempFolder folder;
-  std::unique_ptr<qb::machine::Machine> machine;
-};
-
-}  // namespace
-
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Stage stage;
+  static qb::test::OpenMachine stage;
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   const std::string path = "C:\\list.dat";
   qb::test::Require(stage.machine->MakeFile(path, bytes));

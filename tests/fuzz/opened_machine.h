@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <memory>
 #include <string>
 
 #include "platform/machine/machine.h"
@@ -27,6 +28,18 @@ inline std::map<std::string, std::string> StateFiles(const std::filesystem::path
   }
   return content;
 }
+
+// A plain machine that stays open from input to input; its calls are not recorded.
+struct OpenMachine {
+  OpenMachine() {
+    std::string problem;
+    machine = machine::Machine::Open((folder.path() / "machine").string(), problem);
+    Require(machine != nullptr);
+    machine->gate().SetRecording(false);
+  }
+  TempFolder folder;
+  std::unique_ptr<machine::Machine> machine;
+};
 
 // A plain machine, and what its files hold as it was made.
 struct PlainMachine {

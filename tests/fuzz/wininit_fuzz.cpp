@@ -15,12 +15,8 @@ namespace {
 
 const std::string kFile = "C:\\WINDOWS\\WININIT.INI";
 
-struct Stage {
+struct Stage : qb::test::OpenMachine {
   Stage() {
-    std::string problem;
-    machine = qb::machine::Machine::Open((folder.path() / "machine").string(), problem);
-    qb::test::Require(machine != nullptr);
-    machine->gate().SetRecording(false);
     // The Windows 95 family, with the folders where it has them.
     Play(
         "windows 4.9 1\n"
@@ -35,8 +31,6 @@ struct Stage {
     std::ostringstream out, err;
     qb::test::Require(qb::rehearse::RunScript(*machine, in, out, err) == qb::rehearse::Status::Held);
   }
-  qb::test::TempFolder folder;
-  std::unique_ptr<qb::machine::Machine> machine;
 };
 
 // A line ends in CR LF, LF or CR.

@@ -33,16 +33,21 @@ std::string Expect(const std::vector<std::string>& expectations) {
   return script;
 }
 
+// Plays a run of the tab: its expectations hold, and nothing but the traces changes.
+void PlayRun(Rehearsal& rehearsal, const BrowserTab& tab, const std::string& script, const std::string& what) {
+  const Snapshot before = TakeSnapshot(rehearsal.machine());
+  rehearsal.Play(script);
+  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << what << "\n" << rehearsal.printed();
+  EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), MayChange(tab)), std::vector<std::string>()) << what;
+}
+
 // One machine with the traces of all tabs: a run of one leaves those of the others.
 TEST(BrowserTabsTest, AllOfATabGoesAndTheNeighboursStay) {
   Rehearsal rehearsal;
   for (const BrowserTab& tab : BrowserTabs()) rehearsal.Play(tab.traces + tab.neighbours);
   for (const BrowserTab& tab : BrowserTabs()) {
-    const Snapshot before = TakeSnapshot(rehearsal.machine());
-    rehearsal.Play(RunAll(tab) + ExpectTracesGone(tab) + Expect(tab.expectations));
-    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << RowOf(tab.group).all_box << "\n" << rehearsal.printed();
-    EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), MayChange(tab)), std::vector<std::string>())
-        << RowOf(tab.group).all_box;
+    PlayRun(rehearsal, tab, RunAll(tab) + ExpectTracesGone(tab) + Expect(tab.expectations),
+            std::string(RowOf(tab.group).all_box));
   }
 }
 
@@ -56,12 +61,10 @@ TEST(BrowserTabsTest, AnUnattendedRunRemovesTheSame) {
       if (!row.key.empty()) selection += "reg add " + kStore + " " + std::string(row.key) + " sz 1\n";
     }
     rehearsal.Play(tab.traces + tab.neighbours + selection);
-    const Snapshot before = TakeSnapshot(rehearsal.machine());
-    rehearsal.Play("start\ndo Do_Start_Up 3\nexpect get frmMain.Visible is false\n" + ExpectTracesGone(tab) +
-                   Expect(tab.expectations));
-    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << RowOf(tab.group).all_box << "\n" << rehearsal.printed();
-    EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), MayChange(tab)), std::vector<std::string>())
-        << RowOf(tab.group).all_box;
+    PlayRun(rehearsal, tab,
+            "start\ndo Do_Start_Up 3\nexpect get frmMain.Visible is false\n" + ExpectTracesGone(tab) +
+                Expect(tab.expectations),
+            std::string(RowOf(tab.group).all_box));
   }
 }
 
@@ -85,11 +88,7 @@ TEST(BrowserTabsTest, CapitalsAndSmallLettersAreTheSame) {
       }
       Rehearsal rehearsal;
       rehearsal.Play(tab.neighbours + traces);
-      const Snapshot before = TakeSnapshot(rehearsal.machine());
-      rehearsal.Play(RunAll(tab) + ExpectTracesGone(tab));
-      EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << RowOf(tab.group).all_box << "\n" << rehearsal.printed();
-      EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), MayChange(tab)), std::vector<std::string>())
-          << RowOf(tab.group).all_box;
+      PlayRun(rehearsal, tab, RunAll(tab) + ExpectTracesGone(tab), std::string(RowOf(tab.group).all_box));
     }
   }
 }
@@ -108,11 +107,7 @@ TEST(BrowserTabsTest, TheLayoutOfWindowsXp) {
     }
     Rehearsal rehearsal;
     rehearsal.Play("windows 6.3\n" + tab.traces + tab.neighbours);
-    const Snapshot before = TakeSnapshot(rehearsal.machine());
-    rehearsal.Play(RunAll(tab) + ExpectTracesGone(tab));
-    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << RowOf(tab.group).all_box << "\n" << rehearsal.printed();
-    EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), MayChange(tab)), std::vector<std::string>())
-        << RowOf(tab.group).all_box;
+    PlayRun(rehearsal, tab, RunAll(tab) + ExpectTracesGone(tab), std::string(RowOf(tab.group).all_box));
   }
 }
 
@@ -128,7 +123,6 @@ TEST(BrowserTabsTest, AHeldFileInTheFirstAMiddleAndTheLastPlace) {
       for (const std::string& held : std::set<std::string>{paths.front(), paths[paths.size() / 2], paths.back()}) {
         Rehearsal rehearsal;
         rehearsal.Play(tab.traces + tab.neighbours + "lock \"" + held + "\"\n");
-        const Snapshot before = TakeSnapshot(rehearsal.machine());
         const bool by_name = std::count(tab.named.begin(), tab.named.end(), folder) != 0 &&
                              held.find("History Index") == std::string::npos;
         std::string script = RunAll(tab) + "expect get HistoryRemoved is " +
@@ -136,10 +130,7 @@ TEST(BrowserTabsTest, AHeldFileInTheFirstAMiddleAndTheLastPlace) {
         for (const std::string& path : files) {
           script += "expect exists \"" + path + "\" is " + (path == held ? "file" : "no") + "\n";
         }
-        rehearsal.Play(script);
-        EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << held << "\n" << rehearsal.printed();
-        EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), MayChange(tab)), std::vector<std::string>())
-            << held;
+        PlayRun(rehearsal, tab, script, held);
       }
     }
   }
