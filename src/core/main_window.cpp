@@ -80,6 +80,8 @@ frmMain::frmMain(Services& services, FormWatcher& watcher, ProgramLife& life)
   cmdSetCookies.SetToolTip("Choose the Internet Explorer cookies to keep");
   lblmoreinfo.Click = [this] { lblmoreinfo_Click(); };
   Timer2.Click = [this] { Timer2_Timer(); };
+  Timer_HomePage.Click = [this] { life_.Timer_HomePage_Timer(); };
+  Timer_DisableScriptDebug.Click = [this] { life_.Timer_DisableScriptDebug_Timer(); };
   MakeTraceBoxes();
   ArmIndexDatBoxes();
   MakeMenu();

@@ -21,6 +21,7 @@ class frmMain : public Form, public RunWindow {
 
   // Sets every control that shows a setting.
   void LoadFromSettings();
+  Timer& HomePageTimer() { return Timer_HomePage; }
   void EnableHomePageTimer(bool enabled) { Timer_HomePage.SetTimerEnabled(enabled); }
 
   void cmdClearLog_Click();

@@ -34,7 +34,8 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
              ie_traces_,      index_dat_,     auto_complete_, windows_traces_},
       run_log_(platform, services_.settings, services_.run, main_window_, services_.thumbs),
       kill_run_(platform, services_.settings, services_.profiles, services_.run, main_window_, run_log_, units_,
-                services_.history_removed) {}
+                services_.history_removed),
+      guards_(services_.reg_settings, services_.store, main_window_.HomePageTimer()) {}
 
 Program::~Program() {
   if (instance_ != MutexHandle::None) StepOver(platform_.processes.CloseHandle(instance_));

@@ -10,6 +10,7 @@
 #include "core/program_life.h"
 #include "core/services.h"
 #include "delete/file_analyzer.h"
+#include "guards/guards.h"
 #include "kill/kill_run.h"
 
 namespace qb {
@@ -39,6 +40,7 @@ class Program : public ProgramLife, public SetupAsker {
   DeletePath& delete_path() { return delete_path_; }
   ProductFolders& products() { return products_; }
   TraceUnits& trace_units() { return units_; }
+  Guards& guards() { return guards_; }
   bool IEFoldersMoved() const { return ie_folders_moved_; }
 
   void Register_Run_Key();
@@ -54,6 +56,8 @@ class Program : public ProgramLife, public SetupAsker {
   void KillNow() override { kill_run_.cmdKILLALL_Click(); }
   void ShowGeneralSetup() override { options_.Show(); }
   void ShowCookieManager() override { cookie_manager_.OpenAnew(); }
+  void Timer_HomePage_Timer() override { guards_.Timer_HomePage_Timer(); }
+  void Timer_DisableScriptDebug_Timer() override { guards_.Timer_DisableScriptDebug_Timer(); }
   void TakeBackIndexDat(std::int16_t kind) override { index_dat_.Clear_Auto_Exec2(kind); }
   void AskForSelection() override {}
   void ShutDown() override;
@@ -93,6 +97,7 @@ class Program : public ProgramLife, public SetupAsker {
   TraceUnits units_;
   RunLog run_log_;
   KillRun kill_run_;
+  Guards guards_;
   MutexHandle instance_ = MutexHandle::None;
   bool ie_folders_moved_ = false;
   bool ended_ = false;

@@ -22,6 +22,8 @@ class ProgramLife {
   virtual void ShowCookieManager() = 0;
   // Takes lines of one kind back out of what is arranged for the next start of Windows.
   virtual void TakeBackIndexDat(std::int16_t kind) = 0;
+  virtual void Timer_HomePage_Timer() = 0;
+  virtual void Timer_DisableScriptDebug_Timer() = 0;
   virtual void ShowGeneralSetup() = 0;
   // Opens the wizard's window for a user who never selected anything for the unattended run.
   virtual void AskForSelection() = 0;

@@ -109,6 +109,7 @@ void Program::ReadSettings() {
   Settings& settings = services_.settings;
   settings.Get_Quillbarrow_Settings();
   if (settings.FirstRunOfAccount()) settings.StoreFirstRun();
+  guards_.LoadSiblingSettings();
   main_window_.LoadFromSettings();
 }
 

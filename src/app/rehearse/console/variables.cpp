@@ -26,6 +26,8 @@ constexpr std::array kVariables = std::to_array<Variable>({
     {"IEFoldersMoved", [](Program& p) { return BooleanText(p.IEFoldersMoved()); }},
     {"AutoKillMinutes", [](Program& p) { return std::to_string(p.main_window().AutoKillMinutes()); }},
     {"IndexDatScheduled", [](Program& p) { return BooleanText(p.trace_units().index_dat.IndexDatScheduled()); }},
+    {"StrictMode", [](Program& p) { return BooleanText(p.guards().StrictMode()); }},
+    {"TanglegateON", [](Program& p) { return BooleanText(p.guards().TanglegateOn()); }},
     {"FirefoxProfileName", [](Program& p) { return p.services().profiles.FirefoxProfileName(); }},
     {"FirefoxProfilePath", [](Program& p) { return p.services().profiles.FirefoxProfilePath(); }},
     {"FirefoxLocalProfilePath", [](Program& p) { return p.services().profiles.FirefoxLocalProfilePath(); }},
