@@ -105,9 +105,9 @@ bool oCacher::Succeeded(const CacheCall& call) {
   const auto masked = static_cast<std::int32_t>(call.result & ~static_cast<std::uint64_t>(call.last_error));
   if (masked > 0) return true;
   if (call.last_error != Error::NoMoreItems) {
-    StepOver(messages_.MessageBoxA(WindowHandle::None,
-                                   "LastDllError: " + std::to_string(static_cast<std::uint32_t>(call.last_error)),
-                                   "Quillbarrow", kBoxOk));
+    StepOver(desktop_.MessageBoxA(WindowHandle::None,
+                                  "LastDllError: " + std::to_string(static_cast<std::uint32_t>(call.last_error)),
+                                  "Quillbarrow", kBoxOk));
   }
   return false;
 }

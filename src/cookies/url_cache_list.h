@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/messages.h"
+#include "platform/desktop.h"
 #include "platform/system.h"
 #include "platform/url_cache.h"
 
@@ -66,7 +66,7 @@ class CacheEntries {
 
 class oCacher {
  public:
-  oCacher(UrlCache& cache, System& system, Messages& messages) : cache_(cache), system_(system), messages_(messages) {}
+  oCacher(UrlCache& cache, System& system, Desktop& desktop) : cache_(cache), system_(system), desktop_(desktop) {}
 
   // True if the entry went.
   bool DeleteCacheEntry(const std::string& url);
@@ -81,7 +81,7 @@ class oCacher {
 
   UrlCache& cache_;
   System& system_;
-  Messages& messages_;
+  Desktop& desktop_;
   CacheEntries entries_;
 };
 

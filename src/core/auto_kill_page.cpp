@@ -95,8 +95,8 @@ void AutoKillPage::Keep(Setting setting, std::int16_t number) {
 }
 
 bool AutoKillPage::Confirmed(std::string_view question) {
-  return form_.platform().messages.MessageBoxA(form_.Window(), question, kConfirmationTitle,
-                                               kBoxYesNo | kBoxQuestion) == BoxAnswer::Yes;
+  return form_.platform().desktop.MessageBoxA(form_.Window(), question, kConfirmationTitle, kBoxYesNo | kBoxQuestion) ==
+         BoxAnswer::Yes;
 }
 
 void AutoKillPage::chkAK_LastWinClosed_Click() {

@@ -100,7 +100,7 @@ void frmOptions::cmdDefault_Click() {
 }
 
 void frmOptions::cmdHelp_Click() {
-  StepOver(platform().messages.MessageBoxA(
+  StepOver(platform().desktop.MessageBoxA(
       Window(),
       "If you browse with AOL, give the folder that AOL is installed in, or let Quillbarrow detect it.\r\n\r\n"
       "If you browse with MSN Explorer, give the mail address that you sign in with.\r\n\r\n"

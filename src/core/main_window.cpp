@@ -131,7 +131,7 @@ void frmMain::ArmIndexDatBoxes() {
 }
 
 void frmMain::lblmoreinfo_Click() {
-  StepOver(platform().messages.MessageBoxA(
+  StepOver(platform().desktop.MessageBoxA(
       Window(),
       "The index.dat files are databases in which Internet Explorer keeps its history, cache and cookies.  They are "
       "always in-use by Windows and cannot be deleted while it runs.\r\n\r\nQuillbarrow arranges for them to go at "

@@ -57,7 +57,7 @@ void Program::ShowMainWindow() {
 
 void Program::Pause_Seconds(double seconds) {
   const std::uint64_t until = platform_.system.GetTickCount() + static_cast<std::uint64_t>(seconds * 1000);
-  while (!ended_ && platform_.system.GetTickCount() < until) platform_.messages.PumpMessages();
+  while (!ended_ && platform_.system.GetTickCount() < until) platform_.pump.PumpMessages();
 }
 
 void Program::MainWindowCloseRequest(bool& cancel) {
@@ -91,7 +91,7 @@ void Program::MainWindowUnload(bool& cancel) {
 }
 
 void Program::ShutDown() {
-  const BoxAnswer answer = platform_.messages.MessageBoxA(
+  const BoxAnswer answer = platform_.desktop.MessageBoxA(
       main_window_.Window(),
       "Are you sure you want to exit Quillbarrow?  Doing this will disable the Auto-Kill and Tanglegate privacy "
       "features!",

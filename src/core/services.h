@@ -23,7 +23,7 @@ struct Services {
         store(windows.registry),
         settings(store, history_removed),
         reg_settings(windows.registry),
-        registry_counter(windows.registry, [this] { platform.messages.PumpMessages(); }),
+        registry_counter(windows.registry, [this] { platform.pump.PumpMessages(); }),
         error_log(channels, windows.system, data_folder),
         registry_related(windows.registry, error_log),
         folders(windows, channels),

@@ -42,7 +42,7 @@ void ShredderPage::LoadFromSettings() {
 
 void ShredderPage::cmd_Shredder_Save_Click() {
   if (LeadingNumber(count_.Text()) > kMostOverwrites) {
-    StepOver(form_.platform().messages.MessageBoxA(
+    StepOver(form_.platform().desktop.MessageBoxA(
         form_.Window(), "The maximum you can set an Internet history trace to be overwritten is 30.",
         "Quillbarrow - File Shredder Max", kBoxOk | kBoxInformation));
     count_.SetText(std::to_string(kMostOverwrites));

@@ -75,21 +75,21 @@ bool Program::PreviousInstance() {
 }
 
 void Program::Close_Unwanted_Instance() {
-  Messages& messages = platform_.messages;
+  Desktop& desktop = platform_.desktop;
   // So that the search does not find this copy itself.
-  StepOver(messages.SetWindowTextA(application_window_, "unwanted instance"));
+  StepOver(desktop.SetWindowTextA(application_window_, "unwanted instance"));
   for (std::string_view class_name : kApplicationClasses) {
-    const WindowHandle found = messages.FindWindowA(class_name, kApplicationTitle);
+    const WindowHandle found = desktop.FindWindowA(class_name, kApplicationTitle);
     if (found == WindowHandle::None) continue;
     // The hidden window owns the main one, which therefore stands right above it.
-    const WindowHandle first_copy = messages.GetWindow(found, kWindowPrevious);
-    StepOver(messages.ShowWindow(first_copy, kShowNormal));
-    StepOver(messages.OpenIcon(first_copy));
-    StepOver(messages.SetForegroundWindow(first_copy));
+    const WindowHandle first_copy = desktop.GetWindow(found, kWindowPrevious);
+    StepOver(desktop.ShowWindow(first_copy, kShowNormal));
+    StepOver(desktop.OpenIcon(first_copy));
+    StepOver(desktop.SetForegroundWindow(first_copy));
     break;
   }
   services_.settings.SaveNumber(Setting::CloseQB, 1);
-  StepOver(messages.PostMessageA(main_window_.Window(), kMessageClose, 0, 0));
+  StepOver(platform_.pump.PostMessageA(main_window_.Window(), kMessageClose, 0, 0));
   ended_ = true;
 }
 

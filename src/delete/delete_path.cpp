@@ -74,9 +74,9 @@ bool DeletePath::Refused(const std::string& folder) {
   if (std::find(std::begin(kRefusedFolders), std::end(kRefusedFolders), upper) == std::end(kRefusedFolders)) {
     return false;
   }
-  StepOver(platform_.messages.MessageBoxA(bar_.form().Window(),
-                                          "Error # 69!  Please report to " + std::string(kSupportAddress),
-                                          "Quillbarrow", kBoxOk | kBoxStop));
+  StepOver(platform_.desktop.MessageBoxA(bar_.form().Window(),
+                                         "Error # 69!  Please report to " + std::string(kSupportAddress), "Quillbarrow",
+                                         kBoxOk | kBoxStop));
   return true;
 }
 
@@ -104,7 +104,7 @@ void DeletePath::Walk(const std::string& folder, FileStep file_step) {
   }
   StepOver(bar_.SetMax(static_cast<int>(entries.size())));
   bar_.form().Refresh();
-  platform_.messages.PumpMessages();
+  platform_.pump.PumpMessages();
   // The number of entries is kept in 16 bits with a sign; one that does not fit leaves the bound at 0.
   const std::size_t bound =
       entries.size() <= static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max()) ? entries.size() : 0;
@@ -112,7 +112,7 @@ void DeletePath::Walk(const std::string& folder, FileStep file_step) {
   for (std::size_t i = 0; i < bound && !ended_(); ++i) {
     const FolderEntry& entry = entries[i];
     const std::string path = folder + "\\" + entry.name;
-    platform_.messages.PumpMessages();
+    platform_.pump.PumpMessages();
     StepOver(bar_.SetValue(static_cast<int>(i + 1)));
     if (entry.IsLink()) {
       // Counted below, and left: what it leads to is no part of this folder.

@@ -36,7 +36,7 @@ std::string ProductFolders::Get_MSN8_Profile() {
     settings_.SetText(Setting::MSN8Profile, "");
     return {};
   }
-  StepOver(platform_.messages.MessageBoxA(
+  StepOver(platform_.desktop.MessageBoxA(
       WindowHandle::None,
       "MSN Explorer was detected on your machine.  If you use MSN to browse the web you can set up your Profile Name "
       "on the next screen.",

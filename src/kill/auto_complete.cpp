@@ -84,7 +84,7 @@ void AutoCompleteStore::Open_Key_Tree(KeyHandle root, std::string_view key, std:
   if (!open.ok()) return;
   for (std::uint32_t index = 0;; ++index) {
     std::array<char, kNameBuffer> buffer{};
-    platform_.messages.PumpMessages();
+    platform_.pump.PumpMessages();
     std::uint32_t length = 0;
     if (!Ok(security_.RegEnumKeyExA(open.value, index, buffer, length))) return;
     const std::string name = Trim(TextOf(buffer));

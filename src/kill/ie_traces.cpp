@@ -124,7 +124,7 @@ void IeTraces::Kill_Cache_Entries(CachePass pass) {
                                                     : std::vector<std::string>());
   for (std::size_t i = 0; i < urls.size() && !reach_.ended(); ++i) {
     StepOver(reach_.bar.SetValue(static_cast<int>(i)));
-    reach_.platform.messages.PumpMessages();
+    reach_.platform.pump.PumpMessages();
     reach_.history_removed.Add(1);
     const std::string lower = LowerCase(urls[i]);
     const bool cookie = lower.find("cookie") != std::string::npos;

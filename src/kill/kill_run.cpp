@@ -71,7 +71,7 @@ void KillRun::EndManualRun(double starting_value) {
     state_.ClassesDone = 0;
   } else {
     window_.SelectTab(kFirstTab);
-    StepOver(platform_.messages.MessageBoxA(
+    StepOver(platform_.desktop.MessageBoxA(
         window_.MainForm().Window(),
         "You must first select which traces to kill!\r\n\r\nPut checkmarks next to the traces you wish to securely "
         "delete then press this button again.",
@@ -105,9 +105,9 @@ bool KillRun::MayGoOn(TraceGroup group) {
   if (group == TraceGroup::AOL && settings_.Text(Setting::AOLdir).size() < kShortestPath) {
     state_.RunStopped = true;
     state_.AOLSetupPending = true;
-    StepOver(platform_.messages.MessageBoxA(window_.MainForm().Window(),
-                                            "You must set up your AOL folder.  You can do this in the next screen.",
-                                            "AOL Folder NOT setup", kBoxOk | kBoxInformation));
+    StepOver(platform_.desktop.MessageBoxA(window_.MainForm().Window(),
+                                           "You must set up your AOL folder.  You can do this in the next screen.",
+                                           "AOL Folder NOT setup", kBoxOk | kBoxInformation));
     window_.ShowGeneralSetup();
     return false;
   }

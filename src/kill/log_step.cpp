@@ -120,7 +120,7 @@ void RunLog::Log_Step(std::int16_t code) {
   StepOver(bar.SetMax(steps));
   for (int value = 1; value <= steps && !window_.Ended(); ++value) {
     StepOver(bar.SetValue(value));
-    platform_.messages.PumpMessages();
+    platform_.pump.PumpMessages();
   }
 }
 

@@ -39,7 +39,7 @@ constexpr std::uint32_t kEmptyBinQuietly = 7;  // no confirmation, no progress d
 }  // namespace
 
 double CountAndDeleteKeys(Platform& platform, std::span<const std::string_view> keys) {
-  RegistryCounter counter(platform.registry, [&platform] { platform.messages.PumpMessages(); });
+  RegistryCounter counter(platform.registry, [&platform] { platform.pump.PumpMessages(); });
   double sum = 0;
   for (std::string_view key : keys) {
     sum += counter.SubValueCount(KeyHandle::CurrentUser, key);

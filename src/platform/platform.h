@@ -3,10 +3,12 @@
 #pragma once
 
 #include "platform/com.h"
+#include "platform/desktop.h"
 #include "platform/files.h"
+#include "platform/hot_keys_and_tray.h"
 #include "platform/key_security.h"
-#include "platform/messages.h"
 #include "platform/processes.h"
+#include "platform/pump.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
 #include "platform/system.h"
@@ -20,7 +22,9 @@ struct Platform {
   Shell& shell;
   System& system;
   Processes& processes;
-  Messages& messages;
+  Desktop& desktop;
+  HotKeysAndTray& hot_keys_and_tray;
+  Pump& pump;
   UrlCache& url_cache;
   Com& com;
   KeySecurity& key_security;

@@ -228,13 +228,13 @@ void Timer::SetTimerEnabled(bool enabled) {
 
 void Timer::Arm() {
   if (!running_wanted_ || interval_ == 0 || !form().Loaded()) return;
-  armed_ = form().platform().messages.SetTimer(form().Window(), id_, interval_, [this] { Tick(); });
+  armed_ = form().platform().pump.SetTimer(form().Window(), id_, interval_, [this] { Tick(); });
 }
 
 void Timer::Disarm() {
   if (!armed_) return;
   armed_ = false;
-  StepOver(form().platform().messages.KillTimer(form().Window(), id_));
+  StepOver(form().platform().pump.KillTimer(form().Window(), id_));
 }
 
 void Timer::Tick() {

@@ -52,7 +52,7 @@ void Form::Show() {
 void Form::ShowModal() {
   modal_ = true;
   Show();
-  while (loaded_ && visible_ && platform_.messages.WaitMessage()) {
+  while (loaded_ && visible_ && platform_.pump.WaitMessage()) {
   }
   modal_ = false;
 }

@@ -41,7 +41,7 @@ class DemoMain : public Form {
     AddMenu(popup);
     run.Click = [this] {
       for (int i = 0; i < 10; ++i) {
-        this->platform().messages.PumpMessages();
+        this->platform().pump.PumpMessages();
         status.AddItem("12:00:00 - pump " + std::to_string(i + 1));
       }
     };

@@ -35,7 +35,7 @@ TEST(UrlCacheList, EachWayInListsItsOwn) {
   EXPECT_EQ(Urls(arrays.normal), (std::vector<std::string>{"", "http://x/", "Cookie:odd@x/", ""}));
   EXPECT_EQ(arrays.normal[1].local_file, "C:\\x.htm");
 
-  oCacher cacher(platform.url_cache, platform.system, platform.messages);
+  oCacher cacher(platform.url_cache, platform.system, platform.desktop);
   EXPECT_EQ(cacher.CacheCollection(kCacheCookie, "").Count(), 3u);
   EXPECT_EQ(cacher.CacheCollection(kCacheCookie, "").Count(), 6u) << "what the first call added stays";
   EXPECT_TRUE(cacher.DeleteCacheEntry("Cookie:a@x/"));
@@ -112,7 +112,7 @@ TEST(UrlCacheList, TheObjectModelTestsItsResultAgainstTheLastError) {
     Platform& platform = rehearsal.machine().platform();
     ToldCache cache;
     cache.first = test.first;
-    oCacher cacher(cache, platform.system, platform.messages);
+    oCacher cacher(cache, platform.system, platform.desktop);
     EXPECT_EQ(cacher.CacheCollection(kCacheCookie, "0").Count(), test.count) << test.what;
     EXPECT_EQ(cache.closed, 1) << test.what;
     rehearsal.Play(std::string("expect boxes ") +
@@ -128,7 +128,7 @@ TEST(UrlCacheList, DatesAndSizes) {
   cache.entry.last_modified = {132038640000000000};  // 2019-06-01 12:00:00
   cache.entry.size_high = 7;
   cache.entry.size_low = 0x80000000;
-  oCacher cacher(cache, platform.system, platform.messages);
+  oCacher cacher(cache, platform.system, platform.desktop);
   CacheEntries& entries = cacher.CacheCollection(kCacheCookie, "");
   ASSERT_EQ(entries.Count(), 1u);
   EXPECT_DOUBLE_EQ(entries.Item(1)->LastModifiedTime, 43617.5);  // days since 30 December 1899

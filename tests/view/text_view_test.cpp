@@ -17,7 +17,8 @@ class TextViewTest : public ::testing::Test {
     ASSERT_NE(machine_, nullptr) << problem;
     view_ = std::make_unique<TextView>(*machine_, "Demo program");
   }
-  Messages& messages() { return machine_->platform().messages; }
+  Desktop& desktop() { return machine_->platform().desktop; }
+  Pump& pump() { return machine_->platform().pump; }
 
   test::TempFolder folder_;
   std::unique_ptr<machine::Machine> machine_;
@@ -28,13 +29,13 @@ TEST_F(TextViewTest, MainFormStandsDirectlyAboveTheOwnerWindow) {
   test::DemoMain main(machine_->platform(), *view_);
   main.Load();
   main.options.Load();
-  WindowHandle owner = messages().FindWindowA("ThunderRT6Main", "Demo program");
+  WindowHandle owner = desktop().FindWindowA("ThunderRT6Main", "Demo program");
   ASSERT_EQ(owner, view_->ApplicationWindow());
-  EXPECT_EQ(messages().GetWindow(owner, kWindowPrevious), main.Window());
+  EXPECT_EQ(desktop().GetWindow(owner, kWindowPrevious), main.Window());
   main.options.Show();
-  EXPECT_EQ(messages().GetWindow(owner, kWindowPrevious), main.Window());
+  EXPECT_EQ(desktop().GetWindow(owner, kWindowPrevious), main.Window());
   main.Show();
-  EXPECT_EQ(messages().GetWindow(owner, kWindowPrevious), main.Window());
+  EXPECT_EQ(desktop().GetWindow(owner, kWindowPrevious), main.Window());
   EXPECT_EQ(view_->FrontToBack(), (std::vector<Form*>{&main, &main.options}));
   // A hidden window is never the front one.
   main.Hide();
@@ -45,17 +46,17 @@ TEST_F(TextViewTest, OutsideShowsRestoresAndCloses) {
   test::DemoMain main(machine_->platform(), *view_);
   main.Load();
   main.SetState(WindowState::Minimised);
-  messages().ShowWindow(main.Window(), kShowNormal);
+  desktop().ShowWindow(main.Window(), kShowNormal);
   EXPECT_TRUE(main.Visible());
   EXPECT_EQ(main.State(), WindowState::Normal);
-  StepOver(messages().PostMessageA(main.Window(), kMessageClose, 0, 0));
-  messages().PumpMessages();
+  StepOver(pump().PostMessageA(main.Window(), kMessageClose, 0, 0));
+  pump().PumpMessages();
   EXPECT_EQ(main.asked, std::vector{UnloadMode::ControlMenu});
   EXPECT_FALSE(main.Visible());
   WindowHandle window = main.Window();
   main.Unload();
-  EXPECT_EQ(messages().FindWindowA("ThunderRT6FormDC", "Demo"), WindowHandle::None);
-  EXPECT_FALSE(messages().ShowWindow(window, kShowNormal));
+  EXPECT_EQ(desktop().FindWindowA("ThunderRT6FormDC", "Demo"), WindowHandle::None);
+  EXPECT_FALSE(desktop().ShowWindow(window, kShowNormal));
 }
 
 TEST_F(TextViewTest, Drawing) {

@@ -43,7 +43,8 @@ class MachineImpl final : public Machine {
         url_cache_(state_),
         com_(state_),
         key_security_(state_, registry_),
-        platform_{registry_, files_, shell_, system_, processes_, messages_, url_cache_, com_, key_security_} {}
+        platform_{registry_, files_,    shell_,     system_, processes_,   messages_,
+                  messages_, messages_, url_cache_, com_,    key_security_} {}
 
   bool Load(const std::string& host_folder, std::string& problem);
 

@@ -8,7 +8,7 @@
 
 namespace qb::machine {
 
-class MachineMessages : public Messages {
+class MachineMessages : public Desktop, public HotKeysAndTray, public Pump {
  public:
   // `hooks` are read at each call: whoever plays the machine sets them later.
   MachineMessages(MachineState& state, MachineProcesses& processes, std::function<void()>& on_pump,

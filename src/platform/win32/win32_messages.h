@@ -5,12 +5,14 @@
 #include <map>
 #include <utility>
 
-#include "platform/messages.h"
+#include "platform/desktop.h"
+#include "platform/hot_keys_and_tray.h"
+#include "platform/pump.h"
 #include "platform/win32/windows_api.h"
 
 namespace qb::win32 {
 
-class Win32Messages : public Messages {
+class Win32Messages : public Desktop, public HotKeysAndTray, public Pump {
  public:
   // Takes a message before it is translated and handed out; true if that was all there is to do with it.
   using Filter = std::function<bool(MSG& message)>;

@@ -42,8 +42,8 @@ class Win32Platform {
   Win32UrlCache url_cache_;
   Win32Com com_objects_;
   Win32KeySecurity key_security_;
-  Platform platform_{registry_, files_,     shell_,       system_,      processes_,
-                     messages_, url_cache_, com_objects_, key_security_};
+  Platform platform_{registry_, files_,    shell_,     system_,      processes_,   messages_,
+                     messages_, messages_, url_cache_, com_objects_, key_security_};
 };
 
 }  // namespace qb::win32

@@ -140,7 +140,7 @@ TEST_F(BootOfMachine, CallsAreWrittenWithAllTheirArguments) {
   StepOver(registry().RegOpenKeyExA(KeyHandle::CurrentUser, "No Such", kKeyRead));
   shell.SHAddToRecentDocs(2, std::nullopt);
   StepOver(shell.SHEmptyRecycleBinA(WindowHandle{5}, std::nullopt, 7));
-  messages().PumpMessages();
+  pump().PumpMessages();
   StepOver(world().platform().system.GetTickCount());
   std::vector<std::string> lines;
   for (const auto& call : world().gate().TakeCalls()) lines.push_back(call.line);

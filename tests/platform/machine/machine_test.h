@@ -39,7 +39,8 @@ class MachineTest : public ::testing::Test {
   machine::Machine& world() { return *machine_; }
   Files& files() { return machine_->platform().files; }
   Registry& registry() { return machine_->platform().registry; }
-  Messages& messages() { return machine_->platform().messages; }
+  Desktop& desktop() { return machine_->platform().desktop; }
+  Pump& pump() { return machine_->platform().pump; }
 
   // The error of opening a file, which is closed again.
   Error TryOpen(std::string_view path, std::uint32_t access, std::uint32_t disposition = kOpenExisting,

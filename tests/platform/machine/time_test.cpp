@@ -10,7 +10,7 @@ using Ticks = std::vector<std::string>;
 class Timers : public MachineTest {
  protected:
   void Start(std::uint32_t id, const std::string& name, std::uint32_t interval, std::function<void()> also = {}) {
-    ASSERT_TRUE(messages().SetTimer(WindowHandle::None, id, interval, [this, name, also] {
+    ASSERT_TRUE(pump().SetTimer(WindowHandle::None, id, interval, [this, name, also] {
       ticks_.push_back(name + std::to_string(world().ClockMs() - begun_));
       if (also) also();
     }));
@@ -30,8 +30,8 @@ TEST_F(Timers, FireInTheOrderThatTheyFallDue) {
   EXPECT_EQ(ticks_, (Ticks{"b400", "b800", "a1000", "b1200", "b1600", "a2000", "b2000"}));
   EXPECT_EQ(world().ClockMs() - begun_, 2000u);
   ticks_.clear();
-  EXPECT_TRUE(messages().KillTimer(WindowHandle::None, 2));
-  EXPECT_FALSE(messages().KillTimer(WindowHandle::None, 2));
+  EXPECT_TRUE(pump().KillTimer(WindowHandle::None, 2));
+  EXPECT_FALSE(pump().KillTimer(WindowHandle::None, 2));
   world().Advance(300);
   Start(1, "again", 1000);  // an id that runs starts anew
   world().Advance(1000);
@@ -42,7 +42,7 @@ TEST_F(Timers, DropTheTickThatIsDueInTheirOwnHandler) {
   bool nested = false;
   Start(1, "a", 1000, [&] {
     if (std::exchange(nested, true)) return;
-    for (int i = 0; i < 1500; ++i) messages().PumpMessages();
+    for (int i = 0; i < 1500; ++i) pump().PumpMessages();
   });
   Start(2, "b", 700);
   world().Advance(4000);
@@ -51,9 +51,9 @@ TEST_F(Timers, DropTheTickThatIsDueInTheirOwnHandler) {
 }
 
 TEST_F(Timers, KilledByAnotherHandlerFireNoMore) {
-  Start(1, "a", 500, [this] { StepOver(messages().KillTimer(WindowHandle::None, 2)); });
+  Start(1, "a", 500, [this] { StepOver(pump().KillTimer(WindowHandle::None, 2)); });
   Start(2, "b", 500);
-  Start(3, "c", 500, [this] { StepOver(messages().KillTimer(WindowHandle::None, 3)); });
+  Start(3, "c", 500, [this] { StepOver(pump().KillTimer(WindowHandle::None, 3)); });
   world().Advance(1000);
   EXPECT_EQ(ticks_, (Ticks{"a500", "c500", "a1000"}));
 }
@@ -67,22 +67,22 @@ TEST_F(Timers, APumpMovesTheClockThenAsksThenHandsOut) {
   };
   const WindowHandle window = world().OwnWindowCreate("Form", "title", actions);
   world().on_pump = [&] { order.push_back("pump " + std::to_string(world().ClockMs() - begun_)); };
-  EXPECT_EQ(messages().PostMessageA(window, kMessageClose, 0, 0), Error::Success);
+  EXPECT_EQ(pump().PostMessageA(window, kMessageClose, 0, 0), Error::Success);
   EXPECT_TRUE(order.empty()) << "a posted message waits for the pump";
-  messages().PumpMessages();
-  messages().PumpMessages();
+  pump().PumpMessages();
+  pump().PumpMessages();
   EXPECT_EQ(order, (Ticks{"pump 1", "message 16", "pump 2"}));
   EXPECT_EQ(ticks_, Ticks{"t2"});
   EXPECT_TRUE(world().gate().TakeCalls().size() <= 2u) << "rounds of the pump are not recorded";
-  EXPECT_FALSE(messages().WaitMessage()) << "nothing can happen any more";
+  EXPECT_FALSE(pump().WaitMessage()) << "nothing can happen any more";
   int waits = 0;
   world().on_wait = [&] { return ++waits < 3; };
-  EXPECT_TRUE(messages().WaitMessage());
-  StepOver(messages().PostMessageA(window, kMessageClose, 0, 0));
-  EXPECT_TRUE(messages().WaitMessage());
+  EXPECT_TRUE(pump().WaitMessage());
+  StepOver(pump().PostMessageA(window, kMessageClose, 0, 0));
+  EXPECT_TRUE(pump().WaitMessage());
   EXPECT_EQ(order.back(), "message 16");
   world().OwnWindowDestroy(window);
-  EXPECT_NE(messages().PostMessageA(window, kMessageClose, 0, 0), Error::Success);
+  EXPECT_NE(pump().PostMessageA(window, kMessageClose, 0, 0), Error::Success);
 }
 
 TEST_F(TimeOfMachine, WindowsAreFoundByClassAndTitle) {
@@ -90,12 +90,12 @@ TEST_F(TimeOfMachine, WindowsAreFoundByClassAndTitle) {
   const auto second = world().WindowOpen("IEFrame", "Two", 0);
   const auto child = world().WindowOpen("Tab", "Three", first);
   EXPECT_EQ((std::vector<std::uint64_t>{first, second, child}), (std::vector<std::uint64_t>{1, 2, 3}));
-  EXPECT_EQ(messages().FindWindowA("ieframe", std::nullopt), WindowHandle{2}) << "the newest lies on top";
-  EXPECT_EQ(messages().FindWindowA("IEFrame", "One"), WindowHandle{1});
-  EXPECT_EQ(messages().FindWindowA(std::nullopt, "Two"), WindowHandle{2});
-  EXPECT_EQ(messages().FindWindowA("Tab", std::nullopt), WindowHandle::None) << "only top-level windows";
-  EXPECT_TRUE(messages().ShowWindow(WindowHandle{2}, kShowHide));
-  EXPECT_FALSE(messages().ShowWindow(WindowHandle{2}, kShowNormal));
+  EXPECT_EQ(desktop().FindWindowA("ieframe", std::nullopt), WindowHandle{2}) << "the newest lies on top";
+  EXPECT_EQ(desktop().FindWindowA("IEFrame", "One"), WindowHandle{1});
+  EXPECT_EQ(desktop().FindWindowA(std::nullopt, "Two"), WindowHandle{2});
+  EXPECT_EQ(desktop().FindWindowA("Tab", std::nullopt), WindowHandle::None) << "only top-level windows";
+  EXPECT_TRUE(desktop().ShowWindow(WindowHandle{2}, kShowHide));
+  EXPECT_FALSE(desktop().ShowWindow(WindowHandle{2}, kShowNormal));
   EXPECT_TRUE(world().WindowClose(first));
   EXPECT_EQ(world().Windows().size(), 1u) << "a child goes with its parent";
   EXPECT_TRUE(world().WindowCloseClass("IEFRAME"));
@@ -106,8 +106,8 @@ TEST_F(TimeOfMachine, WindowsAreFoundByClassAndTitle) {
 TEST_F(TimeOfMachine, BoxesAndChoosersTakeTheirAnswersInOrder) {
   world().AddAnswers({"yes", "C:\\Chosen", "no"});
   constexpr std::uint32_t kQuestion = kBoxYesNo | kBoxQuestion;
-  EXPECT_EQ(messages().MessageBoxA(WindowHandle::None, "just so", "T", kBoxInformation), BoxAnswer::Ok);
-  EXPECT_EQ(messages().MessageBoxA(WindowHandle::None, "really?", "T", kQuestion), BoxAnswer::Yes);
+  EXPECT_EQ(desktop().MessageBoxA(WindowHandle::None, "just so", "T", kBoxInformation), BoxAnswer::Ok);
+  EXPECT_EQ(desktop().MessageBoxA(WindowHandle::None, "really?", "T", kQuestion), BoxAnswer::Yes);
   auto& shell = world().platform().shell;
   const ItemIdList chosen = shell.SHBrowseForFolderA(WindowHandle::None, "where", 1);
   ASSERT_NE(chosen, ItemIdList::None);
@@ -115,8 +115,8 @@ TEST_F(TimeOfMachine, BoxesAndChoosersTakeTheirAnswersInOrder) {
   EXPECT_TRUE(shell.SHGetPathFromIDListA(chosen, path));
   EXPECT_EQ(TextOf(path), "C:\\Chosen");
   shell.CoTaskMemFree(chosen);
-  EXPECT_EQ(messages().MessageBoxA(WindowHandle::None, "sure?", "T", kQuestion), BoxAnswer::No);
-  EXPECT_EQ(messages().MessageBoxA(WindowHandle::None, "none left", "T", kQuestion), BoxAnswer::No);
+  EXPECT_EQ(desktop().MessageBoxA(WindowHandle::None, "sure?", "T", kQuestion), BoxAnswer::No);
+  EXPECT_EQ(desktop().MessageBoxA(WindowHandle::None, "none left", "T", kQuestion), BoxAnswer::No);
   EXPECT_EQ(shell.SHBrowseForFolderA(WindowHandle::None, "where", 1), ItemIdList::None);
   const auto boxes = world().TakeBoxes();
   ASSERT_EQ(boxes.size(), 4u);
@@ -135,7 +135,7 @@ TEST_F(TimeOfMachine, OutsideProgramsEndAfterTheirRounds) {
   ASSERT_TRUE(process.ok());
   int rounds = 0;
   while (processes.GetExitCodeProcess(process.value).value_or(0) == kStillActive && rounds < 10) {
-    messages().PumpMessages();
+    pump().PumpMessages();
     ++rounds;
   }
   EXPECT_EQ(rounds, 2);
@@ -149,7 +149,7 @@ TEST_F(TimeOfMachine, WithoutPowerNothingChangesAndEveryLoopEnds) {
   const auto file = files().CreateFileA("C:\\f.txt", kGenericRead | kGenericWrite, kShareRead, kOpenExisting, 0);
   ASSERT_TRUE(file.ok());
   int ticks = 0;
-  ASSERT_TRUE(messages().SetTimer(WindowHandle::None, 1, 1, [&] { ++ticks; }));
+  ASSERT_TRUE(pump().SetTimer(WindowHandle::None, 1, 1, [&] { ++ticks; }));
   world().on_wait = [] { return true; };
   world().gate().PowerOff();
   EXPECT_FALSE(files().WriteFile(file.value, "lost").ok());
@@ -161,14 +161,14 @@ TEST_F(TimeOfMachine, WithoutPowerNothingChangesAndEveryLoopEnds) {
   EXPECT_FALSE(registry().RegCreateKeyA(KeyHandle::CurrentUser, "New").ok());
   EXPECT_NE(registry().RegSetValueExA(KeyHandle::CurrentUser, "v", kRegSz, "x"), Error::Success);
   EXPECT_NE(world().platform().shell.SHEmptyRecycleBinA(WindowHandle::None, std::nullopt, 7), 0u);
-  EXPECT_FALSE(messages().WaitMessage());
-  EXPECT_NE(messages().MessageBoxA(WindowHandle::None, "?", "T", kBoxYesNo), BoxAnswer::Yes);
+  EXPECT_FALSE(pump().WaitMessage());
+  EXPECT_NE(desktop().MessageBoxA(WindowHandle::None, "?", "T", kBoxYesNo), BoxAnswer::Yes);
   EXPECT_FALSE(world().platform().processes.GetExitCodeProcess(ProcessHandle{1}).ok());
   // A program that waits for an hour to pass, or for a tick, comes to its end.
   auto& system = world().platform().system;
   const std::uint64_t before = system.GetTickCount();
   EXPECT_GE(system.GetTickCount() - before, 3600000u);
-  messages().PumpMessages();
+  pump().PumpMessages();
   EXPECT_EQ(ticks, 0);
   EXPECT_EQ(HostRead(HostFolder() / "drives" / "C" / "f.txt"), "kept");
   Reopen();
