@@ -1,7 +1,5 @@
 #include "cookies/cookie_manager.h"
 
-#include "cookies/keep_file.h"
-
 namespace qb {
 
 std::string CookieDisplayName(const std::string& source_name) {
@@ -11,13 +9,12 @@ std::string CookieDisplayName(const std::string& source_name) {
   return host;
 }
 
-frmCookieManager::frmCookieManager(Platform& platform, UrlCache& cache, Channels& channels, Settings& settings,
-                                   const std::string& data_folder, FormWatcher& watcher, std::function<void()> saved)
+frmCookieManager::frmCookieManager(Platform& platform, UrlCache& cache, Settings& settings, KeepList& keep_list,
+                                   FormWatcher& watcher, std::function<void()> saved)
     : Form(platform, watcher, "frmCookieManager", "Quillbarrow 2019 - Cookie Manager"),
       cache_(cache),
-      channels_(channels),
       settings_(settings),
-      data_folder_(data_folder),
+      keep_list_(keep_list),
       saved_(std::move(saved)),
       heading_(*this, "lblCookieHeading", "Cookie Manager"),
       Label1(
@@ -43,6 +40,8 @@ frmCookieManager::frmCookieManager(Platform& platform, UrlCache& cache, Channels
   cmd_CookiesSave.Click = [this] { cmd_CookiesSave_Click(); };
   cmd_CookiesRemove.Click = [this] { cmd_CookiesRemove_Click(); };
   cmdDonecookies.Click = [this] { cmdDonecookies_Click(); };
+  keep_list_.Changed = [this] { ShowKeepList(); };
+  keep_list_.Needed = [this] { Load(); };
   Arrange(Column(
       {heading_, Label1,
        Row({Column({Label5, Layout(List1).Stretched()}).Stretched(), Column({cmd_CookiesSave, cmd_CookiesRemove}),
@@ -59,19 +58,14 @@ void frmCookieManager::OpenAnew() {
 void frmCookieManager::Form_Load() {
   Center();
   Fill_Cookie_List();
-  ReloadKeepList();
+  keep_list_.Load();
 }
 
-void frmCookieManager::ReloadKeepList() {
+void frmCookieManager::ShowKeepList() {
+  // The window's own edits stand in the list already, and its marks stay.
+  if (List2.Entries() == keep_list_.Rows()) return;
   List2.Clear();
-  std::vector<std::string> entries;
-  StepOver(LoadKeepFile(channels_, KeepFilePath(data_folder_), entries));
-  for (std::string& entry : entries) List2.AddItem(std::move(entry));
-}
-
-std::vector<std::string> frmCookieManager::KeepRows() {
-  Load();
-  return List2.Entries();
+  for (const std::string& row : keep_list_.Rows()) List2.AddItem(row);
 }
 
 void frmCookieManager::Fill_Cookie_List() {
@@ -89,6 +83,7 @@ void frmCookieManager::cmd_CookiesSave_Click() {
   for (int i = 0; i < List1.ListCount(); ++i) {
     if (List1.Selected(i)) List2.AddItem(List1.List(i));
   }
+  keep_list_.SetRows(List2.Entries());
 }
 
 void frmCookieManager::cmd_CookiesRemove_Click() {
@@ -97,12 +92,11 @@ void frmCookieManager::cmd_CookiesRemove_Click() {
   for (int i = 0; i < count; ++i) {
     if (List2.Selected(i)) StepOver(List2.RemoveItem(i));
   }
+  keep_list_.SetRows(List2.Entries());
 }
 
 void frmCookieManager::cmdDonecookies_Click() {
-  StepOver(SaveKeepFile(channels_, KeepFilePath(data_folder_), List2.Entries()));
-  // Deliberate: the count is of all rows, also of those that are too short for the file.
-  settings_.SaveNumber(Setting::SaveCookieCount, static_cast<std::int16_t>(List2.ListCount()));
+  keep_list_.Save();
   StepOver(Unload());
   saved_();
 }

@@ -1,14 +1,12 @@
-// The Cookie Manager: the cookies on the computer on one side, those to keep on the other. Its list of
-// those to keep is the one that the kill passes read.
+// The Cookie Manager: the cookies on the computer on one side, the keep list on the other.
 #pragma once
 
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "cookies/keep_list.h"
 #include "cookies/url_cache_list.h"
-#include "runtime/channels.h"
-#include "settings/settings.h"
 #include "widgets/form.h"
 
 namespace qb {
@@ -19,16 +17,12 @@ std::string CookieDisplayName(const std::string& source_name);
 
 class frmCookieManager : public Form {
  public:
-  // `data_folder` is looked up at each use. `saved` is called when the list was saved and the window closed.
-  frmCookieManager(Platform& platform, UrlCache& cache, Channels& channels, Settings& settings,
-                   const std::string& data_folder, FormWatcher& watcher, std::function<void()> saved);
+  // `saved` is called when the list was saved and the window closed.
+  frmCookieManager(Platform& platform, UrlCache& cache, Settings& settings, KeepList& keep_list, FormWatcher& watcher,
+                   std::function<void()> saved);
 
   // Both lists are built afresh, then the window is shown.
   void OpenAnew();
-  // The rows to keep; loads the window, and with it the file, if it is not loaded.
-  std::vector<std::string> KeepRows();
-  // Empties the list of rows to keep and reads the file into it, if there is one.
-  void ReloadKeepList();
 
   void Fill_Cookie_List();
   void cmd_CookiesSave_Click();
@@ -37,12 +31,14 @@ class frmCookieManager : public Form {
 
  protected:
   void Form_Load() override;
+  void Form_Unload(bool& /*cancel*/) override { keep_list_.Forget(); }
 
  private:
+  void ShowKeepList();
+
   UrlCache& cache_;
-  Channels& channels_;
   Settings& settings_;
-  const std::string& data_folder_;
+  KeepList& keep_list_;
   std::function<void()> saved_;
 
   Label heading_, Label1, Label5, Label6;

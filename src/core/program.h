@@ -79,6 +79,7 @@ class Program : public ProgramLife, public SetupAsker {
   const WindowHandle application_window_;
   Platform& platform_;
   Services services_;
+  KeepList keep_list_;
   ProductFolders products_;
   frmMain main_window_;
   frmOptions options_;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "cookies/keep_matcher.h"
+#include "cookies/url_cache_list.h"
 #include "kill/windows_traces.h"
 
 namespace qb {
@@ -44,27 +44,7 @@ bool NeverDelete(const std::string& lower_text) {
   });
 }
 
-// The whole row, and the row up to its "[", in small letters.
-std::vector<std::string> LowerRows(const std::vector<std::string>& rows) {
-  std::vector<std::string> lower;
-  lower.reserve(rows.size());
-  for (const std::string& row : rows) lower.push_back(LowerCase(row));
-  return lower;
-}
-
-std::vector<std::string> CutRows(const std::vector<std::string>& rows) {
-  std::vector<std::string> cut = LowerRows(rows);
-  for (std::string& row : cut) row = Strip_Cookie_Suffix(row);
-  return cut;
-}
-
 }  // namespace
-
-std::string Strip_Cookie_Suffix(const std::string& text) {
-  // Deliberate: without a "[" the cut fails and nothing is left, which then stands in every text.
-  const std::size_t bracket = text.find('[');
-  return bracket == std::string::npos ? std::string() : text.substr(0, bracket);
-}
 
 void IeTraces::GetCacheURLList() {
   reach_.cache_list.Clear();
@@ -120,16 +100,16 @@ void IeTraces::Kill_Cache_Entries(CachePass pass) {
   const std::vector<std::string> urls = reach_.cache_list.Entries();
   const int max_before = reach_.bar.Max();
   StepOver(reach_.bar.SetMax(std::max(static_cast<int>(urls.size()) - 1, 1)));
-  const KeepMatcher keep(pass == CachePass::Cookies ? CutRows(reach_.cookie_manager.KeepRows())
-                                                    : std::vector<std::string>());
-  for (std::size_t i = 0; i < urls.size() && !reach_.ended(); ++i) {
+  for (std::size_t i = 0; i < urls.size(); ++i) {
     StepOver(reach_.bar.SetValue(static_cast<int>(i)));
     reach_.platform.pump.PumpMessages();
+    if (reach_.ended()) break;
     reach_.history_removed.Add(1);
     const std::string lower = LowerCase(urls[i]);
     const bool cookie = lower.find("cookie") != std::string::npos;
     const bool goes =
-        cookie ? pass == CachePass::Cookies && !keep.HitIn(lower) && !NeverDelete(lower) : pass == CachePass::Pages;
+        cookie ? pass == CachePass::Cookies && !reach_.keep_list.KeepsCacheEntry(lower) && !NeverDelete(lower)
+               : pass == CachePass::Pages;
     if (goes) StepOver(reach_.platform.url_cache.DeleteUrlCacheEntryA(urls[i]));
   }
   StepOver(reach_.bar.SetMax(max_before));
@@ -140,12 +120,11 @@ void IeTraces::Kill_Cookie_Files() {
   // Without a stored folder it reads as a lone backslash, which would be the root of the current drive.
   const std::string folder = reach_.products.Cookies();
   if (!NamedTraces::IsPath(folder) || !FolderExists(reach_.platform.files, folder)) return;
-  const KeepMatcher keep(LowerRows(reach_.cookie_manager.KeepRows()));
   std::vector<std::string> work;
   for (const FolderEntry& entry : ListEntries(reach_.platform.files, folder + "*.*", kListEverything)) {
     if (entry.IsFolder() || entry.name.find(".txt") == std::string::npos) continue;
     std::string path = folder + entry.name;
-    if (!keep.HitIn(LowerCase(path))) work.push_back(std::move(path));
+    if (!reach_.keep_list.KeepsFile(LowerCase(path))) work.push_back(std::move(path));
   }
   // Places count from 1, and the bound is the size that the list has now.
   const std::size_t bound = work.size();

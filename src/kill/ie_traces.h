@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "cookies/cookie_manager.h"
+#include "cookies/keep_list.h"
 #include "delete/file_analyzer.h"
 #include "environment/browser_profiles.h"
 #include "environment/product_folders.h"
@@ -20,9 +20,6 @@ enum class CachePass : std::int16_t {
   Cookies = 2  // cookies that are neither kept nor of the program's own sites
 };
 
-// The text before the first "["; nothing for a text without one.
-std::string Strip_Cookie_Suffix(const std::string& text);
-
 class IeTraces {
  public:
   struct Reach {
@@ -35,7 +32,7 @@ class IeTraces {
     clsFileAnalyzer& analyzer;
     NamedTraces& names;
     TraceCounter& history_removed;
-    frmCookieManager& cookie_manager;
+    KeepList& keep_list;
     ListBox& cache_list;  // List3: the URLs of the cache
     ProgressBar& bar;
     std::function<bool()> ended;  // the program has really ended, and a pass must stop at its next entry
