@@ -1,15 +1,20 @@
-# quillbarrow_library(NAME FOLDER src/... [USES lib...]) makes the static library of one source folder.
+# quillbarrow_library(NAME FOLDER folder... [USES lib...]) makes the static library of a folder below src/, or of
+# one and folders in it.
 # Its headers are reached as "folder/header.h" through links in the build folder that only those who
 # list the library in USES are given: an include of a folder that is not listed does not build.
 function(quillbarrow_library name)
-  cmake_parse_arguments(ARG "" "FOLDER" "USES" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER}/*.cpp)
-  file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${ARG_FOLDER}/*.h)
+  cmake_parse_arguments(ARG "" "" "FOLDER;USES" ${ARGN})
+  set(sources "")
   set(root ${PROJECT_BINARY_DIR}/include/${name})
-  file(MAKE_DIRECTORY ${root}/${ARG_FOLDER})
-  foreach(header IN LISTS headers)
-    get_filename_component(file ${header} NAME)
-    file(CREATE_LINK ${header} ${root}/${ARG_FOLDER}/${file} SYMBOLIC)
+  foreach(folder IN LISTS ARG_FOLDER)
+    file(GLOB own CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp)
+    list(APPEND sources ${own})
+    file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.h)
+    file(MAKE_DIRECTORY ${root}/${folder})
+    foreach(header IN LISTS headers)
+      get_filename_component(file ${header} NAME)
+      file(CREATE_LINK ${header} ${root}/${folder}/${file} SYMBOLIC)
+    endforeach()
   endforeach()
   if(sources)
     add_library(qb_${name} STATIC ${sources})

@@ -250,7 +250,7 @@ TEST_F(ConsoleTest, HandlersAreRoutines) {
 
 TEST(ConsoleTables, NoNameStandsTwiceWithTheSameNumberOfWords) {
   std::vector<const Command*> all;
-  for (auto table : {WorldCommands(), UserCommands(), FlowCommands(), WorldQuestions(), ProgramQuestions()}) {
+  for (std::span<const Command> table : CommandTables()) {
     for (const Command& command : table) {
       EXPECT_LE(command.least, command.most) << command.name;
       for (const Command* other : all) {

@@ -1,7 +1,5 @@
 #include "app/rehearse/console/command.h"
 
-#include <array>
-
 namespace qb::rehearse {
 
 FoundCommand FindCommand(std::span<const Word> words) {
@@ -13,8 +11,7 @@ FoundCommand FindCommand(std::span<const Word> words) {
   const std::string& first = words[0].text;
   std::string both = words.size() > 1 ? first + " " + words[1].text : first;
   bool name_known = false;
-  const std::array tables = {WorldCommands(), UserCommands(), FlowCommands(), WorldQuestions(), ProgramQuestions()};
-  for (std::span<const Command> table : tables) {
+  for (std::span<const Command> table : CommandTables()) {
     for (const Command& command : table) {
       bool two = command.name.find(' ') != std::string_view::npos;
       if (command.name != (two ? both : first)) continue;

@@ -39,11 +39,8 @@ struct Command {
   Reply (*run)(Console& console, const Arguments& arguments) = nullptr;
 };
 
-std::span<const Command> WorldCommands();     // what the user, Windows or another program does
-std::span<const Command> UserCommands();      // what is done to the program
-std::span<const Command> FlowCommands();      // start, reboot, during, expect
-std::span<const Command> WorldQuestions();    // about the machine
-std::span<const Command> ProgramQuestions();  // about the program and its windows
+// The tables of all commands and questions: one for each file of commands/ and questions/, found by the build.
+std::span<const std::span<const Command>> CommandTables();
 
 // The command that a line begins with and its arguments; else null and the reason.
 struct FoundCommand {

@@ -13,13 +13,8 @@ namespace qb::rehearse {
 
 using ProgramRoutine = Routine<Program>;
 
-// One table for each part of the program; the lambdas in them are made once.
-std::span<const ProgramRoutine> CoreRoutines();
-std::span<const ProgramRoutine> KillRoutines();
-std::span<const ProgramRoutine> FolderRoutines();
-std::span<const ProgramRoutine> DeleteRoutines();
-std::span<const ProgramRoutine> RegistryRoutines();
-std::span<const ProgramRoutine> AnalyzerRoutines();
+// One table for each file of routines/, found by the build; the lambdas in them are made once.
+std::span<const std::span<const ProgramRoutine>> RoutineTables();
 
 // By name without regard to case.
 CallOutcome CallRoutine(Program& program, std::string_view name, const std::vector<std::string>& arguments);

@@ -2,12 +2,21 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
 #include "core/program.h"
 
 namespace qb::rehearse {
+
+struct Variable {
+  std::string_view name;
+  std::string (*text)(Program& program);
+};
+
+// One table for each file of variables/, found by the build.
+std::span<const std::span<const Variable>> VariableTables();
 
 // As text: booleans "true" or "false", numbers in their shortest form. A setting and a key of the
 // selection give what is held in memory. Nothing if there is no such variable.

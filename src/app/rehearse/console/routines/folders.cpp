@@ -1,9 +1,11 @@
-// Folders, browser profiles and the delete path.
+// Folders and browser profiles.
 #include "app/rehearse/console/routines.h"
 
 namespace qb::rehearse {
 
-std::span<const ProgramRoutine> FolderRoutines() {
+namespace routines {
+
+std::span<const ProgramRoutine> Folders() {
   static const std::vector<ProgramRoutine> table = {
       {"Get_Special_Folder",
        Bind([](Program& p, std::uint32_t number) { return p.services().folders.Get_Special_Folder(number); })},
@@ -47,20 +49,6 @@ std::span<const ProgramRoutine> FolderRoutines() {
   return table;
 }
 
-std::span<const ProgramRoutine> DeleteRoutines() {
-  static const std::vector<ProgramRoutine> table = {
-      {"Wipe_File", Bind([](Program& p, const std::string& path) { StepOver(p.delete_path().Wipe_File(path)); })},
-      {"File_Can_Open", Bind([](Program& p, const std::string& path) { return p.delete_path().File_Can_Open(path); })},
-      {"Wipe_Folder_Files",
-       Bind([](Program& p, const std::string& folder) { p.delete_path().Wipe_Folder_Files(folder); })},
-      {"Delete_Folder_Files",
-       Bind([](Program& p, const std::string& folder) { p.delete_path().Delete_Folder_Files(folder); })},
-      {"Count_Matching_Files",
-       Bind([](Program& p, const std::string& pattern, std::optional<bool> hidden, std::optional<bool> system) {
-         return p.delete_path().Count_Matching_Files(pattern, hidden.value_or(false), system.value_or(false));
-       })},
-  };
-  return table;
-}
+}  // namespace routines
 
 }  // namespace qb::rehearse

@@ -1,45 +1,11 @@
-// What steers the rehearsal itself: starting the program and Windows, moments, and expectations.
+// What an answer is held against.
 #include <algorithm>
 #include <array>
 
 #include "app/rehearse/console/console.h"
-#include "app/rehearse/console/values.h"
 
 namespace qb::rehearse {
 namespace {
-
-Reply Start(Console& console, const Arguments& words) {
-  if (console.Current() != nullptr) return Reply::Problem("the program runs already");
-  console.Start(words.Raw());
-  return {};
-}
-
-Reply StartAgain(Console& console, const Arguments&) {
-  if (console.Current() == nullptr) return Reply::Problem("the program does not run");
-  console.Start("");
-  return {};
-}
-
-Reply Reboot(Console& console, const Arguments&) {
-  console.Reboot();
-  return {};
-}
-
-Reply During(Console& console, const Arguments& words) {
-  constexpr std::uint64_t kMostPumps = 1ULL << 40;
-  auto pumps = ParseNumber(words[0], kMostPumps);
-  if (!pumps || *pumps == 0) return Reply::Problem("no number of pumps: " + words[0]);
-  Arguments command = words.From(1);
-  // What is misspelt shall be heard of now, not at a pump that may never come.
-  Arguments checked = command;
-  while (checked.size() > 2 && checked[0] == "during") checked = checked.From(2);
-  FoundCommand found = FindCommand(checked.words());
-  if (found.command == nullptr) return Reply::Problem(found.problem);
-  console.Schedule(*pumps, command);
-  return {};
-}
-
-// --- expectations ---
 
 std::string Joined(const std::vector<std::string>& lines, std::string_view between) {
   std::string text;
@@ -103,17 +69,17 @@ Reply Expect(Console& console, const Arguments& words) {
 }
 
 constexpr std::array kCommands = std::to_array<Command>({
-    {"start", 0, kAnyNumber, Start},
-    {"start-again", 0, 0, StartAgain},
-    {"reboot", 0, 0, Reboot},
-    {"during", 2, kAnyNumber, During},
     {"expect", 2, kAnyNumber, Expect},
 });
 
 }  // namespace
 
-std::span<const Command> FlowCommands() {
+namespace commands {
+
+std::span<const Command> Expectations() {
   return kCommands;
 }
+
+}  // namespace commands
 
 }  // namespace qb::rehearse

@@ -59,7 +59,9 @@ std::optional<SystemTime> ReadDate(const std::string& text) {
 
 }  // namespace
 
-std::span<const ProgramRoutine> AnalyzerRoutines() {
+namespace routines {
+
+std::span<const ProgramRoutine> Analyzer() {
   using A = clsFileAnalyzer;
   static const std::vector<ProgramRoutine> table = {
       {"clsFileAnalyzer.BreakOnErrors", Bind([](Program& p, std::optional<bool> value) {
@@ -178,5 +180,7 @@ std::span<const ProgramRoutine> AnalyzerRoutines() {
   };
   return table;
 }
+
+}  // namespace routines
 
 }  // namespace qb::rehearse

@@ -2,19 +2,13 @@
 #include <array>
 
 #include "app/rehearse/console/console.h"
+#include "app/rehearse/console/replies.h"
 #include "app/rehearse/console/targets.h"
 #include "app/rehearse/console/values.h"
 #include "view/text/drawing.h"
 
 namespace qb::rehearse {
 namespace {
-
-Reply NotRunning() {
-  return Reply::Problem("the program does not run");
-}
-Reply NoSuch(std::string_view what, const std::string& name) {
-  return Reply::Problem("no such " + std::string(what) + ": " + name);
-}
 
 Reply Get(Console& console, const Arguments& words) {
   Console::Process* process = console.Current();
@@ -110,8 +104,12 @@ constexpr std::array kQuestions = std::to_array<Command>({
 
 }  // namespace
 
-std::span<const Command> ProgramQuestions() {
+namespace questions {
+
+std::span<const Command> Program() {
   return kQuestions;
 }
+
+}  // namespace questions
 
 }  // namespace qb::rehearse

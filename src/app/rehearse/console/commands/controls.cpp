@@ -1,18 +1,14 @@
-// What the user does to the program.
+// What the user does to the windows of the program.
 #include <algorithm>
 #include <array>
 
 #include "app/rehearse/console/console.h"
+#include "app/rehearse/console/replies.h"
 #include "app/rehearse/console/targets.h"
 #include "app/rehearse/console/values.h"
-#include "runtime/text.h"
 
 namespace qb::rehearse {
 namespace {
-
-Reply NoSuch(const std::string& name) {
-  return Reply::Problem("no such control: " + name);
-}
 
 Reply NotFor(std::string_view command, const Control& control) {
   return Reply::Problem(control.name() + " is nothing to " + std::string(command));
@@ -60,7 +56,7 @@ std::optional<bool> Ticked(const Control& control) {
 template <bool wanted>
 Reply Tick(Console& console, const Arguments& words) {
   Control* control = FindControl(console, words[0]).control;
-  if (control == nullptr) return NoSuch(words[0]);
+  if (control == nullptr) return NoSuch("control", words[0]);
   auto ticked = Ticked(*control);
   if (!ticked) return NotFor(wanted ? "tick" : "untick", *control);
   return *ticked == wanted ? Reply() : ClickOn(*control);
@@ -68,13 +64,13 @@ Reply Tick(Console& console, const Arguments& words) {
 
 Reply Click(Console& console, const Arguments& words) {
   Control* control = FindControl(console, words[0]).control;
-  if (control == nullptr) return NoSuch(words[0]);
+  if (control == nullptr) return NoSuch("control", words[0]);
   return control->kind() == ControlKind::Timer ? NotFor("click", *control) : ClickOn(*control);
 }
 
 Reply MouseDown(Console& console, const Arguments& words) {
   Control* control = FindControl(console, words[0]).control;
-  if (control == nullptr) return NoSuch(words[0]);
+  if (control == nullptr) return NoSuch("control", words[0]);
   if (control->kind() == ControlKind::Timer) return NotFor("click", *control);
   if (auto refusal = RefusalOf(*control)) return *refusal;
   control->UserMouseDown();
@@ -103,7 +99,7 @@ std::optional<int> ParseIndex(const std::string& word, std::size_t count) {
 
 Reply Choose(Console& console, const Arguments& words) {
   Control* control = FindControl(console, words[0]).control;
-  if (control == nullptr) return NoSuch(words[0]);
+  if (control == nullptr) return NoSuch("control", words[0]);
   auto count = ChoicesOf(*control);
   if (!count) return NotFor("choose from", *control);
   if (auto refusal = RefusalOf(*control)) return *refusal;
@@ -121,7 +117,7 @@ Reply Choose(Console& console, const Arguments& words) {
 
 Reply Mark(Console& console, const Arguments& words) {
   Control* control = FindControl(console, words[0]).control;
-  if (control == nullptr) return NoSuch(words[0]);
+  if (control == nullptr) return NoSuch("control", words[0]);
   if (control->kind() != ControlKind::ListBox) return NotFor("mark", *control);
   if (auto refusal = RefusalOf(*control)) return *refusal;
   auto* list = static_cast<ListBox*>(control);
@@ -137,7 +133,7 @@ Reply Mark(Console& console, const Arguments& words) {
 
 Reply Type(Console& console, const Arguments& words) {
   Control* control = FindControl(console, words[0]).control;
-  if (control == nullptr) return NoSuch(words[0]);
+  if (control == nullptr) return NoSuch("control", words[0]);
   if (control->kind() != ControlKind::TextBox) return NotFor("type into", *control);
   if (auto refusal = RefusalOf(*control)) return *refusal;
   static_cast<TextBox*>(control)->UserType(words[1]);
@@ -153,46 +149,9 @@ Reply Close(Console& console, const Arguments& words) {
   return {};
 }
 
-// Event handlers are named after their control and its event: cmdHelp_Click, Timer1_Timer. Nothing if no
-// loaded window has such a handler.
-std::optional<CallOutcome> CallHandler(Console& console, std::string_view routine, bool arguments) {
-  struct Event {
-    std::string_view suffix;
-    Control::Handler Control::*handler;
-  };
-  static constexpr std::array kEvents = std::to_array<Event>(
-      {{"_Click", &Control::Click}, {"_Timer", &Control::Click}, {"_MouseDown", &Control::MouseDown}});
-  for (const Event& event : kEvents) {
-    if (!SameText(routine.substr(routine.size() - std::min(event.suffix.size(), routine.size())), event.suffix))
-      continue;
-    Control* control = FindControl(console, routine.substr(0, routine.size() - event.suffix.size())).control;
-    // A timer's one event goes by its own name.
-    if (control == nullptr || (control->kind() == ControlKind::Timer) != (event.suffix == "_Timer")) continue;
-    Control::Handler handler = control->*event.handler;
-    if (handler == nullptr) continue;
-    if (arguments) return CallOutcome{CallOutcome::Kind::WrongArguments, {}};
-    handler();
-    return CallOutcome{};
-  }
-  return std::nullopt;
-}
-
-Reply Do(Console& console, const Arguments& words) {
-  Console::Process* process = console.Current();
-  if (process == nullptr) return Reply::Problem("the program does not run");
-  CallOutcome outcome = process->program->Call(words[0], words.From(1).Texts());
-  if (outcome.kind == CallOutcome::Kind::NoSuchRoutine) {
-    outcome = CallHandler(console, words[0], words.size() > 1).value_or(outcome);
-  }
-  switch (outcome.kind) {
-    case CallOutcome::Kind::NoSuchRoutine:
-      return Reply::Problem("no such routine: " + words[0]);
-    case CallOutcome::Kind::WrongArguments:
-      return Reply::Problem("wrong arguments for " + words[0] + ": " + words.From(1).Raw());
-    case CallOutcome::Kind::Done:
-      break;
-  }
-  return outcome.lines;
+Reply Answer(Console& console, const Arguments& words) {
+  console.machine().AddAnswers(words.Texts());
+  return {};
 }
 
 constexpr std::array kCommands = std::to_array<Command>({
@@ -204,13 +163,17 @@ constexpr std::array kCommands = std::to_array<Command>({
     {"mark", 1, kAnyNumber, Mark},
     {"type", 2, 2, Type},
     {"close", 0, 1, Close},
-    {"do", 1, kAnyNumber, Do},
+    {"answer", 1, kAnyNumber, Answer},
 });
 
 }  // namespace
 
-std::span<const Command> UserCommands() {
+namespace commands {
+
+std::span<const Command> Controls() {
   return kCommands;
 }
+
+}  // namespace commands
 
 }  // namespace qb::rehearse

@@ -41,7 +41,9 @@ using OptionalText = std::optional<std::string>;
 
 }  // namespace
 
-std::span<const ProgramRoutine> RegistryRoutines() {
+namespace routines {
+
+std::span<const ProgramRoutine> Registry() {
   static const std::vector<ProgramRoutine> table = {
       {"GetSetting", Bind([](Program& p, Text application, Text section, Text key, Text fallback) {
          return p.services().store.GetSetting(application, section, key, fallback);
@@ -119,5 +121,7 @@ std::span<const ProgramRoutine> RegistryRoutines() {
   };
   return table;
 }
+
+}  // namespace routines
 
 }  // namespace qb::rehearse
