@@ -34,7 +34,7 @@ void KeepList::Load() {
 void KeepList::Save() {
   const std::vector<std::string>& rows = Rows();
   StepOver(SaveKeepFile(channels_, KeepFilePath(data_folder_), rows));
-  settings_.SaveNumber(Setting::SaveCookieCount, static_cast<std::int16_t>(rows.size()));
+  settings_.SaveNumber(Setting::SaveCookieCount, static_cast<std::int32_t>(rows.size()));
 }
 
 bool KeepList::AnyRowIn(std::string_view text, std::optional<KeepMatcher>& matcher,

@@ -76,7 +76,7 @@ void frmOptions::Form_Load() {
   PickVersion(settings.Number(Setting::WinVer));
 }
 
-void frmOptions::PickVersion(std::int16_t code) {
+void frmOptions::PickVersion(int code) {
   if (!cmbWinVersion.SetListIndex(code < 0 ? kEntryForOtherCodes : code)) {
     StepOver(cmbWinVersion.SetListIndex(kEntryForOtherCodes));
   }

@@ -28,7 +28,7 @@ class frmOptions : public Form {
   void cmdHelp_Click();
   void cmdOK_Click();
   void cmdCancel_Click();
-  void PickVersion(std::int16_t code);
+  void PickVersion(int code);
   void Close();
 
   Services& services_;
@@ -38,7 +38,7 @@ class frmOptions : public Form {
   // The values in memory when the window opened, for Cancel.
   struct Kept {
     std::string netscape_dir, aol_dir;
-    std::int16_t netscape_ver = 0, auto_clear = 0;
+    std::int32_t netscape_ver = 0, auto_clear = 0;
   } kept_;
 
   Label note_;

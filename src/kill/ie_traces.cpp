@@ -86,9 +86,10 @@ void IeTraces::Kill_Temp_Helper() {
 }
 
 void IeTraces::Kill_Cookies_Helper() {
-  const std::int16_t kept = reach_.settings.StoredNumber(Setting::SaveCookieCount, "0");
-  reach_.settings.SetNumber(Setting::SaveCookieCount, kept);
-  if (kept == 0) RunHelper(kHelper, "-c -q");
+  Settings& settings = reach_.settings;
+  settings.SetNumber(Setting::SaveCookieCount, settings.StoredNumber(Setting::SaveCookieCount, "0"));
+  // Any number but 0 holds it back, also one that is too large to be held in memory.
+  if (LeadingNumber(settings.StoredText(Setting::SaveCookieCount, "0")) == 0) RunHelper(kHelper, "-c -q");
 }
 
 void IeTraces::Kill_Edge_Cache() {

@@ -1,5 +1,7 @@
 #include "settings/catalogue.h"
 
+#include <iterator>
+
 #include "runtime/text.h"
 
 namespace qb {
@@ -37,9 +39,9 @@ constexpr SettingRow kRows[] = {
     // Deliberate: the text box on the File Shredder tab reads the same key with the default 7.
     {HistoryOW, "HistoryOW", Number, "21", true},
     {HistoryRemoved, "HistoryRemoved", Double, "0", true},
-    {ThumbsKilled, "ThumbsKilled", Number, "0", true},
-    {ThumbPicsCountTotal, "ThumbPicsCountTotal", Number, "0", true},
-    {SaveCookieCount, "SaveCookieCount", Number, "0", false},
+    {ThumbsKilled, "ThumbsKilled", Long, "0", true},
+    {ThumbPicsCountTotal, "ThumbPicsCountTotal", Long, "0", true},
+    {SaveCookieCount, "SaveCookieCount", Long, "0", false},
     {HomePageProt, "HomePageProt", Number, "0", true},
     {CloseQB, "CloseQB", Number, "", false},
     {QBBuild, "QBBuild", Text, "", false},
@@ -56,6 +58,15 @@ constexpr SettingRow kRows[] = {
     {REGindexdatCookies, "REGindexdatCookies", Number, "0", true},
     {REGindexdatCache, "REGindexdatCache", Number, "0", true},
 };
+static_assert(std::size(kRows) == kSettingCount);
+
+constexpr bool InTheOrderOfSetting() {
+  for (std::size_t i = 0; i < std::size(kRows); ++i) {
+    if (kRows[i].setting != static_cast<Setting>(i)) return false;
+  }
+  return true;
+}
+static_assert(InTheOrderOfSetting(), "a setting is an index of its row");
 
 }  // namespace
 

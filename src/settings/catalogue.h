@@ -2,7 +2,7 @@
 // the table of the classes.
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <span>
 #include <string_view>
 
@@ -55,10 +55,14 @@ enum class Setting {
   MSN8Profile,
   REGindexdatCookies,
   REGindexdatCache,
+
+  Count
 };
+inline constexpr std::size_t kSettingCount = static_cast<std::size_t>(Setting::Count);
 
 enum class SettingKind {
   Number,  // a signed 16-bit number in decimal digits; switches are 1 for on
+  Long,    // the same with 32 bits
   Double,
   Text
 };

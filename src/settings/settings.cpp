@@ -4,6 +4,16 @@
 
 namespace qb {
 
+namespace {
+
+// Rounded; nothing for what a setting of this kind does not hold.
+std::optional<std::int32_t> Held(SettingKind kind, double number) {
+  if (kind == SettingKind::Long) return RoundToInt32(number);
+  return RoundToInt16(number);
+}
+
+}  // namespace
+
 std::int16_t TolerantNumber(std::string_view text) {
   return RoundToInt16(LeadingNumber(text)).value_or(0);
 }
@@ -24,7 +34,10 @@ void Settings::Get_Quillbarrow_Settings() {
     const std::string text = store_.Get(row.name, row.load_default);
     switch (row.kind) {
       case SettingKind::Number:
-        if (auto number = StrictNumber(text)) SetNumber(row.setting, *number);
+      case SettingKind::Long:
+        if (auto whole = WholeNumber(text)) {
+          if (auto number = Held(row.kind, *whole)) SetNumber(row.setting, *number);
+        }
         break;
       case SettingKind::Double:
         if (auto number = WholeNumber(text)) history_removed_.Set(*number);
@@ -52,6 +65,7 @@ void Settings::StoreFirstRun() {
 std::string Settings::TextForm(Setting setting) const {
   switch (RowOf(setting).kind) {
     case SettingKind::Number:
+    case SettingKind::Long:
       return std::to_string(Number(setting));
     case SettingKind::Double:
       return NumberText(history_removed_.Value());
@@ -65,7 +79,7 @@ void Settings::Save(Setting setting) {
   StepOver(store_.Save(RowOf(setting).name, TextForm(setting)));
 }
 
-void Settings::SaveNumber(Setting setting, std::int16_t number) {
+void Settings::SaveNumber(Setting setting, std::int32_t number) {
   SetNumber(setting, number);
   Save(setting);
 }
@@ -79,8 +93,8 @@ std::string Settings::StoredText(Setting setting, std::string_view fallback) con
   return store_.Get(RowOf(setting).name, fallback);
 }
 
-std::int16_t Settings::StoredNumber(Setting setting, std::string_view fallback) const {
-  return TolerantNumber(StoredText(setting, fallback));
+std::int32_t Settings::StoredNumber(Setting setting, std::string_view fallback) const {
+  return Held(RowOf(setting).kind, LeadingNumber(StoredText(setting, fallback))).value_or(0);
 }
 
 }  // namespace qb

@@ -64,5 +64,14 @@ TEST(KeepList, AnyFileGivesItsRowsAndTheyAreKept) {
   }
 }
 
+TEST(KeepList, ItsStoredCountIsTheNumberOfRowsWhateverTheirNumber) {
+  std::string bytes;
+  for (int i = 0; i < 40000; ++i) bytes += "row" + std::to_string(i) + "\r\n";
+  Rehearsal rehearsal;
+  ASSERT_TRUE(rehearsal.machine().MakeFile(kFile, bytes));
+  EXPECT_EQ(rehearsal.Play("start\nclick cmdSetCookies\nclick cmdDonecookies\nsetting SaveCookieCount\n"),
+            Lines{"40000"});
+}
+
 }  // namespace
 }  // namespace qb
