@@ -1,5 +1,7 @@
 #include "core/program.h"
 
+#include <algorithm>
+
 #include "runtime/folders.h"
 #include "runtime/text.h"
 
@@ -57,7 +59,10 @@ void Program::ShowMainWindow() {
 }
 
 void Program::Pause_Seconds(double seconds) {
-  const std::uint64_t until = platform_.system.GetTickCount() + static_cast<std::uint64_t>(seconds * 1000);
+  constexpr double kMost = 100.0 * 366 * 24 * 3600;  // what fits into a count of milliseconds
+  if (!(seconds > 0)) return;
+  const std::uint64_t until =
+      platform_.system.GetTickCount() + static_cast<std::uint64_t>(std::min(seconds, kMost) * 1000);
   while (!ended_ && platform_.system.GetTickCount() < until) platform_.pump.PumpMessages();
 }
 

@@ -151,6 +151,8 @@ TEST_F(ConsoleTest, PopupClosesAtTheClickOfItsItem) {
 }
 
 TEST_F(ConsoleTest, CommandLineIsTheRestOfTheLine) {
+  Holds("start /STARTUP  \nexpect get CommandLine is \"/STARTUP  \"\n");
+  Holds("expect start  /X is\nexpect get CommandLine is \" /X\"\n");
   Holds("start /STARTUP  \"and more\"\nexpect get CommandLine is \"/STARTUP  \"\"and more\"\"\"\n");
 }
 
@@ -167,6 +169,21 @@ TEST_F(ConsoleTest, ScriptGoesOnInsideAModalWindow) {
       "click cmdOK\n"
       "expect forms is \"frmMain visible\"\n"
       "expect log is \" - modal left\"\n");
+}
+
+// Each of them waits for the next inside a loop of the program, and takes its share of the stack.
+TEST_F(ConsoleTest, CommandsInsideEachOtherHaveABound) {
+  std::string modal = "start\n", moments = "start\n", nested;
+  for (int i = 0; i < 20'000; ++i) {
+    modal += "click frmMain.cmdModal\n";
+    moments += "during 1 click cmdRun\n";
+    if (i < 600) nested += "during 1 ";
+  }
+  for (const std::string& script : {modal, moments + "click cmdRun\n", nested + "running\n"}) {
+    Played played = Play(script);
+    EXPECT_EQ(played.status, 2);
+    EXPECT_NE(played.err.find("inside each other"), std::string::npos) << played.err;
+  }
 }
 
 TEST_F(ConsoleTest, PowerGoesInsideAModalWindow) {

@@ -1,6 +1,7 @@
 #include "platform/machine/host_text.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -14,10 +15,16 @@ std::string HostProblem(const char* what) {
 }
 
 bool ReadWhole(const HostFile& folder, const char* name, std::optional<std::string>& content, std::string& problem) {
-  const HostFile file(openat(folder.fd(), name, O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+  // Opening a pipe would wait for somebody to write to it.
+  const HostFile file(openat(folder.fd(), name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   if (!file.ok()) {
     if (errno == ENOENT) return true;
     problem = HostProblem(name);
+    return false;
+  }
+  struct stat status = {};
+  if (fstat(file.fd(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    problem = std::string(name) + ": no plain file";
     return false;
   }
   content.emplace();
@@ -43,14 +50,12 @@ bool WriteWhole(const HostFile& folder, const std::string& name, std::string_vie
   }
   while (!content.empty()) {
     const ssize_t wrote = write(file.fd(), content.data(), content.size());
-    if (wrote <= 0) {
-      problem = HostProblem(name.c_str());
-      return false;
-    }
+    if (wrote <= 0) break;
     content.remove_prefix(static_cast<std::size_t>(wrote));
   }
-  if (renameat(folder.fd(), beside.c_str(), folder.fd(), name.c_str()) != 0) {
+  if (!content.empty() || renameat(folder.fd(), beside.c_str(), folder.fd(), name.c_str()) != 0) {
     problem = HostProblem(name.c_str());
+    unlinkat(folder.fd(), beside.c_str(), 0);
     return false;
   }
   return true;

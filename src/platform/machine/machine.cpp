@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -177,6 +178,11 @@ bool MachineImpl::Load(const std::string& host_folder, std::string& problem) {
   folder_ = HostFile(open(host_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!folder_.ok()) {
     problem = HostProblem(host_folder.c_str());
+    return false;
+  }
+  // Goes with the process, however that ends.
+  if (flock(folder_.fd(), LOCK_EX | LOCK_NB) != 0) {
+    problem = host_folder + ": another rehearsal uses this machine";
     return false;
   }
   std::optional<std::string> config, registry, cache;

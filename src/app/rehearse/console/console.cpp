@@ -6,6 +6,13 @@
 #include <utility>
 
 namespace qb::rehearse {
+namespace {
+
+// How many commands may run inside each other, each of them waiting in a loop of the program for the next;
+// each takes its share of the stack.
+constexpr std::size_t kMostDepth = 256;
+
+}  // namespace
 
 Console::Console(machine::Machine& machine, std::istream& in, std::ostream& out, std::ostream& err, ProgramMaker maker,
                  std::string prompt)
@@ -71,7 +78,7 @@ void Console::FinishReboot() {
 }
 
 void Console::Schedule(std::uint64_t pumps, const Arguments& words) {
-  waiting_.push_back({pumps_ + pumps, words.Raw(), line_number_});
+  waiting_.push_back({pumps_ + pumps, words.RawToTheEnd(), line_number_});
 }
 
 Reply Console::Ask(const Arguments& words) {
@@ -107,8 +114,11 @@ bool Console::NextCommand() {
 void Console::RunLine(const std::string& line, std::size_t line_number) {
   auto words = SplitWords(line);
   if (!words) return Fail(line_number, "a double quote stands where none may");
+  if (depth_ == kMostDepth) return Fail(line_number, "too many commands inside each other");
   std::size_t outer = std::exchange(line_number_, line_number);
+  ++depth_;
   Reply reply = Ask(Arguments(*words, line));
+  --depth_;
   // Another line may have run in between, from inside the program.
   line_number_ = outer;
   if (reply.problem) return Fail(line_number, *reply.problem);

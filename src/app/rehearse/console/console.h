@@ -77,6 +77,7 @@ class Console {
   std::uint64_t pumps_ = 0;
   std::size_t lines_read_ = 0;
   std::size_t line_number_ = 0;  // of the command that runs now
+  std::size_t depth_ = 0;        // of the commands that run inside each other
   bool stopped_ = false;
   bool rebooting_ = false;
   Status status_ = Status::Held;

@@ -46,9 +46,34 @@ std::vector<std::string> Arguments::Texts() const {
   return texts;
 }
 
+Arguments Arguments::From(std::size_t first) const {
+  Arguments rest = *this;
+  if (first > 0) rest.begin_ = words_[first - 1].end;
+  rest.words_ = words_.subspan(first);
+  return rest;
+}
+
+Arguments Arguments::Until(std::size_t end) const {
+  Arguments head = *this;
+  if (end < words_.size()) head.end_ = end > 0 ? words_[end - 1].end : begin_;
+  head.words_ = words_.first(end);
+  return head;
+}
+
 std::string Arguments::Raw() const {
   if (words_.empty()) return {};
   return std::string(line_.substr(words_.front().begin, words_.back().end - words_.front().begin));
+}
+
+std::string Arguments::RawToTheEnd() const {
+  if (words_.empty()) return {};
+  return std::string(line_.substr(words_.front().begin, end_ - words_.front().begin));
+}
+
+std::string_view Arguments::Behind() const {
+  std::string_view text = line_.substr(begin_, end_ - begin_);
+  if (!text.empty()) text.remove_prefix(1);
+  return text;
 }
 
 }  // namespace qb::rehearse

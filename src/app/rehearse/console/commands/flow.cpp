@@ -10,7 +10,7 @@ namespace {
 
 Reply Start(Console& console, const Arguments& words) {
   if (console.Current() != nullptr) return Reply::Problem("the program runs already");
-  console.Start(words.Raw());
+  console.Start(std::string(words.Behind()));
   return {};
 }
 
@@ -27,12 +27,17 @@ Reply Reboot(Console& console, const Arguments&) {
 
 Reply During(Console& console, const Arguments& words) {
   constexpr std::uint64_t kMostPumps = 1ULL << 40;
+  constexpr std::size_t kMostDepth = 512;
   auto pumps = ParseNumber(words[0], kMostPumps);
   if (!pumps || *pumps == 0) return Reply::Problem("no number of pumps: " + words[0]);
   Arguments command = words.From(1);
   // What is misspelt shall be heard of now, not at a pump that may never come.
   Arguments checked = command;
-  while (checked.size() > 2 && checked[0] == "during") checked = checked.From(2);
+  std::size_t depth = 1;
+  while (checked.size() > 2 && checked[0] == "during") {
+    checked = checked.From(2);
+    if (++depth > kMostDepth) return Reply::Problem("too many moments inside each other");
+  }
   FoundCommand found = FindCommand(checked.words());
   if (found.command == nullptr) return Reply::Problem(found.problem);
   console.Schedule(*pumps, command);

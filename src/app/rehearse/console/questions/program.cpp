@@ -46,7 +46,7 @@ Reply List(Console& console, const Arguments& words) {
 }
 
 Reply Log(Console& console, const Arguments&) {
-  Control* control = FindControl(console, "lstStatus").control;
+  Control* control = FindControl(console, "frmMain.lstStatus").control;
   if (control == nullptr || control->kind() != ControlKind::ListBox) return NotRunning();
   Reply reply;
   for (const std::string& entry : static_cast<const ListBox*>(control)->Entries()) {
