@@ -11,8 +11,15 @@ std::string BrowserProfiles::LocalDataPath(std::string_view below) const {
   return folders_.Get_Special_Folder(kLocalData) + std::string(below);
 }
 
+bool BrowserProfiles::ProgramIsHere(std::string_view below) const {
+  // A 64-bit Windows keeps programs of 32 bits in a folder beside that of the others.
+  const std::string programs = folders_.Get_Special_Folder(kProgramFiles);
+  return channels_.CanOpen(programs + std::string(below)) ||
+         channels_.CanOpen(programs + " (x86)" + std::string(below));
+}
+
 bool BrowserProfiles::Check_Safari_Installed() const {
-  return channels_.CanOpen(folders_.Get_Special_Folder(kProgramFiles) + "\\Safari\\Safari.exe");
+  return ProgramIsHere("\\Safari\\Safari.exe");
 }
 
 std::string BrowserProfiles::Get_Safari_Profile_Path() const {
@@ -24,18 +31,15 @@ std::string BrowserProfiles::Get_Safari_Local_Profile_Path() const {
 }
 
 bool BrowserProfiles::Check_Chrome_Installed() const {
-  const struct {
-    std::uint32_t folder;
-    std::string_view below;
-  } places[] = {
-      {kLocalData, "\\Google\\Chrome\\Application\\chrome.exe"},
-      {kUserProfile, "\\Local Settings\\Application Data\\Google\\Chrome\\Application\\chrome.exe"},
-      {kProgramFiles, "\\Google\\Chrome\\Application\\chrome.exe"},
+  constexpr std::string_view kChrome = "\\Google\\Chrome\\Application\\chrome.exe";
+  const std::string places[] = {
+      folders_.Get_Special_Folder(kLocalData),
+      folders_.Get_Special_Folder(kUserProfile) + "\\Local Settings\\Application Data",
   };
-  for (const auto& place : places) {
-    if (channels_.CanOpen(folders_.Get_Special_Folder(place.folder) + std::string(place.below))) return true;
+  for (const std::string& place : places) {
+    if (channels_.CanOpen(place + std::string(kChrome))) return true;
   }
-  return false;
+  return ProgramIsHere(kChrome);
 }
 
 std::string BrowserProfiles::Get_Chrome_Profile_Path() const {

@@ -36,6 +36,8 @@ class BrowserProfiles {
  private:
   // A folder below the user's local data, which the layout of code 5 has elsewhere.
   std::string LocalDataPath(std::string_view below) const;
+  // Whether a program's file can be opened below the folder of the programs, or below that of the 32-bit ones.
+  bool ProgramIsHere(std::string_view below) const;
   // The profile's folder name and its full path, from the ini file below the roaming data.
   struct IniProfile {
     std::string name, path;

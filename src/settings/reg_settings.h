@@ -1,6 +1,7 @@
 // Another product's key under "Software\<company>\<application>".
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,14 +24,11 @@ class CRegSettings {
 
   // Reads under HKEY_LOCAL_MACHINE. The key "*" is the unnamed value. The text is the data less its
   // last character; an empty value or any failure gives the fallback. The open asks for full access,
-  // so without write rights a value that is there reads as absent.
-  std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const {
-    return Read(KeyHandle::LocalMachine, section, key, fallback);
-  }
-  // The same under HKEY_CURRENT_USER.
-  std::string GetSetting2(std::string_view section, std::string_view key, std::string_view fallback) const {
-    return Read(KeyHandle::CurrentUser, section, key, fallback);
-  }
+  // so without write rights a value that is there reads as absent. What is absent is looked for where a 64-bit
+  // Windows keeps the keys of 32-bit programs.
+  std::string GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const;
+  // The same under HKEY_CURRENT_USER, where both kinds share their keys.
+  std::string GetSetting2(std::string_view section, std::string_view key, std::string_view fallback) const;
   // Write a REG_SZ and make the key as needed; false if that is refused.
   bool SaveSetting(std::string_view section, std::string_view key, std::string_view value) {
     return Write(KeyHandle::LocalMachine, section, key, value);
@@ -42,9 +40,9 @@ class CRegSettings {
   bool DeleteSetting(std::string_view section, std::string_view key);
 
  private:
-  std::string Read(KeyHandle root, std::string_view section, std::string_view key, std::string_view fallback) const;
+  std::optional<std::string> Read(KeyHandle root, const std::string& path, std::string_view key) const;
   bool Write(KeyHandle root, std::string_view section, std::string_view key, std::string_view value);
-  std::string BuildPath(std::string_view section) const;
+  std::string BuildPath(std::string_view software, std::string_view section) const;
 
   Registry& registry_;
   std::string company_ = "VB and VBA Program Settings";
