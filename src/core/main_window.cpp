@@ -64,9 +64,9 @@ frmMain::frmMain(Services& services, FormWatcher& watcher, ProgramLife& life)
       Timer1(*this, "Timer1", 1000, true),
       Timer2(*this, "Timer2", 1000, true),
       Timer_HomePage(*this, "Timer_HomePage", 5000, false),
-      Timer_AutoKill(*this, "Timer_AutoKill", 60000, false),
+      auto_kill_interval_(*this, services.settings),
       Timer_DisableScriptDebug(*this, "Timer_DisableScriptDebug", 60000, true),
-      auto_kill_page_(*this, services.settings, Timer_AutoKill),
+      auto_kill_page_(*this, services.settings, auto_kill_interval_),
       boss_key_page_(*this, services.settings),
       shredder_page_(*this, services.settings) {
   cmdKILLALL.SetDefault(true);

@@ -4,8 +4,8 @@
 #include <map>
 #include <string>
 
-#include "core/auto_kill_page.h"
-#include "core/boss_key_page.h"
+#include "autokill/auto_kill_page.h"
+#include "bosskey/boss_key_page.h"
 #include "core/program_life.h"
 #include "core/services.h"
 #include "core/shredder_page.h"
@@ -28,7 +28,7 @@ class frmMain : public Form, public RunWindow {
   void Timer2_Timer();
   void Exit_Click();
   ListBox& CacheList() { return List3; }
-  std::int16_t AutoKillMinutes() const { return auto_kill_page_.AutoKillMinutes; }
+  std::int16_t AutoKillMinutes() const { return auto_kill_interval_.Minutes(); }
 
   // RunWindow
   bool BoxTicked(std::string_view box) const override;
@@ -71,7 +71,9 @@ class frmMain : public Form, public RunWindow {
   Button cmdSetCookies;
   LinkLabel lblmoreinfo;
   ListBox List3;  // the URLs of the cache; never shown
-  Timer Timer1, Timer2, Timer_HomePage, Timer_AutoKill, Timer_DisableScriptDebug;
+  Timer Timer1, Timer2, Timer_HomePage;
+  AutoKillInterval auto_kill_interval_;
+  Timer Timer_DisableScriptDebug;
   AutoKillPage auto_kill_page_;
   BossKeyPage boss_key_page_;
   ShredderPage shredder_page_;

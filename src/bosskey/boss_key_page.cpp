@@ -1,4 +1,4 @@
-#include "core/boss_key_page.h"
+#include "bosskey/boss_key_page.h"
 
 namespace qb {
 
@@ -26,46 +26,26 @@ constexpr struct {
 }  // namespace
 
 BossKeyPage::BossKeyPage(Form& form, Settings& settings)
-    : settings_(settings),
+    : bindings_(form, settings),
       heading_(form, "lblBossKeyHeading", "Boss Key! Settings"),
       windows_frame_(form, "frameBK_Windows", "Windows to hide"),
       hot_key_frame_(form, "frameBK_HotKey", "BossKey! Hot Key"),
       space_bar_(form, "optBK_HotKeySpaceBar", "ALT+SPACEBAR", "BK_HotKey"),
       ctrl_alt_z_(form, "optBK_HotKeyZ", "CTRL+ALT+Z", "BK_HotKey") {
   for (const auto& row : kBoxes) {
-    owned_.push_back(std::make_unique<CheckBox>(form, row.box, row.caption));
-    CheckBox* box = owned_.back().get();
-    boxes_.push_back({row.setting, box});
-    box->Click = [this, setting = row.setting, box] { Keep(setting, static_cast<std::int16_t>(box->Value())); };
+    boxes_.push_back(std::make_unique<CheckBox>(form, row.box, row.caption));
+    bindings_.Bind(row.setting, *boxes_.back());
   }
-  space_bar_.Click = [this] { HotKeyChosen(0); };
-  ctrl_alt_z_.Click = [this] { HotKeyChosen(1); };
+  bindings_.Bind(Setting::BK_HotKey, ctrl_alt_z_, space_bar_);
 }
 
 Layout BossKeyPage::Arrangement() {
   std::vector<Layout> left, right;
   for (std::size_t i = 0; i < boxes_.size(); ++i) {
-    (i < (boxes_.size() + 1) / 2 ? left : right).emplace_back(*boxes_[i].box);
+    (i < (boxes_.size() + 1) / 2 ? left : right).emplace_back(*boxes_[i]);
   }
   return Page({heading_, Group(windows_frame_, {Row({Column(std::move(left)), Column(std::move(right))})}),
                Group(hot_key_frame_, {Row({space_bar_, ctrl_alt_z_})})});
-}
-
-void BossKeyPage::LoadFromSettings() {
-  loading_ = true;
-  for (const Box& row : boxes_) row.box->SetValue(settings_.On(row.setting) ? 1 : 0);
-  (settings_.On(Setting::BK_HotKey) ? ctrl_alt_z_ : space_bar_).SetValue(true);
-  loading_ = false;
-}
-
-void BossKeyPage::Keep(Setting setting, std::int16_t number) {
-  settings_.SetNumber(setting, number);
-  if (!loading_) settings_.Save(setting);
-}
-
-void BossKeyPage::HotKeyChosen(std::int16_t hot_key) {
-  // Loading shows the stored number as it is; only a choice of the user makes it 0 or 1.
-  if (!loading_) Keep(Setting::BK_HotKey, hot_key);
 }
 
 }  // namespace qb

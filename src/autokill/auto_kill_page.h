@@ -1,0 +1,31 @@
+// The Auto-Kill tab of the main window: its controls, their settings and confirmations.
+#pragma once
+
+#include "autokill/when_to_kill.h"
+
+namespace qb {
+
+class AutoKillPage {
+ public:
+  // `form` gets the page's controls.
+  AutoKillPage(Form& form, Settings& settings, AutoKillInterval& interval);
+
+  Layout Arrangement();
+  // Sets the controls from the settings in memory, and the interval's countdown anew.
+  void LoadFromSettings();
+
+ private:
+  void chk_DoNotAutoKill_MouseDown();
+
+  Settings& settings_;
+  AutoKillInterval& auto_kill_interval_;
+  SettingBindings bindings_;
+
+  Label heading_, what_, show_note_;
+  Frame when_frame_, show_frame_;
+  WhenToKill when_;
+  CheckBox do_not_auto_kill_, hide_icon_;
+  OptionButton stealth_on_, stealth_off_;
+};
+
+}  // namespace qb

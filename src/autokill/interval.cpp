@@ -1,0 +1,16 @@
+#include "autokill/interval.h"
+
+namespace qb {
+
+void AutoKillInterval::Restart() {
+  const std::int32_t index = settings_.Number(Setting::AK_Timer);
+  const bool known = index >= 0 && static_cast<std::size_t>(index) < kIntervals.size();
+  minutes_ = kIntervals[known ? static_cast<std::size_t>(index) : 0].minutes;
+}
+
+void AutoKillInterval::Enable(bool enabled) {
+  if (enabled) timer_.SetInterval(kOneMinute);
+  timer_.SetTimerEnabled(enabled);
+}
+
+}  // namespace qb

@@ -1,0 +1,26 @@
+// The controls that say when Auto-Kill runs. They stand on the Auto-Kill tab and in the wizard, with other
+// texts, and act on the same settings and the same interval.
+#pragma once
+
+#include "autokill/interval.h"
+#include "settings/bindings.h"
+
+namespace qb {
+
+inline constexpr std::string_view kDisableAutoKill = "Disable Auto-Kill";
+
+class WhenToKill {
+ public:
+  struct Texts {
+    const char* last_window_closed;
+    const char* IntervalEntry::*interval;
+  };
+  // `last_window_answered` runs when the question of the first box was answered.
+  WhenToKill(Form& form, SettingBindings& bindings, AutoKillInterval& interval, const Texts& texts,
+             std::function<void(bool yes)> last_window_answered = nullptr);
+
+  CheckBox last_window_closed, use_timer, windows_start;
+  ComboBox interval_list;
+};
+
+}  // namespace qb
