@@ -43,6 +43,8 @@ class Program : public ProgramLife, public SetupAsker {
   Guards& guards() { return guards_; }
   bool IEFoldersMoved() const { return ie_folders_moved_; }
 
+  // Reads the settings anew, as the start does, and sets their controls. The product itself does not call it.
+  void Get_Quillbarrow_Settings();
   void Register_Run_Key();
   void Create_Data_Folder();
   bool InitCommonControlsVB();

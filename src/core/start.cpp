@@ -107,9 +107,14 @@ void Program::Register_Run_Key() {
 
 void Program::ReadSettings() {
   Settings& settings = services_.settings;
-  settings.Get_Quillbarrow_Settings();
+  settings.Read();
   if (settings.FirstRunOfAccount()) settings.StoreFirstRun();
   guards_.LoadSiblingSettings();
+  main_window_.LoadFromSettings();
+}
+
+void Program::Get_Quillbarrow_Settings() {
+  services_.settings.Read();
   main_window_.LoadFromSettings();
 }
 

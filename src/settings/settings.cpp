@@ -28,7 +28,7 @@ void Settings::Reset() {
   history_removed_.Set(0);
 }
 
-void Settings::Get_Quillbarrow_Settings() {
+void Settings::Read() {
   for (const SettingRow& row : SettingsCatalogue()) {
     if (!row.loaded) continue;
     const std::string text = store_.Get(row.name, row.load_default);

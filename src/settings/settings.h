@@ -20,7 +20,7 @@ class Settings {
   void Reset();
   // Reads every row that the main window loads, strictly: a text that is no number leaves the value as
   // it was. Ends a pending CloseQB.
-  void Get_Quillbarrow_Settings();
+  void Read();
   // True until QBBuild is stored: this account has never run the program.
   bool FirstRunOfAccount() const;
   // What the very first run leaves in the store.

@@ -14,7 +14,7 @@ std::span<const ProgramRoutine> Core() {
       {"Center_Form", Bind([](Program& p) { p.main_window().Center(); })},
       {"Pause_Seconds", Bind([](Program& p, double seconds) { p.Pause_Seconds(seconds); })},
       {"popShutdownHK_Click", Bind([](Program& p) { p.ShutDown(); })},
-      {"Get_Quillbarrow_Settings", Bind([](Program& p) { p.services().settings.Get_Quillbarrow_Settings(); })},
+      {"Get_Quillbarrow_Settings", Bind([](Program& p) { p.Get_Quillbarrow_Settings(); })},
       {"HomePage", Bind([](Program& p) { return p.guards().HomePage(); })},
       {"Detect_WinVer", Bind([](Program& p) { p.options().Detect_WinVer(); })},
       {"Write_Error_Log",
