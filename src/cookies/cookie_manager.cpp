@@ -9,10 +9,9 @@ std::string CookieDisplayName(const std::string& source_name) {
   return host;
 }
 
-frmCookieManager::frmCookieManager(Platform& platform, UrlCache& cache, Settings& settings, KeepList& keep_list,
-                                   FormWatcher& watcher, std::function<void()> saved)
-    : Form(platform, watcher, "frmCookieManager", "Quillbarrow 2019 - Cookie Manager"),
-      cache_(cache),
+frmCookieManager::frmCookieManager(const FormHost& host, Settings& settings, KeepList& keep_list,
+                                   std::function<void()> saved)
+    : Form(host, "frmCookieManager", "Quillbarrow 2019 - Cookie Manager"),
       settings_(settings),
       keep_list_(keep_list),
       saved_(std::move(saved)),
@@ -70,7 +69,7 @@ void frmCookieManager::ShowKeepList() {
 
 void frmCookieManager::Fill_Cookie_List() {
   CacheArrays arrays;
-  Enum_Url_Cache(cache_, platform().system, arrays);
+  Enum_Url_Cache(platform().url_cache, platform().system, arrays);
   List1.Clear();
   settings_.SetNumber(Setting::SaveCookieCount, 0);
   // Element 0 stands for nothing.

@@ -18,8 +18,7 @@ std::string CookieDisplayName(const std::string& source_name);
 class frmCookieManager : public Form {
  public:
   // `saved` is called when the list was saved and the window closed.
-  frmCookieManager(Platform& platform, UrlCache& cache, Settings& settings, KeepList& keep_list, FormWatcher& watcher,
-                   std::function<void()> saved);
+  frmCookieManager(const FormHost& host, Settings& settings, KeepList& keep_list, std::function<void()> saved);
 
   // Both lists are built afresh, then the window is shown.
   void OpenAnew();
@@ -36,7 +35,6 @@ class frmCookieManager : public Form {
  private:
   void ShowKeepList();
 
-  UrlCache& cache_;
   Settings& settings_;
   KeepList& keep_list_;
   std::function<void()> saved_;

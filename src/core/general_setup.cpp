@@ -12,9 +12,9 @@ constexpr int kEntryForOtherCodes = 1;
 
 }  // namespace
 
-frmOptions::frmOptions(Services& services, ProductFolders& products, FormWatcher& watcher,
+frmOptions::frmOptions(const FormHost& host, Services& services, ProductFolders& products,
                        std::function<void()> show_main_window)
-    : Form(services.platform, watcher, "frmOptions", "Quillbarrow 2019 - General Setup"),
+    : Form(host, "frmOptions", "Quillbarrow 2019 - General Setup"),
       services_(services),
       products_(products),
       show_main_window_(std::move(show_main_window)),

@@ -13,7 +13,7 @@ namespace qb {
 class frmOptions : public Form {
  public:
   // `show_main_window` is called when the window closes that a run had opened for want of an AOL folder.
-  frmOptions(Services& services, ProductFolders& products, FormWatcher& watcher,
+  frmOptions(const FormHost& host, Services& services, ProductFolders& products,
              std::function<void()> show_main_window);
 
   // Sets WinVer to the detected code, stores it, and picks its entry, entry 1 for a code without one.

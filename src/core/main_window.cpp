@@ -46,8 +46,8 @@ bool FollowsAllBox(const TraceClass& row) {
 
 }  // namespace
 
-frmMain::frmMain(Services& services, FormWatcher& watcher, ProgramLife& life)
-    : Form(services.platform, watcher, "frmMain", "Quillbarrow 2019 - Protecting your Privacy since 1997!"),
+frmMain::frmMain(const FormHost& host, Services& services, ProgramLife& life)
+    : Form(host, "frmMain", "Quillbarrow 2019 - Protecting your Privacy since 1997!"),
       services_(services),
       life_(life),
       SftTabs1(*this, "SftTabs1", TabPages()),
@@ -203,8 +203,8 @@ void frmMain::Exit_Click() {
   StepOver(Unload());
 }
 
-void frmMain::Form_QueryUnload(bool& cancel, UnloadMode /*mode*/) {
-  life_.MainWindowCloseRequest(cancel);
+void frmMain::Form_QueryUnload(bool& cancel, UnloadMode mode) {
+  life_.MainWindowCloseRequest(cancel, mode);
 }
 
 }  // namespace qb

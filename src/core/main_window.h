@@ -17,7 +17,7 @@ namespace qb {
 
 class frmMain : public Form, public RunWindow {
  public:
-  frmMain(Services& services, FormWatcher& watcher, ProgramLife& life);
+  frmMain(const FormHost& host, Services& services, ProgramLife& life);
 
   // Sets every control that shows a setting.
   void LoadFromSettings();
@@ -38,7 +38,6 @@ class frmMain : public Form, public RunWindow {
   ProgressBar& Bar() override { return pBar; }
   void SelectTab(int tab) override { StepOver(SftTabs1.SetTab(tab)); }
   Form& MainForm() override { return *this; }
-  bool Ended() const override { return life_.Ended(); }
   void Pause_Seconds(double seconds) override { life_.Pause_Seconds(seconds); }
   void ShowGeneralSetup() override { life_.ShowGeneralSetup(); }
   void AskForSelection() override { life_.AskForSelection(); }

@@ -14,30 +14,30 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
       services_(platform),
       keep_list_(services_.channels, services_.settings, services_.data_folder),
       products_(platform, services_.reg_settings, services_.settings, *this),
-      main_window_(services_, watcher, *this),
-      options_(services_, products_, watcher, [this] { ShowMainWindow(); }),
-      cookie_manager_(platform, platform.url_cache, services_.settings, keep_list_, watcher,
+      main_window_({platform, watcher, services_.life}, services_, *this),
+      options_({platform, watcher, services_.life}, services_, products_, [this] { ShowMainWindow(); }),
+      cookie_manager_({platform, watcher, services_.life}, services_.settings, keep_list_,
                       [this] { main_window_.Refresh(); }),
-      delete_path_(platform, services_.channels, services_.history_removed, main_window_.Bar(),
-                   [this] { return ended_; }),
-      file_analyzer_(platform, services_.channels),
-      named_traces_(delete_path_, services_.history_removed),
+      delete_path_(platform, services_.channels, services_.history_removed, main_window_.Bar(), services_.life),
+      file_analyzer_(platform, services_.channels, services_.life),
+      named_traces_(delete_path_, services_.history_removed, services_.life),
       firefox_traces_(services_.profiles, services_.folders, named_traces_),
       chrome_traces_(services_.profiles, named_traces_),
       safari_traces_(services_.profiles, named_traces_),
       aol_traces_(services_.settings, named_traces_),
       ie_traces_({platform, services_.settings, services_.folders, products_, services_.profiles, delete_path_,
                   file_analyzer_, named_traces_, services_.history_removed, keep_list_, main_window_.CacheList(),
-                  main_window_.Bar(), [this] { return ended_; }}),
+                  main_window_.Bar(), services_.life}),
       index_dat_(platform, services_.channels, services_.folders, products_, ie_folders_moved_,
                  services_.history_removed, main_window_),
-      auto_complete_(platform, services_.reg_settings, services_.history_removed),
-      windows_traces_(platform, delete_path_, services_.folders, products_, services_.history_removed, main_window_),
+      auto_complete_(platform, services_.reg_settings, services_.history_removed, services_.life),
+      windows_traces_(platform, delete_path_, services_.folders, products_, services_.history_removed, services_.life,
+                      main_window_),
       units_{firefox_traces_, chrome_traces_, safari_traces_, aol_traces_,
              ie_traces_,      index_dat_,     auto_complete_, windows_traces_},
-      run_log_(platform, services_.settings, services_.run, main_window_, services_.thumbs),
-      kill_run_(platform, services_.settings, services_.profiles, services_.run, main_window_, run_log_, units_,
-                services_.history_removed),
+      run_log_(platform, services_.settings, services_.run, services_.life, main_window_, services_.thumbs),
+      kill_run_(platform, services_.settings, services_.profiles, services_.run, services_.life, main_window_, run_log_,
+                units_, services_.history_removed),
       guards_(services_.reg_settings, services_.store, main_window_.HomePageTimer()) {}
 
 Program::~Program() {
@@ -47,8 +47,8 @@ Program::~Program() {
 bool Program::Start() {
   main_window_.Load();
   // A boot start shows the window by itself, if at all; its run may have cleared StartedAtBoot by now.
-  if (!ended_ && !HasBootSwitch()) main_window_.Show();
-  return !ended_;
+  if (!HasBootSwitch()) main_window_.Show();
+  return !Ended();
 }
 
 void Program::ShowMainWindow() {
@@ -63,10 +63,11 @@ void Program::Pause_Seconds(double seconds) {
   if (!(seconds > 0)) return;
   const std::uint64_t until =
       platform_.system.GetTickCount() + static_cast<std::uint64_t>(std::min(seconds, kMost) * 1000);
-  while (!ended_ && platform_.system.GetTickCount() < until) platform_.pump.PumpMessages();
+  while (platform_.system.GetTickCount() < until && PumpAndLive(platform_, services_.life)) {
+  }
 }
 
-void Program::MainWindowCloseRequest(bool& cancel) {
+void Program::MainWindowCloseRequest(bool& cancel, UnloadMode mode) {
   RunState& run = services_.run;
   Settings& settings = services_.settings;
   if (settings.StoredNumber(Setting::CloseQB, "") == 1) {
@@ -82,6 +83,8 @@ void Program::MainWindowCloseRequest(bool& cancel) {
   main_window_.Hide();
   main_window_.SetState(WindowState::Minimised);
   run.MainWindowHidden = true;
+  // Nobody keeps the end of the session waiting.
+  if (mode == UnloadMode::WindowsSession) End();
 }
 
 void Program::MainWindowUnload(bool& cancel) {
@@ -91,9 +94,7 @@ void Program::MainWindowUnload(bool& cancel) {
     main_window_.Hide();
     return;
   }
-  StepOver(cookie_manager_.Unload());
-  StepOver(options_.Unload());
-  ended_ = true;
+  End();
 }
 
 void Program::ShutDown() {
@@ -102,7 +103,7 @@ void Program::ShutDown() {
       "Are you sure you want to exit Quillbarrow?  Doing this will disable the Auto-Kill and Tanglegate privacy "
       "features!",
       "Warning!  About to Exit Quillbarrow!", kBoxYesNo | kBoxQuestion);
-  if (answer != BoxAnswer::Yes) return;
+  if (answer != BoxAnswer::Yes || Ended()) return;
   services_.run.MainWindowHidden = true;
   services_.settings.SaveNumber(Setting::CloseQB, 0);
   StepOver(main_window_.Unload());

@@ -27,7 +27,10 @@ class Program : public ProgramLife, public SetupAsker {
   // Loads the main window, which runs the whole start sequence, and shows it unless this is a start
   // with Windows. False if the program has ended already.
   bool Start();
-  bool Ended() const override { return ended_; }
+  bool Ended() const { return services_.life.Over(); }
+  // Ends the program at once, from wherever it is called: all timers stop and all windows go, no handler
+  // runs any more, and whatever is under way stops at its next step.
+  void End() { services_.life.End(); }
 
   // What can be reached of the running program by name.
   Services& services() { return services_; }
@@ -53,7 +56,7 @@ class Program : public ProgramLife, public SetupAsker {
 
   // ProgramLife
   void MainWindowLoaded() override;
-  void MainWindowCloseRequest(bool& cancel) override;
+  void MainWindowCloseRequest(bool& cancel, UnloadMode mode) override;
   void MainWindowUnload(bool& cancel) override;
   void KillNow() override { kill_run_.cmdKILLALL_Click(); }
   void ShowGeneralSetup() override { options_.Show(); }
@@ -103,7 +106,6 @@ class Program : public ProgramLife, public SetupAsker {
   Guards guards_;
   MutexHandle instance_ = MutexHandle::None;
   bool ie_folders_moved_ = false;
-  bool ended_ = false;
 };
 
 }  // namespace qb

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "widgets/form.h"
+
 namespace qb {
 
 class ProgramLife {
@@ -12,10 +14,8 @@ class ProgramLife {
   // The main window is loaded: the start sequence is to run.
   virtual void MainWindowLoaded() = 0;
   // A close request reached the main window. `cancel` becomes true if it is only hidden.
-  virtual void MainWindowCloseRequest(bool& cancel) = 0;
+  virtual void MainWindowCloseRequest(bool& cancel, UnloadMode mode) = 0;
   virtual void MainWindowUnload(bool& cancel) = 0;
-  // True once the program has really ended.
-  virtual bool Ended() const = 0;
 
   virtual void KillNow() = 0;
   // The Cookie Manager with both lists built afresh.

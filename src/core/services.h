@@ -7,6 +7,7 @@
 #include "environment/windows_folders.h"
 #include "kill/run_state.h"
 #include "runtime/channels.h"
+#include "runtime/lifetime.h"
 #include "runtime/trace_counter.h"
 #include "settings/error_log.h"
 #include "settings/mod_registry_related.h"
@@ -23,13 +24,14 @@ struct Services {
         store(windows.registry),
         settings(store, history_removed),
         reg_settings(windows.registry),
-        registry_counter(windows.registry, [this] { platform.pump.PumpMessages(); }),
+        registry_counter(windows.registry, [this] { return PumpAndLive(platform, life); }),
         error_log(channels, windows.system, data_folder),
         registry_related(windows.registry, error_log),
         folders(windows, channels),
         profiles(windows, channels, folders, settings) {}
 
   Platform& platform;
+  Lifetime life;
   Channels channels;
   TraceCounter history_removed;
   SettingsStore store;

@@ -56,7 +56,7 @@ void Program::MainWindowLoaded() {
   products_.GetIEVersion();
   services_.profiles.Read_Firefox_Profile();
   if (services_.settings.FirstRunOfAccount()) FirstRun();
-  if (ended_) return;
+  if (Ended()) return;
   services_.settings.SaveText(Setting::QBBuild, std::string(kProgramVersion));
   if (services_.run.StartedAtBoot) StartWithWindows();
 }
@@ -89,8 +89,9 @@ void Program::Close_Unwanted_Instance() {
     break;
   }
   services_.settings.SaveNumber(Setting::CloseQB, 1);
+  // Never handled: the window that it is for goes with the program.
   StepOver(platform_.pump.PostMessageA(main_window_.Window(), kMessageClose, 0, 0));
-  ended_ = true;
+  End();
 }
 
 void Program::Register_Run_Key() {
@@ -150,6 +151,7 @@ void Program::ComputeShortFolders() {
 void Program::FirstRun() {
   services_.settings.SaveText(Setting::AOLdir, products_.Get_AOL_Dir());
   StepOver(products_.Get_MSN8_Profile());
+  if (Ended()) return;
   options_.Load();
   options_.Detect_WinVer();
   StepOver(options_.Unload());

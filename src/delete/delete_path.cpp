@@ -94,7 +94,7 @@ void DeletePath::Delete_Folder_Files(const std::string& folder) {
 }
 
 void DeletePath::Walk(const std::string& folder, FileStep file_step) {
-  if (Refused(folder)) return;
+  if (life_.Over() || Refused(folder)) return;
   StepOver(bar_.SetValue(1));
   StepOver(bar_.SetMax(kListingMax));
   std::vector<FolderEntry> entries;
@@ -104,21 +104,22 @@ void DeletePath::Walk(const std::string& folder, FileStep file_step) {
   }
   StepOver(bar_.SetMax(static_cast<int>(entries.size())));
   bar_.form().Refresh();
-  platform_.pump.PumpMessages();
+  if (!PumpAndLive(platform_, life_)) return;
   // The number of entries is kept in 16 bits with a sign; one that does not fit leaves the bound at 0.
   const std::size_t bound =
       entries.size() <= static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max()) ? entries.size() : 0;
 
-  for (std::size_t i = 0; i < bound && !ended_(); ++i) {
+  for (std::size_t i = 0; i < bound; ++i) {
     const FolderEntry& entry = entries[i];
     const std::string path = folder + "\\" + entry.name;
-    platform_.pump.PumpMessages();
+    if (!PumpAndLive(platform_, life_)) return;
     StepOver(bar_.SetValue(static_cast<int>(i + 1)));
     if (entry.IsLink()) {
       // Counted below, and left: what it leads to is no part of this folder.
     } else if (entry.IsFolder()) {
       StepOver(bar_.SetValue(bar_.Max()));
       Wipe_Folder_Files(path);
+      if (life_.Over()) return;
     } else {
       StepOver(platform_.files.SetFileAttributesA(path, 0));
       StepOver((this->*file_step)(path));

@@ -2,13 +2,13 @@
 // its guard list.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 
 #include "platform/platform.h"
 #include "runtime/channels.h"
 #include "runtime/folders.h"
+#include "runtime/lifetime.h"
 #include "runtime/trace_counter.h"
 #include "widgets/form.h"
 
@@ -16,15 +16,10 @@ namespace qb {
 
 class DeletePath {
  public:
-  // `bar` and its form show how far a walk is; `ended` tells that the program has really ended and a
-  // walk must stop at its next entry.
+  // `bar` and its form show how far a walk is. When the program ends a walk stops at its next entry.
   DeletePath(Platform& platform, Channels& channels, TraceCounter& history_removed, ProgressBar& bar,
-             std::function<bool()> ended)
-      : platform_(platform),
-        channels_(channels),
-        history_removed_(history_removed),
-        bar_(bar),
-        ended_(std::move(ended)) {}
+             const Lifetime& life)
+      : platform_(platform), channels_(channels), history_removed_(history_removed), bar_(bar), life_(life) {}
 
   // Writes one byte over the file's first byte seven times, cuts the file to an empty line and deletes
   // it. A file that is not there is made and deleted. The first step that fails ends it: a file that
@@ -57,7 +52,7 @@ class DeletePath {
   Channels& channels_;
   TraceCounter& history_removed_;
   ProgressBar& bar_;
-  std::function<bool()> ended_;
+  const Lifetime& life_;
 };
 
 }  // namespace qb

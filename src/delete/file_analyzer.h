@@ -13,6 +13,7 @@
 #include "runtime/currency.h"
 #include "runtime/errors.h"
 #include "runtime/folders.h"
+#include "runtime/lifetime.h"
 
 namespace qb {
 
@@ -48,8 +49,9 @@ class clsFileAnalyzer {
   // Names found in one folder, and that folder's path with its closing backslash.
   using SearchHandler = std::function<void(const std::vector<std::string>& names, const std::string& folder)>;
 
-  // Both must outlive the object.
-  clsFileAnalyzer(Platform& platform, Channels& channels) : platform_(platform), channels_(channels) {}
+  // All must outlive the object. When the program ends, Execute waits no longer.
+  clsFileAnalyzer(Platform& platform, Channels& channels, const Lifetime& life)
+      : platform_(platform), channels_(channels), life_(life) {}
 
   // Raised by Search, once for each folder with a hit. May be empty.
   SearchHandler Search_Hit;
@@ -208,6 +210,7 @@ class clsFileAnalyzer {
 
   Platform& platform_;
   Channels& channels_;
+  const Lifetime& life_;
   bool break_on_errors_ = false;
   ErrorRecord last_error_;
 };

@@ -44,6 +44,7 @@ void AutoCompleteStore::Kill_IE_AutoComplete() {
   const std::string user = length.ok() ? TextOf(buffer) : std::string();
   Set_Key_Open_Access(KeyHandle::CurrentUser, kStore, user, kGenericAll);
   Open_Key_Tree(KeyHandle::CurrentUser, kStore, kStoreLabel, user, kGenericAll);
+  if (life_.Over()) return;
   Delete_Key_Tree(KeyHandle::CurrentUser, std::string(kStore));
   history_removed_.Add(1);
 }
@@ -84,7 +85,7 @@ void AutoCompleteStore::Open_Key_Tree(KeyHandle root, std::string_view key, std:
   if (!open.ok()) return;
   for (std::uint32_t index = 0;; ++index) {
     std::array<char, kNameBuffer> buffer{};
-    platform_.pump.PumpMessages();
+    if (!PumpAndLive(platform_, life_)) return;
     std::uint32_t length = 0;
     if (!Ok(security_.RegEnumKeyExA(open.value, index, buffer, length))) return;
     const std::string name = Trim(TextOf(buffer));

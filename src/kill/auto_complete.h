@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/platform.h"
+#include "runtime/lifetime.h"
 #include "runtime/trace_counter.h"
 #include "settings/reg_settings.h"
 
@@ -13,8 +14,12 @@ namespace qb {
 
 class AutoCompleteStore {
  public:
-  AutoCompleteStore(Platform& platform, CRegSettings& reg_settings, TraceCounter& history_removed)
-      : platform_(platform), security_(platform.key_security), reg_(reg_settings), history_removed_(history_removed) {}
+  AutoCompleteStore(Platform& platform, CRegSettings& reg_settings, TraceCounter& history_removed, const Lifetime& life)
+      : platform_(platform),
+        security_(platform.key_security),
+        reg_(reg_settings),
+        history_removed_(history_removed),
+        life_(life) {}
 
   // Counts 1 for the whole store, also when there was nothing.
   void Kill_IE_AutoComplete();
@@ -37,6 +42,7 @@ class AutoCompleteStore {
   KeySecurity& security_;
   CRegSettings& reg_;
   TraceCounter& history_removed_;
+  const Lifetime& life_;
 };
 
 }  // namespace qb

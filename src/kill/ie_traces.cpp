@@ -51,16 +51,19 @@ void IeTraces::GetCacheURLList() {
   for (std::string& url : CacheUrls(reach_.platform.url_cache)) reach_.cache_list.AddItem(std::move(url));
 }
 
+void IeTraces::DeleteLists(Names keys) {
+  CountAndDeleteKeys(reach_.platform, reach_.life, reach_.history_removed, keys);
+}
+
 void IeTraces::Kill_Typed_URLs() {
-  double sum = CountAndDeleteKeys(reach_.platform, kTypedUrls);
+  DeleteLists(kTypedUrls);
   const std::string& user = reach_.settings.Text(Setting::MSN8Profile);
   if (user.size() > 1) {
     const std::string msn = "Software\\Microsoft\\MSN6\\Users\\" + user + "\\TypedURLs";
     const std::string_view keys[] = {msn};
-    sum += CountAndDeleteKeys(reach_.platform, keys);
+    DeleteLists(keys);
   }
-  sum += CountAndDeleteKeys(reach_.platform, kYahooUrls);
-  reach_.history_removed.Add(sum);
+  DeleteLists(kYahooUrls);
 }
 
 void IeTraces::Kill_History_Store() {
@@ -71,6 +74,7 @@ void IeTraces::Kill_History_Store() {
 }
 
 void IeTraces::RunHelper(std::string_view program, std::string_view parameters) {
+  if (reach_.life.Over()) return;
   const std::string path = Add_Backslash(reach_.folders.ProgramFolder()) + std::string(program);
   // A helper that is not there is not looked for anywhere else.
   if (!reach_.delete_path.File_Can_Open(path)) return;
@@ -86,6 +90,7 @@ void IeTraces::Kill_Temp_Helper() {
 }
 
 void IeTraces::Kill_Cookies_Helper() {
+  if (reach_.life.Over()) return;
   Settings& settings = reach_.settings;
   settings.SetNumber(Setting::SaveCookieCount, settings.StoredNumber(Setting::SaveCookieCount, "0"));
   // Any number but 0 holds it back, also one that is too large to be held in memory.
@@ -103,8 +108,7 @@ void IeTraces::Kill_Cache_Entries(CachePass pass) {
   StepOver(reach_.bar.SetMax(std::max(static_cast<int>(urls.size()) - 1, 1)));
   for (std::size_t i = 0; i < urls.size(); ++i) {
     StepOver(reach_.bar.SetValue(static_cast<int>(i)));
-    reach_.platform.pump.PumpMessages();
-    if (reach_.ended()) break;
+    if (!PumpAndLive(reach_.platform, reach_.life)) return;
     reach_.history_removed.Add(1);
     const std::string lower = LowerCase(urls[i]);
     const bool cookie = lower.find("cookie") != std::string::npos;
@@ -143,7 +147,8 @@ void IeTraces::Kill_Cookie_Files() {
 }
 
 void IeTraces::Kill_Google_Bar() {
-  reach_.history_removed.Add(CountAndDeleteKeys(reach_.platform, kGoogleHistory));
+  DeleteLists(kGoogleHistory);
+  if (reach_.life.Over()) return;
   const std::string roaming = reach_.folders.Get_Special_Folder(kRoamingData);
   if (!NamedTraces::IsPath(roaming)) return;
   // Deliberate: when the change of folder fails the walker is given whatever the current one is.
@@ -153,7 +158,7 @@ void IeTraces::Kill_Google_Bar() {
 }
 
 void IeTraces::Kill_Search_History() {
-  reach_.history_removed.Add(CountAndDeleteKeys(reach_.platform, kSearchLists));
+  DeleteLists(kSearchLists);
 }
 
 void IeTraces::Kill_IE_Recovery() {

@@ -35,7 +35,7 @@ class IeTraces {
     KeepList& keep_list;
     ListBox& cache_list;  // List3: the URLs of the cache
     ProgressBar& bar;
-    std::function<bool()> ended;  // the program has really ended, and a pass must stop at its next entry
+    const Lifetime& life;
   };
   explicit IeTraces(const Reach& reach) : reach_(reach) {}
 
@@ -55,6 +55,8 @@ class IeTraces {
   void Kill_Edge_Cache();
 
  private:
+  // Counts the values of the keys, and removes the keys.
+  void DeleteLists(Names keys);
   void RunHelper(std::string_view program, std::string_view parameters);
 
   Reach reach_;

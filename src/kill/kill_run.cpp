@@ -29,11 +29,12 @@ std::size_t PlaceOf(const TraceClass& row) {
 }  // namespace
 
 KillRun::KillRun(Platform& platform, Settings& settings, const BrowserProfiles& profiles, RunState& state,
-                 RunWindow& window, RunLog& log, TraceUnits& units, TraceCounter& history_removed)
+                 const Lifetime& life, RunWindow& window, RunLog& log, TraceUnits& units, TraceCounter& history_removed)
     : platform_(platform),
       settings_(settings),
       profiles_(profiles),
       state_(state),
+      life_(life),
       window_(window),
       log_(log),
       units_(units),
@@ -52,7 +53,7 @@ void KillRun::cmdKILLALL_Click() {
   log_.Log_Step(kLogSearching);
   window_.SelectTab(kLogTab);
 
-  for (int group = 0; group < kTraceGroups && !window_.Ended(); ++group) {
+  for (int group = 0; group < kTraceGroups && !life_.Over(); ++group) {
     Sequence(static_cast<TraceGroup>(group));
     const bool tested = static_cast<TraceGroup>(group) <= TraceGroup::AOL;
     if (tested && state_.RunStopped) {
@@ -60,7 +61,7 @@ void KillRun::cmdKILLALL_Click() {
       return;
     }
   }
-  if (window_.Ended()) return;
+  if (life_.Over()) return;
   EndManualRun(starting_value);
 }
 
@@ -76,6 +77,7 @@ void KillRun::EndManualRun(double starting_value) {
         "You must first select which traces to kill!\r\n\r\nPut checkmarks next to the traces you wish to securely "
         "delete then press this button again.",
         "Quillbarrow - Please select what to Kill...", kBoxOk | kBoxInformation));
+    if (life_.Over()) return;
     log_.AddLine(" - ERROR: You must select which history traces you wish to kill!");
   }
   state_.ManualRun = false;
@@ -108,6 +110,7 @@ bool KillRun::MayGoOn(TraceGroup group) {
     StepOver(platform_.desktop.MessageBoxA(window_.MainForm().Window(),
                                            "You must set up your AOL folder.  You can do this in the next screen.",
                                            "AOL Folder NOT setup", kBoxOk | kBoxInformation));
+    if (life_.Over()) return false;
     window_.ShowGeneralSetup();
     return false;
   }
@@ -115,12 +118,12 @@ bool KillRun::MayGoOn(TraceGroup group) {
 }
 
 void KillRun::RunWork(const TraceClass* row) {
-  if (row != nullptr && row->work != nullptr && !window_.Ended()) row->work(units_);
+  if (row != nullptr && row->work != nullptr && !life_.Over()) row->work(units_);
 }
 
 void KillRun::WalkAll(const TraceGroupRow& row) {
   for (const WalkStep& step : row.all_walk) {
-    if (window_.Ended()) return;
+    if (life_.Over()) return;
     log_.Log_Step(static_cast<std::int16_t>(step.code));
     RunWork(FindClass(step.key));
   }
@@ -128,11 +131,11 @@ void KillRun::WalkAll(const TraceGroupRow& row) {
 }
 
 void KillRun::WalkBoxes(std::span<const TraceClass> classes, const std::vector<bool>& ticked) {
-  for (std::size_t i = 0; i < classes.size() && !window_.Ended(); ++i) {
+  for (std::size_t i = 0; i < classes.size() && !life_.Over(); ++i) {
     if (!ticked[i]) continue;
     const TraceClass& row = classes[i];
     if (row.work_first) RunWork(&row);
-    if (window_.Ended()) return;
+    if (life_.Over()) return;
     log_.Log_Step(static_cast<std::int16_t>(row.code));
     if (!row.work_first) RunWork(&row);
     if (row.counts) ++state_.ClassesDone;
@@ -167,7 +170,7 @@ bool KillRun::GroupIsHere(TraceGroup group) const {
 
 void KillRun::WalkUnattended(const TraceGroupRow& row) {
   for (const WalkStep& step : row.unattended_walk) {
-    if (window_.Ended()) return;
+    if (life_.Over()) return;
     const TraceClass* trace = FindClass(step.key);
     if (trace == nullptr || Selected(*trace) != 1) continue;
     if (step.code != 0) log_.Log_Step(static_cast<std::int16_t>(step.code));
@@ -184,7 +187,7 @@ void KillRun::Do_Start_Up(std::int16_t mode) {
   }
   state_.MainWindowHidden = false;
   log_.Log_Step(kLogSearching);
-  if (window_.Ended()) return;
+  if (life_.Over()) return;
   ReadSelection();
   if (settings_.Number(Setting::Disable_AK) == 1) return;
   if (!AnythingSelected()) {
@@ -197,11 +200,11 @@ void KillRun::Do_Start_Up(std::int16_t mode) {
   for (TraceGroup group : UnattendedOrder()) {
     if (GroupIsHere(group)) WalkUnattended(RowOf(group));
   }
-  if (window_.Ended()) return;
+  if (life_.Over()) return;
   log_.Log_Step(kLogProtected);
   if (mode != kModeRunNow) {
     window_.Pause_Seconds(2);
-    if (window_.Ended()) return;
+    if (life_.Over()) return;
     window.Hide();
     window.SetState(WindowState::Minimised);
     state_.StartedAtBoot = false;

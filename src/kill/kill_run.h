@@ -11,14 +11,15 @@
 #include "kill/run_state.h"
 #include "kill/run_window.h"
 #include "kill/trace_units.h"
+#include "runtime/lifetime.h"
 #include "runtime/trace_counter.h"
 
 namespace qb {
 
 class KillRun {
  public:
-  KillRun(Platform& platform, Settings& settings, const BrowserProfiles& profiles, RunState& state, RunWindow& window,
-          RunLog& log, TraceUnits& units, TraceCounter& history_removed);
+  KillRun(Platform& platform, Settings& settings, const BrowserProfiles& profiles, RunState& state,
+          const Lifetime& life, RunWindow& window, RunLog& log, TraceUnits& units, TraceCounter& history_removed);
 
   void cmdKILLALL_Click();
   // Mode 0 is the run at boot, 2 the one asked for by the user (the window then stays as it is), 3 the
@@ -53,6 +54,7 @@ class KillRun {
   Settings& settings_;
   const BrowserProfiles& profiles_;
   RunState& state_;
+  const Lifetime& life_;
   RunWindow& window_;
   RunLog& log_;
   TraceUnits& units_;

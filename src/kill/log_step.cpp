@@ -101,6 +101,7 @@ void RunLog::AddLine(const std::string& text) {
 }
 
 void RunLog::Log_Step(std::int16_t code) {
+  if (life_.Over()) return;
   const std::int16_t stealth = settings_.Number(Setting::Stealth);
   if (stealth != 0 && !(stealth == 1 && state_.ManualRun)) return;
   window_.MainForm().Center();
@@ -118,9 +119,9 @@ void RunLog::Log_Step(std::int16_t code) {
 
   window_.MainForm().Refresh();
   StepOver(bar.SetMax(steps));
-  for (int value = 1; value <= steps && !window_.Ended(); ++value) {
+  for (int value = 1; value <= steps; ++value) {
     StepOver(bar.SetValue(value));
-    platform_.pump.PumpMessages();
+    if (!PumpAndLive(platform_, life_)) return;
   }
 }
 

@@ -5,7 +5,7 @@
 
 #include "kill/run_state.h"
 #include "kill/run_window.h"
-#include "platform/platform.h"
+#include "runtime/lifetime.h"
 #include "settings/settings.h"
 
 namespace qb {
@@ -20,8 +20,9 @@ std::string LogTime(System& system);
 
 class RunLog {
  public:
-  RunLog(Platform& platform, Settings& settings, const RunState& state, RunWindow& window, const ThumbTotals& thumbs)
-      : platform_(platform), settings_(settings), state_(state), window_(window), thumbs_(thumbs) {}
+  RunLog(Platform& platform, Settings& settings, const RunState& state, const Lifetime& life, RunWindow& window,
+         const ThumbTotals& thumbs)
+      : platform_(platform), settings_(settings), state_(state), life_(life), window_(window), thumbs_(thumbs) {}
 
   // Writes the line of the code, selects the last line and fills the bar, pumping messages after each
   // step. Nothing happens in an unattended run in Stealth mode. A code outside 1 to 54 writes no line.
@@ -33,6 +34,7 @@ class RunLog {
   Platform& platform_;
   Settings& settings_;
   const RunState& state_;
+  const Lifetime& life_;
   RunWindow& window_;
   const ThumbTotals& thumbs_;
 };

@@ -22,7 +22,7 @@ bool NamedTraces::IsPath(std::string_view path) {
 }
 
 void NamedTraces::WipeFiles(const std::string& folder, Names names) {
-  if (!IsPath(folder)) return;
+  if (!IsPath(folder) || life_.Over()) return;
   for (std::string_view name : names) {
     const std::string path = folder + std::string(name);
     if (!delete_path_.File_Can_Open(path)) continue;
@@ -35,11 +35,12 @@ void NamedTraces::WipeFolders(const std::string& folder, Names names, FolderCoun
   if (!IsPath(folder)) return;
   for (std::string_view name : names) {
     delete_path_.Wipe_Folder_Files(folder + std::string(name));
-    if (count == FolderCount::WalkerAndOne) history_removed_.Add(1);
+    if (count == FolderCount::WalkerAndOne) Count(1);
   }
 }
 
 void NamedTraces::DeletePattern(const std::string& pattern) {
+  if (life_.Over()) return;
   if (pattern.ends_with(kEverything) &&
       !delete_path_.IsPlainFolder(pattern.substr(0, pattern.size() - kEverything.size()))) {
     return;
@@ -48,6 +49,7 @@ void NamedTraces::DeletePattern(const std::string& pattern) {
 }
 
 void NamedTraces::DeletePaths(Names paths) {
+  if (life_.Over()) return;
   for (std::string_view path : paths) {
     if (delete_path_.File_Can_Open(path)) StepOver(delete_path_.Delete_Files(std::string(path)));
   }

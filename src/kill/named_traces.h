@@ -1,4 +1,5 @@
-// The small routines that walk the browsers' tables of file and folder names.
+// The small routines that walk the browsers' tables of file and folder names. Once the program has ended
+// none of them does anything.
 #pragma once
 
 #include <span>
@@ -16,8 +17,8 @@ enum class FolderCount { Walker, WalkerAndOne };
 
 class NamedTraces {
  public:
-  NamedTraces(DeletePath& delete_path, TraceCounter& history_removed)
-      : delete_path_(delete_path), history_removed_(history_removed) {}
+  NamedTraces(DeletePath& delete_path, TraceCounter& history_removed, const Lifetime& life)
+      : delete_path_(delete_path), history_removed_(history_removed), life_(life) {}
 
   // A path of three characters or fewer is none, and nothing is done for it; nor for one that climbs
   // with "..", which could lead out of the profiles to anywhere.
@@ -32,11 +33,14 @@ class NamedTraces {
   void DeletePattern(const std::string& pattern);
   // For each path, in order: if it opens, plainly deletes it; nothing is counted.
   void DeletePaths(Names paths);
-  void Count(double traces) { history_removed_.Add(traces); }
+  void Count(double traces) {
+    if (!life_.Over()) history_removed_.Add(traces);
+  }
 
  private:
   DeletePath& delete_path_;
   TraceCounter& history_removed_;
+  const Lifetime& life_;
 };
 
 }  // namespace qb

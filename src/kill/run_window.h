@@ -21,8 +21,6 @@ class RunWindow {
   virtual void SelectTab(int tab) = 0;
   virtual Form& MainForm() = 0;
 
-  // True once the program has really ended; a run stops at its next step.
-  virtual bool Ended() const = 0;
   // Waits, pumping messages.
   virtual void Pause_Seconds(double seconds) = 0;
   // General Setup, shown without waiting for it.

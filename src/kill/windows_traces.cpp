@@ -38,18 +38,19 @@ constexpr std::uint32_t kEmptyBinQuietly = 7;  // no confirmation, no progress d
 
 }  // namespace
 
-double CountAndDeleteKeys(Platform& platform, std::span<const std::string_view> keys) {
-  RegistryCounter counter(platform.registry, [&platform] { platform.pump.PumpMessages(); });
-  double sum = 0;
+void CountAndDeleteKeys(Platform& platform, const Lifetime& life, TraceCounter& history_removed,
+                        std::span<const std::string_view> keys) {
+  RegistryCounter counter(platform.registry, [&] { return PumpAndLive(platform, life); });
   for (std::string_view key : keys) {
-    sum += counter.SubValueCount(KeyHandle::CurrentUser, key);
+    const std::int32_t values = life.Over() ? 0 : counter.SubValueCount(KeyHandle::CurrentUser, key);
+    if (life.Over()) return;
     StepOver(Registry_Delete_Key(platform.registry, KeyHandle::CurrentUser, key));
+    history_removed.Add(values);
   }
-  return sum;
 }
 
 void WindowsTraces::Kill_Run_MRU() {
-  history_removed_.Add(CountAndDeleteKeys(platform_, kRunMru));
+  CountAndDeleteKeys(platform_, life_, history_removed_, kRunMru);
 }
 
 void WindowsTraces::Kill_Recent_Docs() {
@@ -58,13 +59,13 @@ void WindowsTraces::Kill_Recent_Docs() {
 }
 
 void WindowsTraces::Kill_Media_Player() {
-  const double listed = CountAndDeleteKeys(platform_, kPlayerLists);
+  CountAndDeleteKeys(platform_, life_, history_removed_, kPlayerLists);
+  if (life_.Over()) return;
   for (const auto& file : kPlayerFiles) {
     if (!delete_path_.File_Can_Open(file.tested)) continue;
     StepOver(delete_path_.Delete_Files(file.deleted));
     history_removed_.Add(1);
   }
-  history_removed_.Add(listed);
 }
 
 void WindowsTraces::Kill_Recycle_Bin() {
@@ -106,7 +107,7 @@ void WindowsTraces::Kill_Office_Recent() {
   if (!windows.empty()) {
     delete_path_.Wipe_Folder_Files(windows + "\\Application Data\\Microsoft\\Office\\Recent");
   }
-  history_removed_.Add(CountAndDeleteKeys(platform_, kOpenSaveLists));
+  CountAndDeleteKeys(platform_, life_, history_removed_, kOpenSaveLists);
 }
 
 }  // namespace qb

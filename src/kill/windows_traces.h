@@ -12,19 +12,22 @@
 
 namespace qb {
 
-// Counts the values of keys under HKEY_CURRENT_USER, then deletes each key, in order; gives the sum. A
-// key that is missing counts 0; one whose delete is refused counts all the same.
-double CountAndDeleteKeys(Platform& platform, std::span<const std::string_view> keys);
+// Deletes keys under HKEY_CURRENT_USER, in order, and adds to the counter the values that each had. A key
+// that is missing counts 0; one whose delete is refused counts all the same. Counting pumps messages: a key
+// in whose midst the program ended stays, and adds nothing.
+void CountAndDeleteKeys(Platform& platform, const Lifetime& life, TraceCounter& history_removed,
+                        std::span<const std::string_view> keys);
 
 class WindowsTraces {
  public:
   WindowsTraces(Platform& platform, DeletePath& delete_path, const WindowsFolders& folders,
-                const ProductFolders& products, TraceCounter& history_removed, RunWindow& window)
+                const ProductFolders& products, TraceCounter& history_removed, const Lifetime& life, RunWindow& window)
       : platform_(platform),
         delete_path_(delete_path),
         folders_(folders),
         products_(products),
         history_removed_(history_removed),
+        life_(life),
         window_(window) {}
 
   void Kill_Run_MRU();
@@ -50,6 +53,7 @@ class WindowsTraces {
   const WindowsFolders& folders_;
   const ProductFolders& products_;
   TraceCounter& history_removed_;
+  const Lifetime& life_;
   RunWindow& window_;
 };
 

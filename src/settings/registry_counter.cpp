@@ -103,7 +103,7 @@ std::int32_t RegistryCounter::Count(KeyHandle root, std::string_view path, Enume
   Entry entry;
   while ((this->*enumerate)(key.value, static_cast<std::uint32_t>(count), entry)) {
     ++count;
-    pump_();
+    if (!pump_()) break;
   }
   return count;
 }

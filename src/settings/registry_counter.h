@@ -15,8 +15,8 @@ Error Registry_Delete_Key(Registry& registry, KeyHandle root, std::string_view p
 
 class RegistryCounter {
  public:
-  // `pump` runs the message pump; counting calls it in each round.
-  RegistryCounter(Registry& registry, std::function<void()> pump) : registry_(registry), pump_(std::move(pump)) {}
+  // `pump` runs the message pump; counting calls it in each round, and stops when it gives false.
+  RegistryCounter(Registry& registry, std::function<bool()> pump) : registry_(registry), pump_(std::move(pump)) {}
 
   bool CreateRegKey(KeyHandle root, std::string_view path);
   // Empty if missing or not of type REG_SZ; cut at the first zero character.
@@ -52,7 +52,7 @@ class RegistryCounter {
   Result<std::string> ReadValue(KeyHandle root, std::string_view path, std::string_view name, std::uint32_t type);
 
   Registry& registry_;
-  std::function<void()> pump_;
+  std::function<bool()> pump_;
 };
 
 }  // namespace qb

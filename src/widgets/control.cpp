@@ -69,11 +69,11 @@ void Control::SetToolTip(std::string tip, std::string title) {
 }
 
 void Control::UserMouseDown() {
-  if (MouseDown) MouseDown();
+  Raise(MouseDown);
 }
 
 void Control::UserClick() {
-  if (Click) Click();
+  Raise(Click);
 }
 
 std::optional<std::string> Control::Property(std::string_view name) const {
@@ -84,6 +84,10 @@ std::optional<std::string> Control::Property(std::string_view name) const {
   if (SameName(name, "ToolTip")) return tool_tip_;
   if (SameName(name, "ToolTipTitle")) return tool_tip_title_;
   return std::nullopt;
+}
+
+void Control::Raise(const Handler& handler) const {
+  if (handler && !form_.life().Over()) handler();
 }
 
 void Control::Changed() {

@@ -68,6 +68,8 @@ class Control {
  protected:
   // Tells the view that what it shows of this control is out of date.
   void Changed();
+  // Runs a handler, if there is one and the program has not ended.
+  void Raise(const Handler& handler) const;
 
  private:
   Form& form_;

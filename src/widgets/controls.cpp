@@ -40,7 +40,7 @@ void CheckBox::SetValue(int value) {
   if (value == value_) return;
   value_ = value;
   Changed();
-  if (Click) Click();
+  Raise(Click);
 }
 
 std::optional<std::string> CheckBox::Property(std::string_view name) const {
@@ -58,7 +58,7 @@ void OptionButton::SetValue(bool value) {
     }
   }
   Changed();
-  if (value_ && Click) Click();
+  if (value_) Raise(Click);
 }
 
 std::optional<std::string> OptionButton::Property(std::string_view name) const {
@@ -112,7 +112,7 @@ void ListBox::UserMark(const std::vector<int>& indices) {
     list_index_ = index;
   }
   Changed();
-  if (Click) Click();
+  Raise(Click);
 }
 
 std::optional<std::string> ListBox::Property(std::string_view name) const {
@@ -142,7 +142,7 @@ bool ComboBox::SetListIndex(int index) {
 }
 
 void ComboBox::UserPick(int index) {
-  if (SetListIndex(index) && Click) Click();
+  if (SetListIndex(index)) Raise(Click);
 }
 
 std::optional<std::string> ComboBox::Property(std::string_view name) const {
@@ -172,7 +172,7 @@ bool TabStrip::SetTab(int tab) {
 }
 
 void TabStrip::UserPick(int tab) {
-  if (SetTab(tab) && Click) Click();
+  if (SetTab(tab)) Raise(Click);
 }
 
 std::optional<std::string> TabStrip::Property(std::string_view name) const {
@@ -240,7 +240,7 @@ void Timer::Disarm() {
 void Timer::Tick() {
   if (in_handler_ || !Click) return;
   in_handler_ = true;
-  Click();
+  Raise(Click);
   in_handler_ = false;
 }
 

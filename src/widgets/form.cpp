@@ -4,17 +4,25 @@
 
 namespace qb {
 
-Form::Form(Platform& platform, FormWatcher& watcher, std::string name, std::string caption)
-    : platform_(platform), watcher_(watcher), name_(std::move(name)), caption_(std::move(caption)) {}
+Form::Form(const FormHost& host, std::string name, std::string caption)
+    : host_(host), name_(std::move(name)), caption_(std::move(caption)) {
+  host_.life.Join(*this);
+}
 
 Form::~Form() {
+  host_.life.Leave(*this);
   // A form that goes without a close request (the program ends at once) still gives back its window.
+  Destroy();
+}
+
+void Form::Destroy() {
   if (!loaded_) return;
   for (Control* control : controls_) {
     if (control->kind() == ControlKind::Timer) static_cast<Timer*>(control)->FormUnloaded();
   }
+  visible_ = false;
+  host_.watcher.FormUnloaded(*this);
   loaded_ = false;
-  watcher_.FormUnloaded(*this);
 }
 
 void Form::Delist(Control* control) {
@@ -22,20 +30,20 @@ void Form::Delist(Control* control) {
 }
 
 WindowHandle Form::Window() const {
-  return loaded_ ? watcher_.WindowOf(*this) : WindowHandle::None;
+  return loaded_ ? watcher().WindowOf(*this) : WindowHandle::None;
 }
 
 void Form::SetCaption(std::string caption) {
   caption_ = std::move(caption);
-  if (loaded_) watcher_.FormChanged(*this, FormWatcher::Aspect::Caption);
+  if (loaded_) watcher().FormChanged(*this, FormWatcher::Aspect::Caption);
 }
 
 void Form::Load() {
-  if (loaded_) return;
+  if (loaded_ || life().Over()) return;
   loaded_ = true;
   visible_ = false;
   state_ = WindowState::Normal;
-  watcher_.FormLoaded(*this);
+  watcher().FormLoaded(*this);
   for (Control* control : controls_) {
     if (control->kind() == ControlKind::Timer) static_cast<Timer*>(control)->FormLoaded();
   }
@@ -46,13 +54,13 @@ void Form::Show() {
   Load();
   if (!loaded_) return;  // its load may have ended it
   visible_ = true;
-  watcher_.FormChanged(*this, FormWatcher::Aspect::Visibility);
+  watcher().FormChanged(*this, FormWatcher::Aspect::Visibility);
 }
 
 void Form::ShowModal() {
   modal_ = true;
   Show();
-  while (loaded_ && visible_ && platform_.pump.WaitMessage()) {
+  while (loaded_ && visible_ && platform().pump.WaitMessage()) {
   }
   modal_ = false;
 }
@@ -60,25 +68,25 @@ void Form::ShowModal() {
 void Form::Hide() {
   if (!loaded_ || !visible_) return;
   visible_ = false;
-  watcher_.FormChanged(*this, FormWatcher::Aspect::Visibility);
+  watcher().FormChanged(*this, FormWatcher::Aspect::Visibility);
 }
 
 void Form::SetState(WindowState state) {
   if (state == state_) return;
   state_ = state;
-  if (loaded_) watcher_.FormChanged(*this, FormWatcher::Aspect::State);
+  if (loaded_) watcher().FormChanged(*this, FormWatcher::Aspect::State);
 }
 
 void Form::SetFocus() {
-  if (loaded_) watcher_.FormChanged(*this, FormWatcher::Aspect::Focus);
+  if (loaded_) watcher().FormChanged(*this, FormWatcher::Aspect::Focus);
 }
 
 void Form::Center() {
-  if (loaded_) watcher_.FormChanged(*this, FormWatcher::Aspect::Center);
+  if (loaded_) watcher().FormChanged(*this, FormWatcher::Aspect::Center);
 }
 
 void Form::Refresh() {
-  if (loaded_) watcher_.FormChanged(*this, FormWatcher::Aspect::Repaint);
+  if (loaded_) watcher().FormChanged(*this, FormWatcher::Aspect::Repaint);
 }
 
 bool Form::Unload(UnloadMode mode) {
@@ -87,13 +95,7 @@ bool Form::Unload(UnloadMode mode) {
   Form_QueryUnload(cancel, mode);
   if (!cancel) Form_Unload(cancel);
   if (cancel) return false;
-  if (!loaded_) return true;
-  for (Control* control : controls_) {
-    if (control->kind() == ControlKind::Timer) static_cast<Timer*>(control)->FormUnloaded();
-  }
-  visible_ = false;
-  watcher_.FormUnloaded(*this);
-  loaded_ = false;
+  Destroy();
   return true;
 }
 

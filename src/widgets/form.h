@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/platform.h"
+#include "runtime/lifetime.h"
 #include "widgets/controls.h"
 #include "widgets/layout.h"
 
@@ -19,9 +20,16 @@ enum class WindowState { Normal = 0, Minimised = 1, Maximised = 2 };
 // Who asks a form to close, by the numbers that close handlers are given.
 enum class UnloadMode { ControlMenu = 0, Code = 1, WindowsSession = 2 };
 
-class Form {
+// What a form lives in: the system, the view that shows it, and the program that it ends with.
+struct FormHost {
+  Platform& platform;
+  FormWatcher& watcher;
+  Lifetime& life;
+};
+
+class Form : private Mortal {
  public:
-  Form(Platform& platform, FormWatcher& watcher, std::string name, std::string caption);
+  Form(const FormHost& host, std::string name, std::string caption);
   virtual ~Form();
   Form(const Form&) = delete;
   Form& operator=(const Form&) = delete;
@@ -29,8 +37,9 @@ class Form {
   const std::string& name() const { return name_; }
   const std::string& Caption() const { return caption_; }
   void SetCaption(std::string caption);
-  Platform& platform() const { return platform_; }
-  FormWatcher& watcher() const { return watcher_; }
+  Platform& platform() const { return host_.platform; }
+  FormWatcher& watcher() const { return host_.watcher; }
+  const Lifetime& life() const { return host_.life; }
   // The native window; None while the form is not loaded.
   WindowHandle Window() const;
 
@@ -39,7 +48,7 @@ class Form {
   bool Modal() const { return modal_; }
   WindowState State() const { return state_; }
 
-  // Makes the window, hidden, and runs Form_Load; nothing if it is loaded.
+  // Makes the window, hidden, and runs Form_Load; nothing if it is loaded, or once the program has ended.
   void Load();
   // Loads if need be, shows, and brings to the front.
   void Show();
@@ -88,9 +97,11 @@ class Form {
   friend class Control;
   void Enlist(Control* control) { controls_.push_back(control); }
   void Delist(Control* control);
+  // The window goes at once, without a question.
+  void LifeEnded() override { Destroy(); }
+  void Destroy();
 
-  Platform& platform_;
-  FormWatcher& watcher_;
+  const FormHost host_;
   const std::string name_;
   std::string caption_;
   bool loaded_ = false;

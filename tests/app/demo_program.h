@@ -11,7 +11,7 @@ namespace qb::test {
 
 class DemoOptions : public Form {
  public:
-  DemoOptions(Platform& platform, FormWatcher& watcher) : Form(platform, watcher, "frmOptions", "Options") {
+  explicit DemoOptions(const FormHost& host) : Form(host, "frmOptions", "Options") {
     Arrange(Column({text, ok, shared}));
     ok.Click = [this] { Unload(); };
     shared.Click = [this] { text.SetText("shared clicked"); };
@@ -23,8 +23,7 @@ class DemoOptions : public Form {
 
 class DemoMain : public Form {
  public:
-  DemoMain(Platform& platform, FormWatcher& watcher)
-      : Form(platform, watcher, "frmMain", "Demo"), options(platform, watcher) {
+  explicit DemoMain(const FormHost& host) : Form(host, "frmMain", "Demo"), options(host) {
     frame.SetCaption("&Kind");
     combo.AddItem("15 Minutes");
     combo.AddItem("1 Hour");
@@ -45,7 +44,7 @@ class DemoMain : public Form {
         status.AddItem("12:00:00 - pump " + std::to_string(i + 1));
       }
     };
-    run.MouseDown = [this, &watcher] { watcher.PopupMenu(*this, popup); };
+    run.MouseDown = [this] { watcher().PopupMenu(*this, popup); };
     modal.Click = [this] {
       options.ShowModal();
       status.AddItem("12:00:00 - modal left");
@@ -87,7 +86,7 @@ class DemoMain : public Form {
 class DemoProgram : public rehearse::RunningProgram {
  public:
   DemoProgram(Platform& platform, FormWatcher& watcher, std::string command_line)
-      : main_(platform, watcher), command_line_(std::move(command_line)) {}
+      : main_({platform, watcher, life_}), command_line_(std::move(command_line)) {}
   void Start() override { main_.Show(); }
   bool Ended() const override { return !main_.Loaded(); }
   Form& MainForm() override { return main_; }
@@ -104,6 +103,7 @@ class DemoProgram : public rehearse::RunningProgram {
   }
 
  private:
+  Lifetime life_;
   DemoMain main_;
   std::string command_line_;
 };

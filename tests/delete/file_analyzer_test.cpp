@@ -24,7 +24,7 @@ class FileAnalyzer : public ::testing::Test {
     machine_ = machine::Machine::Open((folder_.path() / "machine").string(), problem);
     if (machine_ == nullptr) throw std::runtime_error(problem);
     channels_ = std::make_unique<Channels>(machine_->platform().files);
-    analyzer_ = std::make_unique<clsFileAnalyzer>(machine_->platform(), *channels_);
+    analyzer_ = std::make_unique<clsFileAnalyzer>(machine_->platform(), *channels_, life_);
     machine_->MakeFolder("C:\\a");
   }
   // What a routine opens it also closes, however it ends.
@@ -58,6 +58,7 @@ class FileAnalyzer : public ::testing::Test {
 
   test::TempFolder folder_;
   std::unique_ptr<machine::Machine> machine_;
+  Lifetime life_;
   std::unique_ptr<Channels> channels_;
   std::unique_ptr<clsFileAnalyzer> analyzer_;
 };

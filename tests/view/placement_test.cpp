@@ -45,7 +45,7 @@ class PlacementTest : public ::testing::Test {
     machine_ = machine::Machine::Open((folder_.path() / "machine").string(), problem);
     ASSERT_NE(machine_, nullptr) << problem;
     view_ = std::make_unique<TextView>(*machine_, "Demo program");
-    form_ = std::make_unique<DemoForm>(machine_->platform(), *view_, "frmDemo", "Demo");
+    form_ = std::make_unique<DemoForm>(FormHost{machine_->platform(), *view_, life_}, "frmDemo", "Demo");
   }
   template <typename T>
   T& Make(const std::string& caption) {
@@ -64,6 +64,7 @@ class PlacementTest : public ::testing::Test {
   test::TempFolder folder_;
   std::unique_ptr<machine::Machine> machine_;
   std::unique_ptr<TextView> view_;
+  Lifetime life_;
   std::unique_ptr<DemoForm> form_;
   const Letters letters_{};
   const Spacing spacing_{4, 8, {6, 6}, 16, {6, 6}};

@@ -23,10 +23,11 @@ class TextViewTest : public ::testing::Test {
   test::TempFolder folder_;
   std::unique_ptr<machine::Machine> machine_;
   std::unique_ptr<TextView> view_;
+  Lifetime life_;
 };
 
 TEST_F(TextViewTest, MainFormStandsDirectlyAboveTheOwnerWindow) {
-  test::DemoMain main(machine_->platform(), *view_);
+  test::DemoMain main({machine_->platform(), *view_, life_});
   main.Load();
   main.options.Load();
   WindowHandle owner = desktop().FindWindowA("ThunderRT6Main", "Demo program");
@@ -43,7 +44,7 @@ TEST_F(TextViewTest, MainFormStandsDirectlyAboveTheOwnerWindow) {
 }
 
 TEST_F(TextViewTest, OutsideShowsRestoresAndCloses) {
-  test::DemoMain main(machine_->platform(), *view_);
+  test::DemoMain main({machine_->platform(), *view_, life_});
   main.Load();
   main.SetState(WindowState::Minimised);
   desktop().ShowWindow(main.Window(), kShowNormal);
@@ -60,7 +61,7 @@ TEST_F(TextViewTest, OutsideShowsRestoresAndCloses) {
 }
 
 TEST_F(TextViewTest, Drawing) {
-  test::DemoMain main(machine_->platform(), *view_);
+  test::DemoMain main({machine_->platform(), *view_, life_});
   main.Show();
   main.box.SetValue(1);
   main.shared.SetVisible(false);
