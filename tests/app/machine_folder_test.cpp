@@ -6,6 +6,7 @@
 
 #include <csignal>
 #include <fstream>
+#include <iterator>
 
 #include "platform/machine/machine.h"
 #include "tests/app/temp_folder.h"
@@ -58,6 +59,29 @@ TEST(MachineFolder, FullDiskKeepsTheOldFileAndNoHalfOne) {
   EXPECT_FALSE(std::filesystem::exists(folder.path() / "machine.ini.new"));
   machine.reset();
   EXPECT_NE(Machine::Open(folder.path().string(), problem), nullptr) << problem;
+}
+
+TEST(MachineFolder, JunctionInsideAJunctionIsThereTheNextTime) {
+  test::TempFolder folder;
+  std::string problem;
+  auto machine = Machine::Open(folder.path().string(), problem);
+  ASSERT_NE(machine, nullptr) << problem;
+  ASSERT_TRUE(machine->Save(problem));
+  machine.reset();
+  // In this order the inner one is made first; it is saved behind the outer one.
+  std::ofstream(folder.path() / "machine.ini", std::ios::app)
+      << "\n[junctions]\nC:\\WINDOWS\\TEMP=C:\\Users\nC:\\windows=C:\\Users\n";
+  std::string saved[2];
+  for (std::string& content : saved) {
+    machine = Machine::Open(folder.path().string(), problem);
+    ASSERT_NE(machine, nullptr) << problem;
+    ASSERT_TRUE(machine->Save(problem));
+    machine.reset();
+    std::ifstream file(folder.path() / "machine.ini");
+    content.assign(std::istreambuf_iterator<char>(file), {});
+  }
+  EXPECT_NE(saved[0].find("TEMP=C:"), std::string::npos);
+  EXPECT_EQ(saved[0], saved[1]);
 }
 
 }  // namespace

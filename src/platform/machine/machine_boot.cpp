@@ -58,6 +58,8 @@ void CarryOutWininit(MachineState& state) {
   const std::string kept = state.config.windows_folder + "\\WININIT.BAK";
   CarryOut(state, kept, "");
   CarryOut(state, path, kept);
+  // A folder may hold that name, put there by the file itself: what is carried out goes all the same.
+  CarryOut(state, path, "");
 }
 
 }  // namespace qb::machine

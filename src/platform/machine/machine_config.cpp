@@ -180,9 +180,11 @@ void GiveBack(const SavedEntries& saved, MachineState& state) {
     found->attributes = 0;
     for (char letter : letters) found->attributes |= AttributeBit(letter);
   }
-  for (const auto& [path, target] : saved.junctions) {
-    Entry* found = entry(path);
-    if (found == nullptr || found->kind != Entry::Kind::Folder) continue;
+  // All are found before the first becomes one: it would hide those that lie in its host folder.
+  std::vector<std::pair<Entry*, std::string_view>> junctions;
+  for (const auto& [path, target] : saved.junctions) junctions.emplace_back(entry(path), target);
+  for (const auto& [found, target] : junctions) {
+    if (found == nullptr || (found->kind != Entry::Kind::Folder && found->kind != Entry::Kind::Junction)) continue;
     found->kind = Entry::Kind::Junction;
     found->target = target;
   }
