@@ -7,8 +7,10 @@ namespace qb {
 
 namespace {
 
+constexpr int kFirstTab = 0;
 constexpr int kAutoKillTab = 6;
 constexpr int kBossKeyTab = 7;
+constexpr int kLogTab = 9;
 constexpr std::string_view kHomePage = "http://www.quillbarrow.example/";
 
 const std::vector<TabStrip::Page>& TabPages() {
@@ -183,7 +185,20 @@ void frmMain::LoadFromSettings() {
   Timer2_Timer();
 }
 
-bool frmMain::BoxTicked(std::string_view box) const {
+void frmMain::ShowLog() {
+  SelectTab(kLogTab);
+}
+
+void frmMain::ShowBoxes() {
+  SelectTab(kFirstTab);
+}
+
+void frmMain::ShowCacheUrls(const std::vector<std::string>& urls) {
+  List3.Clear();
+  for (const std::string& url : urls) List3.AddItem(url);
+}
+
+bool frmMain::Ticked(std::string_view box) const {
   auto found = boxes_.find(box);
   return found != boxes_.end() && found->second->Value() == 1;
 }

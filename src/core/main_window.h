@@ -10,12 +10,12 @@
 #include "core/services.h"
 #include "core/shredder_page.h"
 #include "kill/class_table.h"
-#include "kill/run_window.h"
+#include "kill/run_display.h"
 #include "widgets/form.h"
 
 namespace qb {
 
-class frmMain : public Form, public RunWindow {
+class frmMain : public Form, public RunDisplay {
  public:
   frmMain(const FormHost& host, Services& services, ProgramLife& life);
 
@@ -27,20 +27,23 @@ class frmMain : public Form, public RunWindow {
   void cmdClearLog_Click();
   void Timer2_Timer();
   void Exit_Click();
-  ListBox& CacheList() { return List3; }
   std::int16_t AutoKillMinutes() const { return auto_kill_interval_.Minutes(); }
 
-  // RunWindow
-  bool BoxTicked(std::string_view box) const override;
-  void EnableKillButton(bool enabled) override { cmdKILLALL.SetEnabled(enabled); }
-  void SetJustKilled(const std::string& text) override { lblJustKilled.SetCaption(text); }
-  ListBox& LogList() override { return lstStatus; }
-  ProgressBar& Bar() override { return pBar; }
-  void SelectTab(int tab) override { StepOver(SftTabs1.SetTab(tab)); }
-  Form& MainForm() override { return *this; }
-  void Pause_Seconds(double seconds) override { life_.Pause_Seconds(seconds); }
-  void ShowGeneralSetup() override { life_.ShowGeneralSetup(); }
-  void AskForSelection() override { life_.AskForSelection(); }
+  // RunDisplay
+  bool Ticked(std::string_view box) const override;
+  void EnableKill(bool enabled) override { cmdKILLALL.SetEnabled(enabled); }
+  void ShowJustKilled(const std::string& text) override { lblJustKilled.SetCaption(text); }
+  void AddLine(const std::string& line) override { lstStatus.AddItem(line); }
+  void SelectLastLine() override { StepOver(lstStatus.SetListIndex(lstStatus.ListCount() - 1)); }
+  void ShowLog() override;
+  void ShowBoxes() override;
+  void Center() override { Form::Center(); }
+  void ShowCacheUrls(const std::vector<std::string>& urls) override;
+  int Max() const override { return pBar.Max(); }
+  void SetMax(int max) override { StepOver(pBar.SetMax(max)); }
+  void SetValue(int value) override { StepOver(pBar.SetValue(value)); }
+  void Refresh() override { Form::Refresh(); }
+  WindowHandle Owner() const override { return Window(); }
 
  protected:
   void Form_Load() override { life_.MainWindowLoaded(); }
@@ -48,6 +51,7 @@ class frmMain : public Form, public RunWindow {
   void Form_Unload(bool& cancel) override { life_.MainWindowUnload(cancel); }
 
  private:
+  void SelectTab(int tab) { StepOver(SftTabs1.SetTab(tab)); }
   void MakeTraceBoxes();
   void MakeMenu();
   Layout TracePage(TraceGroup group);

@@ -18,26 +18,10 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
       options_({platform, watcher, services_.life}, services_, products_, [this] { ShowMainWindow(); }),
       cookie_manager_({platform, watcher, services_.life}, services_.settings, keep_list_,
                       [this] { main_window_.Refresh(); }),
-      delete_path_(platform, services_.channels, services_.history_removed, main_window_.Bar(), services_.life),
-      file_analyzer_(platform, services_.channels, services_.life),
-      named_traces_(delete_path_, services_.history_removed, services_.life),
-      firefox_traces_(services_.profiles, services_.folders, named_traces_),
-      chrome_traces_(services_.profiles, named_traces_),
-      safari_traces_(services_.profiles, named_traces_),
-      aol_traces_(services_.settings, named_traces_),
-      ie_traces_({platform, services_.settings, services_.folders, products_, services_.profiles, delete_path_,
-                  file_analyzer_, named_traces_, services_.history_removed, keep_list_, main_window_.CacheList(),
-                  main_window_.Bar(), services_.life}),
-      index_dat_(platform, services_.channels, services_.folders, products_, ie_folders_moved_,
-                 services_.history_removed, main_window_),
-      auto_complete_(platform, services_.reg_settings, services_.history_removed, services_.life),
-      windows_traces_(platform, delete_path_, services_.folders, products_, services_.history_removed, services_.life,
-                      main_window_),
-      units_{firefox_traces_, chrome_traces_, safari_traces_, aol_traces_,
-             ie_traces_,      index_dat_,     auto_complete_, windows_traces_},
-      run_log_(platform, services_.settings, services_.run, services_.life, main_window_, services_.thumbs),
-      kill_run_(platform, services_.settings, services_.profiles, services_.run, services_.life, main_window_, run_log_,
-                units_, services_.history_removed),
+      engine_({platform, services_.channels, services_.settings, services_.reg_settings, services_.folders, products_,
+               services_.profiles, keep_list_, services_.history_removed, services_.run, services_.thumbs,
+               ie_folders_moved_, services_.life},
+              main_window_, *this),
       guards_(services_.reg_settings, services_.store, main_window_.HomePageTimer()) {}
 
 Program::~Program() {
@@ -56,6 +40,16 @@ void Program::ShowMainWindow() {
   main_window_.SetState(WindowState::Normal);
   main_window_.Show();
   main_window_.SetFocus();
+}
+
+void Program::ShowForRun() {
+  main_window_.Show();
+  main_window_.SetState(WindowState::Normal);
+}
+
+void Program::HideAfterRun() {
+  main_window_.Hide();
+  main_window_.SetState(WindowState::Minimised);
 }
 
 void Program::Pause_Seconds(double seconds) {

@@ -9,15 +9,14 @@
 #include "core/main_window.h"
 #include "core/program_life.h"
 #include "core/services.h"
-#include "delete/file_analyzer.h"
 #include "guards/guards.h"
-#include "kill/kill_run.h"
+#include "kill/kill_engine.h"
 
 namespace qb {
 
 inline constexpr std::string_view kProgramVersion = "2019.1.0";
 
-class Program : public ProgramLife, public SetupAsker {
+class Program : public ProgramLife, public SetupAsker, private RunHost {
  public:
   // `command_line` is what stands behind the program's name, as typed. `application_window` is the
   // window whose title names this program to a second copy of it.
@@ -37,12 +36,13 @@ class Program : public ProgramLife, public SetupAsker {
   frmMain& main_window() { return main_window_; }
   frmOptions& options() { return options_; }
   frmCookieManager& cookie_manager() { return cookie_manager_; }
-  clsFileAnalyzer& file_analyzer() { return file_analyzer_; }
-  KillRun& kill_run() { return kill_run_; }
-  RunLog& run_log() { return run_log_; }
-  DeletePath& delete_path() { return delete_path_; }
+  clsFileAnalyzer& file_analyzer() { return engine_.file_analyzer(); }
+  KillEngine& engine() { return engine_; }
+  KillRun& kill_run() { return engine_.run(); }
+  RunLog& run_log() { return engine_.log(); }
+  DeletePath& delete_path() { return engine_.delete_path(); }
   ProductFolders& products() { return products_; }
-  TraceUnits& trace_units() { return units_; }
+  TraceUnits& trace_units() { return engine_.units(); }
   Guards& guards() { return guards_; }
   bool IEFoldersMoved() const { return ie_folders_moved_; }
 
@@ -58,20 +58,26 @@ class Program : public ProgramLife, public SetupAsker {
   void MainWindowLoaded() override;
   void MainWindowCloseRequest(bool& cancel, UnloadMode mode) override;
   void MainWindowUnload(bool& cancel) override;
-  void KillNow() override { kill_run_.cmdKILLALL_Click(); }
+  void KillNow() override { engine_.run().cmdKILLALL_Click(); }
   void ShowGeneralSetup() override { options_.Show(); }
   void ShowCookieManager() override { cookie_manager_.OpenAnew(); }
   void Timer_HomePage_Timer() override { guards_.Timer_HomePage_Timer(); }
   void Timer_DisableScriptDebug_Timer() override { guards_.Timer_DisableScriptDebug_Timer(); }
-  void TakeBackIndexDat(std::int16_t kind) override { index_dat_.Clear_Auto_Exec2(kind); }
-  void AskForSelection() override {}
+  void TakeBackIndexDat(std::int16_t kind) override { engine_.units().index_dat.Clear_Auto_Exec2(kind); }
   void ShutDown() override;
-  void ShowMainWindow() override;
+  void ShowMainWindow();
+  // RunHost
   void Pause_Seconds(double seconds) override;
   // SetupAsker
   void AskGeneralSetup() override { options_.ShowModal(); }
 
  private:
+  // RunHost
+  void AskForAolFolder() override { options_.Show(); }
+  void AskForSelection() override {}
+  void ShowForRun() override;
+  void HideAfterRun() override;
+
   bool PreviousInstance();
   void ReadSettings();
   void ComputeShortFolders();
@@ -89,20 +95,7 @@ class Program : public ProgramLife, public SetupAsker {
   frmMain main_window_;
   frmOptions options_;
   frmCookieManager cookie_manager_;
-  DeletePath delete_path_;
-  clsFileAnalyzer file_analyzer_;
-  NamedTraces named_traces_;
-  FirefoxTraces firefox_traces_;
-  ChromeTraces chrome_traces_;
-  SafariTraces safari_traces_;
-  AolTraces aol_traces_;
-  IeTraces ie_traces_;
-  IndexDat index_dat_;
-  AutoCompleteStore auto_complete_;
-  WindowsTraces windows_traces_;
-  TraceUnits units_;
-  RunLog run_log_;
-  KillRun kill_run_;
+  KillEngine engine_;
   Guards guards_;
   MutexHandle instance_ = MutexHandle::None;
   bool ie_folders_moved_ = false;

@@ -25,13 +25,8 @@ class ProgramLife {
   virtual void Timer_HomePage_Timer() = 0;
   virtual void Timer_DisableScriptDebug_Timer() = 0;
   virtual void ShowGeneralSetup() = 0;
-  // Opens the wizard's window for a user who never selected anything for the unattended run.
-  virtual void AskForSelection() = 0;
   // Asks, and ends the program on Yes.
   virtual void ShutDown() = 0;
-  virtual void ShowMainWindow() = 0;
-  // Waits on the clock, pumping messages, until so many seconds have passed or the program has ended.
-  virtual void Pause_Seconds(double seconds) = 0;
 };
 
 }  // namespace qb

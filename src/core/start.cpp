@@ -168,7 +168,7 @@ void Program::StartWithWindows() {
   }
   main_window_.Hide();
   services_.run.MainWindowHidden = true;
-  if (services_.settings.On(Setting::AK_WinStart)) kill_run_.Do_Start_Up(0);
+  if (services_.settings.On(Setting::AK_WinStart)) engine_.run().Do_Start_Up(0);
 }
 
 }  // namespace qb

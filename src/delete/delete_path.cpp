@@ -74,7 +74,7 @@ bool DeletePath::Refused(const std::string& folder) {
   if (std::find(std::begin(kRefusedFolders), std::end(kRefusedFolders), upper) == std::end(kRefusedFolders)) {
     return false;
   }
-  StepOver(platform_.desktop.MessageBoxA(bar_.form().Window(),
+  StepOver(platform_.desktop.MessageBoxA(progress_.Owner(),
                                          "Error # 69!  Please report to " + std::string(kSupportAddress), "Quillbarrow",
                                          kBoxOk | kBoxStop));
   return true;
@@ -95,15 +95,15 @@ void DeletePath::Delete_Folder_Files(const std::string& folder) {
 
 void DeletePath::Walk(const std::string& folder, FileStep file_step) {
   if (life_.Over() || Refused(folder)) return;
-  StepOver(bar_.SetValue(1));
-  StepOver(bar_.SetMax(kListingMax));
+  progress_.SetValue(1);
+  progress_.SetMax(kListingMax);
   std::vector<FolderEntry> entries;
   if (IsPlainFolder(folder)) entries = ListEntries(platform_.files, folder + "\\*.*", kListEverything);
   for (std::size_t collected = 1; collected <= entries.size() && collected <= kListingMax; ++collected) {
-    StepOver(bar_.SetValue(static_cast<int>(collected)));
+    progress_.SetValue(static_cast<int>(collected));
   }
-  StepOver(bar_.SetMax(static_cast<int>(entries.size())));
-  bar_.form().Refresh();
+  progress_.SetMax(static_cast<int>(entries.size()));
+  progress_.Refresh();
   if (!PumpAndLive(platform_, life_)) return;
   // The number of entries is kept in 16 bits with a sign; one that does not fit leaves the bound at 0.
   const std::size_t bound =
@@ -113,11 +113,11 @@ void DeletePath::Walk(const std::string& folder, FileStep file_step) {
     const FolderEntry& entry = entries[i];
     const std::string path = folder + "\\" + entry.name;
     if (!PumpAndLive(platform_, life_)) return;
-    StepOver(bar_.SetValue(static_cast<int>(i + 1)));
+    progress_.SetValue(static_cast<int>(i + 1));
     if (entry.IsLink()) {
       // Counted below, and left: what it leads to is no part of this folder.
     } else if (entry.IsFolder()) {
-      StepOver(bar_.SetValue(bar_.Max()));
+      progress_.SetValue(progress_.Max());
       Wipe_Folder_Files(path);
       if (life_.Over()) return;
     } else {
@@ -126,7 +126,7 @@ void DeletePath::Walk(const std::string& folder, FileStep file_step) {
     }
     history_removed_.Add(1);
   }
-  StepOver(bar_.SetValue(bar_.Max()));
+  progress_.SetValue(progress_.Max());
 }
 
 int DeletePath::Count_Matching_Files(std::string_view pattern, bool hidden, bool system) {

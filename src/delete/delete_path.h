@@ -5,21 +5,21 @@
 #include <string>
 #include <string_view>
 
+#include "delete/progress.h"
 #include "platform/platform.h"
 #include "runtime/channels.h"
 #include "runtime/folders.h"
 #include "runtime/lifetime.h"
 #include "runtime/trace_counter.h"
-#include "widgets/form.h"
 
 namespace qb {
 
 class DeletePath {
  public:
-  // `bar` and its form show how far a walk is. When the program ends a walk stops at its next entry.
-  DeletePath(Platform& platform, Channels& channels, TraceCounter& history_removed, ProgressBar& bar,
+  // `progress` tells how far a walk is. When the program ends a walk stops at its next entry.
+  DeletePath(Platform& platform, Channels& channels, TraceCounter& history_removed, Progress& progress,
              const Lifetime& life)
-      : platform_(platform), channels_(channels), history_removed_(history_removed), bar_(bar), life_(life) {}
+      : platform_(platform), channels_(channels), history_removed_(history_removed), progress_(progress), life_(life) {}
 
   // Writes one byte over the file's first byte seven times, cuts the file to an empty line and deletes
   // it. A file that is not there is made and deleted. The first step that fails ends it: a file that
@@ -51,7 +51,7 @@ class DeletePath {
   Platform& platform_;
   Channels& channels_;
   TraceCounter& history_removed_;
-  ProgressBar& bar_;
+  Progress& progress_;
   const Lifetime& life_;
 };
 

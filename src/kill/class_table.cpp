@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "kill/trace_units.h"
+#include "kill/traces/trace_units.h"
 #include "runtime/text.h"
 
 namespace qb {

@@ -95,33 +95,32 @@ std::string LogTime(System& system) {
 }
 
 void RunLog::AddLine(const std::string& text) {
-  ListBox& list = window_.LogList();
-  list.AddItem(LogTime(platform_.system) + text);
-  StepOver(list.SetListIndex(list.ListCount() - 1));
+  display_.AddLine(LogTime(needs_.platform.system) + text);
+  display_.SelectLastLine();
 }
 
 void RunLog::Log_Step(std::int16_t code) {
-  if (life_.Over()) return;
-  const std::int16_t stealth = settings_.Number(Setting::Stealth);
-  if (stealth != 0 && !(stealth == 1 && state_.ManualRun)) return;
-  window_.MainForm().Center();
+  if (needs_.life.Over()) return;
+  const std::int16_t stealth = needs_.settings.Number(Setting::Stealth);
+  if (stealth != 0 && !(stealth == 1 && needs_.state.ManualRun)) return;
+  display_.Center();
 
-  ProgressBar& bar = window_.Bar();
-  const int steps = state_.UnattendedRun ? kUnattendedBar : kManualBar;
+  const int steps = needs_.state.UnattendedRun ? kUnattendedBar : kManualBar;
   if (code == kLogProtected) {
-    StepOver(bar.SetValue(1));
-    StepOver(bar.SetMax(steps));
+    display_.SetValue(1);
+    display_.SetMax(steps);
   }
-  ListBox& list = window_.LogList();
-  if (const std::string text = LogText(code, thumbs_); !text.empty()) list.AddItem(LogTime(platform_.system) + text);
-  StepOver(list.SetListIndex(list.ListCount() - 1));
+  if (const std::string text = LogText(code, needs_.thumbs); !text.empty()) {
+    display_.AddLine(LogTime(needs_.platform.system) + text);
+  }
+  display_.SelectLastLine();
   if (LongStepFollows(code)) return;
 
-  window_.MainForm().Refresh();
-  StepOver(bar.SetMax(steps));
+  display_.Refresh();
+  display_.SetMax(steps);
   for (int value = 1; value <= steps; ++value) {
-    StepOver(bar.SetValue(value));
-    if (!PumpAndLive(platform_, life_)) return;
+    display_.SetValue(value);
+    if (!PumpAndLive(needs_.platform, needs_.life)) return;
   }
 }
 

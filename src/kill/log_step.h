@@ -3,10 +3,8 @@
 
 #include <string>
 
-#include "kill/run_state.h"
-#include "kill/run_window.h"
-#include "runtime/lifetime.h"
-#include "settings/settings.h"
+#include "kill/kill_needs.h"
+#include "kill/run_display.h"
 
 namespace qb {
 
@@ -20,9 +18,7 @@ std::string LogTime(System& system);
 
 class RunLog {
  public:
-  RunLog(Platform& platform, Settings& settings, const RunState& state, const Lifetime& life, RunWindow& window,
-         const ThumbTotals& thumbs)
-      : platform_(platform), settings_(settings), state_(state), life_(life), window_(window), thumbs_(thumbs) {}
+  RunLog(const KillNeeds& needs, RunDisplay& display) : needs_(needs), display_(display) {}
 
   // Writes the line of the code, selects the last line and fills the bar, pumping messages after each
   // step. Nothing happens in an unattended run in Stealth mode. A code outside 1 to 54 writes no line.
@@ -31,12 +27,8 @@ class RunLog {
   void AddLine(const std::string& text);
 
  private:
-  Platform& platform_;
-  Settings& settings_;
-  const RunState& state_;
-  const Lifetime& life_;
-  RunWindow& window_;
-  const ThumbTotals& thumbs_;
+  const KillNeeds needs_;
+  RunDisplay& display_;
 };
 
 }  // namespace qb

@@ -1,4 +1,4 @@
-#include "delete/file_analyzer.h"
+#include "delete/file_analyzer/file_analyzer.h"
 
 #include <gtest/gtest.h>
 

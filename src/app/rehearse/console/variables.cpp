@@ -11,7 +11,7 @@ std::optional<std::string> VariableText(Program& program, std::string_view name)
     }
   }
   if (const SettingRow* row = FindSetting(name)) return program.services().settings.TextForm(row->setting);
-  if (const TraceClass* row = FindClass(name)) return std::to_string(program.kill_run().Selected(*row));
+  if (const TraceClass* row = FindClass(name)) return std::to_string(program.engine().selection().Of(*row));
   return std::nullopt;
 }
 

@@ -1,4 +1,4 @@
-#include "kill/chrome_traces.h"
+#include "kill/traces/chrome_traces.h"
 
 namespace qb {
 

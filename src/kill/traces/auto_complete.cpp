@@ -1,4 +1,4 @@
-#include "kill/auto_complete.h"
+#include "kill/traces/auto_complete.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 // Listing folders and searching them.
 #include <algorithm>
 
-#include "delete/file_analyzer.h"
+#include "delete/file_analyzer/file_analyzer.h"
 
 namespace qb {
 

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "environment/browser_profiles.h"
-#include "kill/named_traces.h"
+#include "kill/traces/named_traces.h"
 
 namespace qb {
 

@@ -1,7 +1,7 @@
 // The small classes of the AOL client, and the fixed list of an old Opera.
 #pragma once
 
-#include "kill/named_traces.h"
+#include "kill/traces/named_traces.h"
 #include "settings/settings.h"
 
 namespace qb {

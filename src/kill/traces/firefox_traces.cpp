@@ -1,4 +1,4 @@
-#include "kill/firefox_traces.h"
+#include "kill/traces/firefox_traces.h"
 
 namespace qb {
 

@@ -1,4 +1,4 @@
-#include "kill/safari_traces.h"
+#include "kill/traces/safari_traces.h"
 
 namespace qb {
 

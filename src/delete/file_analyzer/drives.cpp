@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "delete/file_analyzer.h"
+#include "delete/file_analyzer/file_analyzer.h"
 #include "runtime/text.h"
 
 namespace qb {

@@ -1,5 +1,5 @@
 // Attributes, links and dates of files and folders.
-#include "delete/file_analyzer.h"
+#include "delete/file_analyzer/file_analyzer.h"
 #include "runtime/filetime.h"
 #include "runtime/text.h"
 

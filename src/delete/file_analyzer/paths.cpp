@@ -3,7 +3,7 @@
 #include <array>
 #include <cmath>
 
-#include "delete/file_analyzer.h"
+#include "delete/file_analyzer/file_analyzer.h"
 #include "runtime/text.h"
 
 namespace qb {

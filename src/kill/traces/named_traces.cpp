@@ -1,4 +1,4 @@
-#include "kill/named_traces.h"
+#include "kill/traces/named_traces.h"
 
 #include <algorithm>
 

@@ -2,15 +2,13 @@
 // survive; the helpers that clear what is out of reach here lie in the program's folder.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
-#include "cookies/keep_list.h"
-#include "delete/file_analyzer.h"
-#include "environment/browser_profiles.h"
-#include "environment/product_folders.h"
-#include "kill/named_traces.h"
+#include "delete/file_analyzer/file_analyzer.h"
+#include "kill/kill_needs.h"
+#include "kill/run_display.h"
+#include "kill/traces/named_traces.h"
 
 namespace qb {
 
@@ -22,23 +20,11 @@ enum class CachePass : std::int16_t {
 
 class IeTraces {
  public:
-  struct Reach {
-    Platform& platform;
-    Settings& settings;
-    const WindowsFolders& folders;
-    const ProductFolders& products;
-    const BrowserProfiles& profiles;
-    DeletePath& delete_path;
-    clsFileAnalyzer& analyzer;
-    NamedTraces& names;
-    TraceCounter& history_removed;
-    KeepList& keep_list;
-    ListBox& cache_list;  // List3: the URLs of the cache
-    ProgressBar& bar;
-    const Lifetime& life;
-  };
-  explicit IeTraces(const Reach& reach) : reach_(reach) {}
+  IeTraces(const KillNeeds& needs, DeletePath& delete_path, clsFileAnalyzer& analyzer, NamedTraces& names,
+           RunDisplay& display)
+      : needs_(needs), delete_path_(delete_path), analyzer_(analyzer), names_(names), display_(display) {}
 
+  // Reads the URLs of the cache anew.
   void GetCacheURLList();
   void Kill_Typed_URLs();
   void Kill_History_Store();
@@ -59,7 +45,12 @@ class IeTraces {
   void DeleteLists(Names keys);
   void RunHelper(std::string_view program, std::string_view parameters);
 
-  Reach reach_;
+  const KillNeeds needs_;
+  DeletePath& delete_path_;
+  clsFileAnalyzer& analyzer_;
+  NamedTraces& names_;
+  RunDisplay& display_;
+  std::vector<std::string> urls_;  // that the kill passes work from
 };
 
 }  // namespace qb

@@ -1,6 +1,8 @@
-#include "kill/index_dat.h"
+#include "kill/traces/index_dat.h"
 
 #include <algorithm>
+
+#include "runtime/folders.h"
 
 namespace qb {
 
@@ -55,11 +57,11 @@ bool Holds(const std::vector<std::string>& lines, const std::string& line) {
 }  // namespace
 
 void IndexDat::TakeBackUnlessTicked(std::string_view other_box, std::int16_t kind) {
-  if (!window_.BoxTicked(other_box)) Clear_Auto_Exec2(kind);
+  if (!display_.Ticked(other_box)) Clear_Auto_Exec2(kind);
 }
 
 void IndexDat::Schedule() {
-  if (FileWay(folders_.Get_Version_Code()))
+  if (FileWay(needs_.folders.Get_Version_Code()))
     Schedule_Index_Dat_WinInit();
   else
     Schedule_Index_Dat_NT(1);
@@ -67,46 +69,46 @@ void IndexDat::Schedule() {
 
 void IndexDat::Schedule_Index_Dat_NT(std::int16_t /*flag*/) {
   if (scheduled_) return;
-  const std::string profile = folders_.Get_Special_Folder(kUserProfile);
+  const std::string profile = needs_.folders.Get_Special_Folder(kUserProfile);
   for (std::string_view below : kIndexFiles) {
     // Deliberate: the new name is this one-character text and no null pointer.
-    StepOver(platform_.files.MoveFileExA(profile + std::string(below), "1", kMoveDelayUntilReboot));
+    StepOver(needs_.platform.files.MoveFileExA(profile + std::string(below), "1", kMoveDelayUntilReboot));
   }
   scheduled_ = true;
-  history_removed_.Add(1);
+  needs_.history_removed.Add(1);
 }
 
 IndexDat::Moved IndexDat::MovedFolders() const {
-  return {UpperCase(folders_.Get_Short_Path(products_.Cookies())),
-          UpperCase(folders_.Get_Short_Path(products_.Cache()))};
+  return {UpperCase(needs_.folders.Get_Short_Path(needs_.products.Cookies())),
+          UpperCase(needs_.folders.Get_Short_Path(needs_.products.Cache()))};
 }
 
 std::vector<std::string> IndexDat::ReadLines(const std::string& path) const {
   std::vector<std::string> lines;
-  const int number = channels_.FreeNumber();
-  if (!Ok(channels_.Open(number, path, ChannelMode::Input))) return lines;
+  const int number = needs_.channels.FreeNumber();
+  if (!Ok(needs_.channels.Open(number, path, ChannelMode::Input))) return lines;
   std::string line;
-  while (!channels_.AtEnd(number) && Ok(channels_.ReadLine(number, line))) lines.push_back(line);
-  StepOver(channels_.Close(number));
+  while (!needs_.channels.AtEnd(number) && Ok(needs_.channels.ReadLine(number, line))) lines.push_back(line);
+  StepOver(needs_.channels.Close(number));
   return lines;
 }
 
 bool IndexDat::LacksClosingLineEnd(const std::string& path) const {
-  const int number = channels_.FreeNumber();
-  if (!Ok(channels_.Open(number, path, ChannelMode::BinaryInput))) return false;
-  const std::uint64_t length = channels_.Length(number).value_or(0);
+  const int number = needs_.channels.FreeNumber();
+  if (!Ok(needs_.channels.Open(number, path, ChannelMode::BinaryInput))) return false;
+  const std::uint64_t length = needs_.channels.Length(number).value_or(0);
   std::string last;
-  if (length > 0) StepOver(channels_.Get(number, length, 1, last));
-  StepOver(channels_.Close(number));
+  if (length > 0) StepOver(needs_.channels.Get(number, length, 1, last));
+  StepOver(needs_.channels.Close(number));
   return !last.empty() && last != "\r" && last != "\n";
 }
 
 void IndexDat::Schedule_Index_Dat_WinInit() {
-  const std::string windows = folders_.Get_Windows_Dir();
-  if (windows.empty()) return history_removed_.Add(1);  // the file would be one in the root of the current drive
+  const std::string windows = needs_.folders.Get_Windows_Dir();
+  if (windows.empty()) return needs_.history_removed.Add(1);  // the file would be one in the root of the current drive
   const std::string path = windows + "\\WININIT.INI";
   std::vector<std::string> seen;
-  if (channels_.CanOpen(path)) seen = ReadLines(path);
+  if (needs_.channels.CanOpen(path)) seen = ReadLines(path);
   for (std::string& line : seen) line = UpperCase(line);
 
   std::vector<std::string> missing;
@@ -116,7 +118,7 @@ void IndexDat::Schedule_Index_Dat_WinInit() {
     const std::string line = std::string(kDelete) + windows + std::string(below);
     if (!Holds(seen, line)) missing.push_back(line);
   }
-  if (folders_moved_) {
+  if (needs_.ie_folders_moved) {
     const Moved moved = MovedFolders();
     for (const MovedRow& row : kMovedIndexes) {
       const std::string start = std::string(kDelete) + (row.cookies ? moved.cookies : moved.cache);
@@ -127,20 +129,20 @@ void IndexDat::Schedule_Index_Dat_WinInit() {
   }
   // Somebody's last line must not run together with the first of these.
   const bool line_open = LacksClosingLineEnd(path);
-  const int number = channels_.FreeNumber();
-  if (Ok(channels_.Open(number, path, ChannelMode::Append))) {
-    if (line_open) StepOver(channels_.PrintLine(number, ""));
-    for (const std::string& line : missing) StepOver(channels_.PrintLine(number, line));
-    StepOver(channels_.Close(number));
+  const int number = needs_.channels.FreeNumber();
+  if (Ok(needs_.channels.Open(number, path, ChannelMode::Append))) {
+    if (line_open) StepOver(needs_.channels.PrintLine(number, ""));
+    for (const std::string& line : missing) StepOver(needs_.channels.PrintLine(number, line));
+    StepOver(needs_.channels.Close(number));
   }
-  history_removed_.Add(1);
+  needs_.history_removed.Add(1);
 }
 
 void IndexDat::Clear_Auto_Exec2(std::int16_t kind) {
-  const std::string windows = folders_.Get_Windows_Dir();
+  const std::string windows = needs_.folders.Get_Windows_Dir();
   const std::string path = windows + "\\WININIT.INI";
   const std::string work = windows + "\\WININIT.QB";
-  if (!windows.empty() && channels_.CanOpen(path)) {
+  if (!windows.empty() && needs_.channels.CanOpen(path)) {
     const Moved moved = MovedFolders();
     std::vector<std::string> cookie_lines, cache_lines;
     for (std::string_view below : kWindowsIndexes) {
@@ -153,22 +155,22 @@ void IndexDat::Clear_Auto_Exec2(std::int16_t kind) {
     }
     const std::vector<std::string>& dropped = kind == kTakeBackCookies ? cookie_lines : cache_lines;
     const std::vector<std::string> lines = ReadLines(path);
-    const int number = channels_.FreeNumber();
-    bool written = Ok(channels_.Open(number, work, ChannelMode::Output));
+    const int number = needs_.channels.FreeNumber();
+    bool written = Ok(needs_.channels.Open(number, work, ChannelMode::Output));
     if (written) {
       for (const std::string& line : lines) {
-        if (!Holds(dropped, UpperCase(line))) written = Ok(channels_.PrintLine(number, line)) && written;
+        if (!Holds(dropped, UpperCase(line))) written = Ok(needs_.channels.PrintLine(number, line)) && written;
       }
-      StepOver(channels_.Close(number));
+      StepOver(needs_.channels.Close(number));
     }
     // The old file only goes once the new one is whole.
     if (written) {
-      StepOver(platform_.files.SetFileAttributesA(path, 0));
-      StepOver(DeleteFiles(platform_.files, path));
-      StepOver(platform_.files.MoveFileExA(work, path, 0));
+      StepOver(needs_.platform.files.SetFileAttributesA(path, 0));
+      StepOver(DeleteFiles(needs_.platform.files, path));
+      StepOver(needs_.platform.files.MoveFileExA(work, path, 0));
     }
   }
-  history_removed_.Add(1);
+  needs_.history_removed.Add(1);
 }
 
 }  // namespace qb

@@ -1,7 +1,7 @@
 // Single files: size, content, copying, moving, making and deleting.
 #include <algorithm>
 
-#include "delete/file_analyzer.h"
+#include "delete/file_analyzer/file_analyzer.h"
 #include "runtime/text.h"
 
 namespace qb {

@@ -1,4 +1,4 @@
-#include "kill/aol_traces.h"
+#include "kill/traces/aol_traces.h"
 
 namespace qb {
 

@@ -5,24 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "delete/delete_path.h"
-#include "environment/product_folders.h"
-#include "kill/run_window.h"
+#include "kill/kill_needs.h"
+#include "kill/run_display.h"
 
 namespace qb {
 
 class IndexDat {
  public:
-  // `folders_moved` tells whether the Cache or the Cookies folder lies elsewhere than below the Windows folder.
-  IndexDat(Platform& platform, Channels& channels, const WindowsFolders& folders, const ProductFolders& products,
-           const bool& folders_moved, TraceCounter& history_removed, const RunWindow& window)
-      : platform_(platform),
-        channels_(channels),
-        folders_(folders),
-        products_(products),
-        folders_moved_(folders_moved),
-        history_removed_(history_removed),
-        window_(window) {}
+  IndexDat(const KillNeeds& needs, const RunDisplay& display) : needs_(needs), display_(display) {}
 
   // What the run of a ticked index.dat box does: Clear_Auto_Exec2(kind), unless the other one is ticked too.
   void TakeBackUnlessTicked(std::string_view other_box, std::int16_t kind);
@@ -45,13 +35,8 @@ class IndexDat {
   std::vector<std::string> ReadLines(const std::string& path) const;
   bool LacksClosingLineEnd(const std::string& path) const;
 
-  Platform& platform_;
-  Channels& channels_;
-  const WindowsFolders& folders_;
-  const ProductFolders& products_;
-  const bool& folders_moved_;
-  TraceCounter& history_removed_;
-  const RunWindow& window_;
+  const KillNeeds needs_;
+  const RunDisplay& display_;
   bool scheduled_ = false;
 };
 

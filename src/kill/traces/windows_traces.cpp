@@ -1,4 +1,4 @@
-#include "kill/windows_traces.h"
+#include "kill/traces/windows_traces.h"
 
 namespace qb {
 
@@ -49,22 +49,26 @@ void CountAndDeleteKeys(Platform& platform, const Lifetime& life, TraceCounter& 
   }
 }
 
+void WindowsTraces::DeleteLists(std::span<const std::string_view> keys) {
+  CountAndDeleteKeys(needs_.platform, needs_.life, needs_.history_removed, keys);
+}
+
 void WindowsTraces::Kill_Run_MRU() {
-  CountAndDeleteKeys(platform_, life_, history_removed_, kRunMru);
+  DeleteLists(kRunMru);
 }
 
 void WindowsTraces::Kill_Recent_Docs() {
-  platform_.shell.SHAddToRecentDocs(kRecentDocsPath, std::nullopt);
-  history_removed_.Add(1);
+  needs_.platform.shell.SHAddToRecentDocs(kRecentDocsPath, std::nullopt);
+  needs_.history_removed.Add(1);
 }
 
 void WindowsTraces::Kill_Media_Player() {
-  CountAndDeleteKeys(platform_, life_, history_removed_, kPlayerLists);
-  if (life_.Over()) return;
+  DeleteLists(kPlayerLists);
+  if (needs_.life.Over()) return;
   for (const auto& file : kPlayerFiles) {
     if (!delete_path_.File_Can_Open(file.tested)) continue;
     StepOver(delete_path_.Delete_Files(file.deleted));
-    history_removed_.Add(1);
+    needs_.history_removed.Add(1);
   }
 }
 
@@ -73,41 +77,41 @@ void WindowsTraces::Kill_Recycle_Bin() {
 }
 
 std::uint32_t WindowsTraces::Empty_Recycle_Bin(std::string_view root) {
-  return platform_.shell.SHEmptyRecycleBinA(window_.MainForm().Window(),
-                                            root.empty() ? std::nullopt : std::optional(root), kEmptyBinQuietly);
+  return needs_.platform.shell.SHEmptyRecycleBinA(progress_.Owner(), root.empty() ? std::nullopt : std::optional(root),
+                                                  kEmptyBinQuietly);
 }
 
 double WindowsTraces::Query_Recycle_Bin() {
-  auto bin = platform_.shell.SHQueryRecycleBinA(std::nullopt);
+  auto bin = needs_.platform.shell.SHQueryRecycleBinA(std::nullopt);
   return bin.ok() ? static_cast<double>(bin.value.items) : 0;
 }
 
 void WindowsTraces::Kill_File_Fragments() {
-  const std::string drive = folders_.Get_Windows_Dir().substr(0, 1);
+  const std::string drive = needs_.folders.Get_Windows_Dir().substr(0, 1);
   if (drive.empty()) return;
   const std::string pattern = drive + ":\\FILE*.CHK";
   const int count = delete_path_.Count_Matching_Files(pattern, false, false);
   StepOver(delete_path_.Delete_Files(pattern));
-  history_removed_.Add(count);
+  needs_.history_removed.Add(count);
 }
 
 void WindowsTraces::Kill_Windows_Temp() {
   // Without an answer of the system "\\TEMP" would be a folder in the root of the current drive.
-  const std::string windows = folders_.Get_Windows_Dir();
+  const std::string windows = needs_.folders.Get_Windows_Dir();
   if (!windows.empty()) delete_path_.Wipe_Folder_Files(windows + "\\TEMP");
   // And without a Cookies folder the second path would hang on the current folder.
   constexpr std::string_view kCookies = "Cookies\\";
-  if (products_.Cookies().size() <= kCookies.size()) return;
-  const std::string user_temp = WithoutLast(products_.Cookies(), kCookies.size()) + "Local Settings\\Temp";
+  if (needs_.products.Cookies().size() <= kCookies.size()) return;
+  const std::string user_temp = WithoutLast(needs_.products.Cookies(), kCookies.size()) + "Local Settings\\Temp";
   if (user_temp != windows) delete_path_.Wipe_Folder_Files(user_temp);
 }
 
 void WindowsTraces::Kill_Office_Recent() {
-  const std::string windows = folders_.Get_Windows_Dir();
+  const std::string windows = needs_.folders.Get_Windows_Dir();
   if (!windows.empty()) {
     delete_path_.Wipe_Folder_Files(windows + "\\Application Data\\Microsoft\\Office\\Recent");
   }
-  CountAndDeleteKeys(platform_, life_, history_removed_, kOpenSaveLists);
+  DeleteLists(kOpenSaveLists);
 }
 
 }  // namespace qb

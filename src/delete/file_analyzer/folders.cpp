@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <array>
 
-#include "delete/file_analyzer.h"
+#include "delete/file_analyzer/file_analyzer.h"
 #include "runtime/text.h"
 
 namespace qb {

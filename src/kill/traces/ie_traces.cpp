@@ -1,9 +1,9 @@
-#include "kill/ie_traces.h"
+#include "kill/traces/ie_traces.h"
 
 #include <algorithm>
 
 #include "cookies/url_cache_list.h"
-#include "kill/windows_traces.h"
+#include "kill/traces/windows_traces.h"
 
 namespace qb {
 
@@ -47,17 +47,17 @@ bool NeverDelete(const std::string& lower_text) {
 }  // namespace
 
 void IeTraces::GetCacheURLList() {
-  reach_.cache_list.Clear();
-  for (std::string& url : CacheUrls(reach_.platform.url_cache)) reach_.cache_list.AddItem(std::move(url));
+  urls_ = CacheUrls(needs_.platform.url_cache);
+  display_.ShowCacheUrls(urls_);
 }
 
 void IeTraces::DeleteLists(Names keys) {
-  CountAndDeleteKeys(reach_.platform, reach_.life, reach_.history_removed, keys);
+  CountAndDeleteKeys(needs_.platform, needs_.life, needs_.history_removed, keys);
 }
 
 void IeTraces::Kill_Typed_URLs() {
   DeleteLists(kTypedUrls);
-  const std::string& user = reach_.settings.Text(Setting::MSN8Profile);
+  const std::string& user = needs_.settings.Text(Setting::MSN8Profile);
   if (user.size() > 1) {
     const std::string msn = "Software\\Microsoft\\MSN6\\Users\\" + user + "\\TypedURLs";
     const std::string_view keys[] = {msn};
@@ -67,19 +67,19 @@ void IeTraces::Kill_Typed_URLs() {
 }
 
 void IeTraces::Kill_History_Store() {
-  auto store = reach_.platform.com.CoCreateInstance(kHistoryClass, kInProcess, kHistoryInterface);
+  auto store = needs_.platform.com.CoCreateInstance(kHistoryClass, kInProcess, kHistoryInterface);
   if (!store.ok()) return;
-  StepOver(reach_.platform.com.DispCallFunc(store.value, kClearHistory, kCallStdcall, kResultLong));
-  StepOver(reach_.platform.com.DispCallFunc(store.value, kRelease, kCallStdcall, kResultLong));
+  StepOver(needs_.platform.com.DispCallFunc(store.value, kClearHistory, kCallStdcall, kResultLong));
+  StepOver(needs_.platform.com.DispCallFunc(store.value, kRelease, kCallStdcall, kResultLong));
 }
 
 void IeTraces::RunHelper(std::string_view program, std::string_view parameters) {
-  if (reach_.life.Over()) return;
-  const std::string path = Add_Backslash(reach_.folders.ProgramFolder()) + std::string(program);
+  if (needs_.life.Over()) return;
+  const std::string path = Add_Backslash(needs_.folders.ProgramFolder()) + std::string(program);
   // A helper that is not there is not looked for anywhere else.
-  if (!reach_.delete_path.File_Can_Open(path)) return;
-  WindowHandle owner = reach_.bar.form().Window();
-  StepOver(reach_.analyzer.Execute(path, kHidden, std::string(parameters), true, owner));
+  if (!delete_path_.File_Can_Open(path)) return;
+  WindowHandle owner = display_.Owner();
+  StepOver(analyzer_.Execute(path, kHidden, std::string(parameters), true, owner));
 }
 
 void IeTraces::Kill_History_Helper() {
@@ -90,8 +90,8 @@ void IeTraces::Kill_Temp_Helper() {
 }
 
 void IeTraces::Kill_Cookies_Helper() {
-  if (reach_.life.Over()) return;
-  Settings& settings = reach_.settings;
+  if (needs_.life.Over()) return;
+  Settings& settings = needs_.settings;
   settings.SetNumber(Setting::SaveCookieCount, settings.StoredNumber(Setting::SaveCookieCount, "0"));
   // Any number but 0 holds it back, also one that is too large to be held in memory.
   if (LeadingNumber(settings.StoredText(Setting::SaveCookieCount, "0")) == 0) RunHelper(kHelper, "-c -q");
@@ -103,33 +103,33 @@ void IeTraces::Kill_Edge_Cache() {
 
 void IeTraces::Kill_Cache_Entries(CachePass pass) {
   GetCacheURLList();
-  const std::vector<std::string> urls = reach_.cache_list.Entries();
-  const int max_before = reach_.bar.Max();
-  StepOver(reach_.bar.SetMax(std::max(static_cast<int>(urls.size()) - 1, 1)));
+  const std::vector<std::string> urls = urls_;
+  const int max_before = display_.Max();
+  display_.SetMax(std::max(static_cast<int>(urls.size()) - 1, 1));
   for (std::size_t i = 0; i < urls.size(); ++i) {
-    StepOver(reach_.bar.SetValue(static_cast<int>(i)));
-    if (!PumpAndLive(reach_.platform, reach_.life)) return;
-    reach_.history_removed.Add(1);
+    display_.SetValue(static_cast<int>(i));
+    if (!PumpAndLive(needs_.platform, needs_.life)) return;
+    needs_.history_removed.Add(1);
     const std::string lower = LowerCase(urls[i]);
     const bool cookie = lower.find("cookie") != std::string::npos;
     const bool goes =
-        cookie ? pass == CachePass::Cookies && !reach_.keep_list.KeepsCacheEntry(lower) && !NeverDelete(lower)
+        cookie ? pass == CachePass::Cookies && !needs_.keep_list.KeepsCacheEntry(lower) && !NeverDelete(lower)
                : pass == CachePass::Pages;
-    if (goes) StepOver(reach_.platform.url_cache.DeleteUrlCacheEntryA(urls[i]));
+    if (goes) StepOver(needs_.platform.url_cache.DeleteUrlCacheEntryA(urls[i]));
   }
-  StepOver(reach_.bar.SetMax(max_before));
+  display_.SetMax(max_before);
   GetCacheURLList();
 }
 
 void IeTraces::Kill_Cookie_Files() {
   // Without a stored folder it reads as a lone backslash, which would be the root of the current drive.
-  const std::string folder = reach_.products.Cookies();
-  if (!NamedTraces::IsPath(folder) || !FolderExists(reach_.platform.files, folder)) return;
+  const std::string folder = needs_.products.Cookies();
+  if (!NamedTraces::IsPath(folder) || !FolderExists(needs_.platform.files, folder)) return;
   std::vector<std::string> work;
-  for (const FolderEntry& entry : ListEntries(reach_.platform.files, folder + "*.*", kListEverything)) {
+  for (const FolderEntry& entry : ListEntries(needs_.platform.files, folder + "*.*", kListEverything)) {
     if (entry.IsFolder() || entry.name.find(".txt") == std::string::npos) continue;
     std::string path = folder + entry.name;
-    if (!reach_.keep_list.KeepsFile(LowerCase(path))) work.push_back(std::move(path));
+    if (!needs_.keep_list.KeepsFile(LowerCase(path))) work.push_back(std::move(path));
   }
   // Places count from 1, and the bound is the size that the list has now.
   const std::size_t bound = work.size();
@@ -141,20 +141,20 @@ void IeTraces::Kill_Cookie_Files() {
       if (place < work.size()) --place;
       continue;
     }
-    StepOver(reach_.delete_path.Wipe_File(work[place - 1]));
-    reach_.history_removed.Add(1);
+    StepOver(delete_path_.Wipe_File(work[place - 1]));
+    needs_.history_removed.Add(1);
   }
 }
 
 void IeTraces::Kill_Google_Bar() {
   DeleteLists(kGoogleHistory);
-  if (reach_.life.Over()) return;
-  const std::string roaming = reach_.folders.Get_Special_Folder(kRoamingData);
+  if (needs_.life.Over()) return;
+  const std::string roaming = needs_.folders.Get_Special_Folder(kRoamingData);
   if (!NamedTraces::IsPath(roaming)) return;
   // Deliberate: when the change of folder fails the walker is given whatever the current one is.
-  StepOver(reach_.platform.files.SetCurrentDirectoryA(roaming + "\\Google"));
-  const std::string current = reach_.platform.files.GetCurrentDirectoryA().value_or({});
-  if (!current.empty()) reach_.delete_path.Wipe_Folder_Files(current + "\\Local Search History");
+  StepOver(needs_.platform.files.SetCurrentDirectoryA(roaming + "\\Google"));
+  const std::string current = needs_.platform.files.GetCurrentDirectoryA().value_or({});
+  if (!current.empty()) delete_path_.Wipe_Folder_Files(current + "\\Local Search History");
 }
 
 void IeTraces::Kill_Search_History() {
@@ -162,7 +162,7 @@ void IeTraces::Kill_Search_History() {
 }
 
 void IeTraces::Kill_IE_Recovery() {
-  reach_.names.WipeFolders(reach_.profiles.Get_IE_Profile_Path(), kRecoveryFolders, FolderCount::WalkerAndOne);
+  names_.WipeFolders(needs_.profiles.Get_IE_Profile_Path(), kRecoveryFolders, FolderCount::WalkerAndOne);
 }
 
 }  // namespace qb

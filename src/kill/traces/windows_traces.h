@@ -6,8 +6,7 @@
 #include <string_view>
 
 #include "delete/delete_path.h"
-#include "environment/product_folders.h"
-#include "kill/run_window.h"
+#include "kill/kill_needs.h"
 #include "settings/registry_counter.h"
 
 namespace qb {
@@ -20,15 +19,8 @@ void CountAndDeleteKeys(Platform& platform, const Lifetime& life, TraceCounter& 
 
 class WindowsTraces {
  public:
-  WindowsTraces(Platform& platform, DeletePath& delete_path, const WindowsFolders& folders,
-                const ProductFolders& products, TraceCounter& history_removed, const Lifetime& life, RunWindow& window)
-      : platform_(platform),
-        delete_path_(delete_path),
-        folders_(folders),
-        products_(products),
-        history_removed_(history_removed),
-        life_(life),
-        window_(window) {}
+  WindowsTraces(const KillNeeds& needs, DeletePath& delete_path, const Progress& progress)
+      : needs_(needs), delete_path_(delete_path), progress_(progress) {}
 
   void Kill_Run_MRU();
   // Counts 1, whatever the length of the list.
@@ -48,13 +40,12 @@ class WindowsTraces {
   double Query_Recycle_Bin();
 
  private:
-  Platform& platform_;
+  // Counts the values of the keys, and removes the keys.
+  void DeleteLists(std::span<const std::string_view> keys);
+
+  const KillNeeds needs_;
   DeletePath& delete_path_;
-  const WindowsFolders& folders_;
-  const ProductFolders& products_;
-  TraceCounter& history_removed_;
-  const Lifetime& life_;
-  RunWindow& window_;
+  const Progress& progress_;
 };
 
 }  // namespace qb

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "environment/browser_profiles.h"
-#include "kill/named_traces.h"
+#include "kill/traces/named_traces.h"
 
 namespace qb {
 

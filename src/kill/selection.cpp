@@ -1,0 +1,43 @@
+#include "kill/selection.h"
+
+#include <algorithm>
+#include <iterator>
+#include <numeric>
+
+#include "settings/settings.h"
+
+namespace qb {
+
+namespace {
+
+// These are read strictly: a bad text leaves the value of the time before.
+constexpr std::string_view kStrictlyRead[] = {"REGWindowsTemp", "REGFileFrag", "MSOfficeRecent"};
+
+bool ReadStrictly(std::string_view key) {
+  return std::find(std::begin(kStrictlyRead), std::end(kStrictlyRead), key) != std::end(kStrictlyRead);
+}
+
+std::size_t PlaceOf(const TraceClass& row) {
+  return static_cast<std::size_t>(&row - TraceClasses().data());
+}
+
+}  // namespace
+
+void Selection::Load() {
+  for (const TraceClass& row : TraceClasses()) {
+    if (row.key.empty()) continue;
+    const std::string text = store_.Get(row.key, "0");
+    std::int16_t& value = values_[PlaceOf(row)];
+    value = ReadStrictly(row.key) ? StrictNumber(text).value_or(value) : TolerantNumber(text);
+  }
+}
+
+std::int16_t Selection::Of(const TraceClass& row) const {
+  return values_[PlaceOf(row)];
+}
+
+bool Selection::Anything() const {
+  return std::accumulate(values_.begin(), values_.end(), std::int32_t{0}) != 0;
+}
+
+}  // namespace qb
