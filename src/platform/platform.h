@@ -9,6 +9,7 @@
 #include "platform/key_security.h"
 #include "platform/processes.h"
 #include "platform/pump.h"
+#include "platform/random_source.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
 #include "platform/system.h"
@@ -25,6 +26,7 @@ struct Platform {
   Desktop& desktop;
   HotKeysAndTray& hot_keys_and_tray;
   Pump& pump;
+  RandomSource& random_source;
   UrlCache& url_cache;
   Com& com;
   KeySecurity& key_security;

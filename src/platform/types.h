@@ -12,11 +12,12 @@ namespace qb {
 // Windows error codes, as GetLastError and the registry functions give them. Only those that the
 // program or its machine tells apart have a name; any other number may occur.
 enum class [[nodiscard]] Error : std::uint32_t{
-    Success = 0,       InvalidFunction = 1, FileNotFound = 2,      PathNotFound = 3,      AccessDenied = 5,
-    InvalidHandle = 6, NotSameDevice = 17,  NoMoreFiles = 18,      WriteProtect = 19,     SharingViolation = 32,
-    HandleEof = 38,    FileExists = 80,     InvalidParameter = 87, DiskFull = 112,        InsufficientBuffer = 122,
-    InvalidName = 123, DirNotEmpty = 145,   AlreadyExists = 183,   FilenameTooLong = 206, MoreData = 234,
-    NoMoreItems = 259, DirectoryName = 267, NoneMapped = 1332,
+    Success = 0,          InvalidFunction = 1, FileNotFound = 2,      PathNotFound = 3,      AccessDenied = 5,
+    InvalidHandle = 6,    NotSameDevice = 17,  NoMoreFiles = 18,      WriteProtect = 19,     SharingViolation = 32,
+    HandleEof = 38,       FileExists = 80,     InvalidParameter = 87, DiskFull = 112,        InsufficientBuffer = 122,
+    InvalidName = 123,    DirNotEmpty = 145,   AlreadyExists = 183,   FilenameTooLong = 206, MoreData = 234,
+    NoMoreItems = 259,    DirectoryName = 267, NoneMapped = 1332,     InvalidWindow = 1400,  HotKeyTaken = 1409,
+    HotKeyUnknown = 1419,
 };
 
 constexpr bool Ok(Error error) {
@@ -46,6 +47,10 @@ enum class ProcessHandle : std::uint64_t { None = 0 };
 enum class MutexHandle : std::uint64_t { None = 0 };
 enum class ItemIdList : std::uint64_t { None = 0 };
 enum class WindowHandle : std::uint64_t { None = 0 };
+enum class WindowProcedure : std::uint64_t { None = 0 };
+enum class IconHandle : std::uint64_t { None = 0 };
+enum class CursorHandle : std::uint64_t { None = 0 };
+enum class CryptContext : std::uint64_t { None = 0 };
 enum class KeyHandle : std::uint64_t {
   None = 0,
   CurrentUser = 0x80000001,   // HKEY_CURRENT_USER

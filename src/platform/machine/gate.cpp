@@ -1,8 +1,150 @@
 #include "platform/machine/gate.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace qb::machine {
+
+namespace {
+
+std::vector<std::string_view>& Names() {
+  static std::vector<std::string_view> names;
+  return names;
+}
+
+// What stands in front of each item of a packed call.
+enum Tag : char {
+  kText = 'T',
+  kNumber = 'N',
+  kHandle = 'H',
+  kNull = '0',
+  kBytes = 'B',
+  kStructure = 'S',
+  kResult = '=',
+  kEnd = '.'
+};
+
+class PackedReader {
+ public:
+  explicit PackedReader(std::string_view record) : rest_(record) {}
+
+  bool AtEnd() const { return rest_.empty(); }
+  Gate::RecordedCall Next() {
+    Gate::RecordedCall call;
+    call.operation = OperationNames()[Number()];
+    call.line = call.operation + '(';
+    bool first = true;
+    for (char tag = Take(); tag != kEnd; tag = Take()) {
+      if (tag == '!') {
+        const std::size_t length = Number();
+        call.line = rest_.substr(0, length);
+        rest_.remove_prefix(length);
+        continue;
+      }
+      if (tag == kResult) {
+        call.line += ") = ";
+        first = true;
+        continue;
+      }
+      if (!first) call.line += ", ";
+      first = false;
+      AddItem(call.line, tag);
+    }
+    return call;
+  }
+
+ private:
+  char Take() {
+    const char tag = rest_.front();
+    rest_.remove_prefix(1);
+    return tag;
+  }
+  // Seven bits a byte, the lowest first; the eighth says that more follow.
+  std::uint64_t Number() {
+    std::uint64_t number = 0;
+    for (unsigned shift = 0;; shift += 7) {
+      const auto byte = static_cast<unsigned char>(Take());
+      number |= static_cast<std::uint64_t>(byte & 0x7F) << shift;
+      if (byte < 0x80) return number;
+    }
+  }
+  void AddItem(std::string& line, char tag) {
+    if (tag == kNull) {
+      line += "null";
+    } else if (tag == kStructure) {
+      line += "{\xe2\x80\xa6}";
+    } else if (tag == kText) {
+      const std::size_t length = Number();
+      line += '"';
+      line += rest_.substr(0, length);
+      line += '"';
+      rest_.remove_prefix(length);
+    } else {
+      const std::string number = std::to_string(Number());
+      line += tag == kHandle ? '#' + number : tag == kBytes ? '<' + number + " bytes>" : number;
+    }
+  }
+
+  std::string_view rest_;
+};
+
+void AddNumber(std::string& record, std::uint64_t number) {
+  for (; number >= 0x80; number >>= 7) record += static_cast<char>(number | 0x80);
+  record += static_cast<char>(number);
+}
+
+}  // namespace
+
+std::span<const std::string_view> OperationNames() {
+  return Names();
+}
+
+bool KnownOperation(std::string_view name) {
+  return std::find(Names().begin(), Names().end(), name) != Names().end();
+}
+
+OperationNumber NumberOfOperation(std::string_view name) {
+  auto found = std::find(Names().begin(), Names().end(), name);
+  if (found == Names().end()) found = Names().insert(found, name);
+  return static_cast<OperationNumber>(found - Names().begin());
+}
+
+PackedCall::PackedCall(std::string& record, OperationNumber number) : record_(record) {
+  AddNumber(record_, static_cast<std::uint64_t>(number));
+}
+void PackedCall::Tagged(char tag, std::uint64_t number) {
+  record_ += tag;
+  AddNumber(record_, number);
+}
+void PackedCall::Text(std::string_view text) {
+  Tagged(kText, text.size());
+  record_ += text;
+}
+void PackedCall::Number(std::uint64_t number) {
+  Tagged(kNumber, number);
+}
+void PackedCall::Handle(std::uint64_t handle) {
+  handle == 0 ? Null() : Tagged(kHandle, handle);
+}
+void PackedCall::Raw(std::string_view text) {
+  Tagged('!', text.size());
+  record_ += text;
+}
+void PackedCall::Null() {
+  record_ += kNull;
+}
+void PackedCall::Bytes(std::size_t count) {
+  Tagged(kBytes, count);
+}
+void PackedCall::Structure() {
+  record_ += kStructure;
+}
+void PackedCall::Result() {
+  record_ += kResult;
+}
+void PackedCall::End() {
+  record_ += kEnd;
+}
 
 CallText::CallText(std::string_view operation) : operation_(operation) {}
 
@@ -62,12 +204,22 @@ std::string CallText::Line(std::string_view result) const {
 }
 
 Error Gate::Enter(std::string_view operation) {
+  return Enter(NumberOfOperation(operation));
+}
+
+void Gate::Record(const CallText& call, std::string_view result) {
+  if (!recording_) return;
+  PackedCall packed = NewCall(NumberOfOperation(call.operation()));
+  packed.Raw(call.Line(result));
+  packed.End();
+}
+
+Error Gate::Enter(OperationNumber number) {
   if (!powered_) return Error::AccessDenied;
-  auto counted = counts_.find(operation);
-  if (counted == counts_.end()) counted = counts_.emplace(std::string(operation), 0).first;
-  ++counted->second;
+  if (counts_.size() < OperationNames().size()) counts_.resize(OperationNames().size());
+  ++counts_[static_cast<std::size_t>(number)];
   if (faults_.empty()) return Error::Success;
-  auto found = faults_.find(operation);
+  auto found = faults_.find(number);
   if (found == faults_.end()) return Error::Success;
   Fault& fault = found->second;
   if (fault.remaining > 1) {
@@ -79,20 +231,23 @@ Error Gate::Enter(std::string_view operation) {
   return code;
 }
 
-void Gate::Record(const CallText& call, std::string_view result) {
-  if (recording_) calls_.push_back({call.operation(), call.Line(result)});
+std::vector<Gate::RecordedCall> Gate::TakeCalls() {
+  const std::string record = std::exchange(record_, {});
+  std::vector<RecordedCall> calls;
+  for (PackedReader reader(record); !reader.AtEnd();) calls.push_back(reader.Next());
+  return calls;
 }
 
-std::vector<Gate::Call> Gate::TakeCalls() {
-  return std::exchange(calls_, {});
+void Gate::SetFault(std::string_view operation, std::uint32_t nth, std::uint32_t code) {
+  faults_[NumberOfOperation(operation)] = {nth, code};
 }
 
-void Gate::SetFault(std::string operation, std::uint32_t nth, std::uint32_t code) {
-  faults_[std::move(operation)] = {nth, code};
-}
-
-void Gate::ClearFaults() {
-  faults_.clear();
+std::map<std::string, std::uint64_t, std::less<>> Gate::Counts() const {
+  std::map<std::string, std::uint64_t, std::less<>> counts;
+  for (std::size_t i = 0; i < counts_.size(); ++i) {
+    if (counts_[i] != 0) counts.emplace(OperationNames()[i], counts_[i]);
+  }
+  return counts;
 }
 
 }  // namespace qb::machine

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +12,46 @@
 #include "platform/types.h"
 
 namespace qb::machine {
+
+// An operation by its place in OperationNames().
+enum class OperationNumber : std::uint16_t {};
+
+// The names of all operations, each brought by the code that makes the call: complete before main runs, and constant
+// from then on.
+std::span<const std::string_view> OperationNames();
+bool KnownOperation(std::string_view name);
+OperationNumber NumberOfOperation(std::string_view name);
+
+// The name of an operation as a template argument.
+template <std::size_t kSize>
+struct OperationName {
+  consteval OperationName(const char (&name)[kSize]) {  // NOLINT(google-explicit-constructor)
+    for (std::size_t i = 0; i < kSize; ++i) text[i] = name[i];
+  }
+  char text[kSize]{};
+};
+template <OperationName kName>
+inline const OperationNumber kOperationNumber = NumberOfOperation(kName.text);
+
+// One call in the record: its arguments in the order of the Windows function, then the result. A few bytes, of which
+// the text is made only when someone asks.
+class PackedCall {
+ public:
+  PackedCall(std::string& record, OperationNumber number);
+  void Text(std::string_view text);
+  void Number(std::uint64_t number);
+  void Handle(std::uint64_t handle);  // 0 is null
+  void Null();
+  void Raw(std::string_view text);
+  void Bytes(std::size_t count);
+  void Structure();
+  void Result();  // what follows is the result
+  void End();
+
+ private:
+  void Tagged(char tag, std::uint64_t number);
+  std::string& record_;
+};
 
 // Writes the arguments of one call in the order of the Windows function: texts in double quotes as
 // they stand, numbers in unsigned decimal, booleans 0 or 1, handles as #N, nothing as null, buffers
@@ -36,29 +76,39 @@ class CallText {
   std::string arguments_;
 };
 
+template <typename... Arguments>
+class Operation;
+
 class Gate {
  public:
-  struct Call {
+  struct RecordedCall {
     std::string operation;
-    std::string line;
+    std::string line;  // "NAME(argument, …) = result"
   };
+
+  // Starts an operation; who calls it includes operation.h.
+  template <OperationName kName, typename... Arguments>
+  Operation<Arguments...> Call(const Arguments&... arguments);
 
   // To be asked once at the start of each operation. Success: go on. Anything else: the operation must
   // do nothing, give its failure value, and this as its error.
+  Error Enter(OperationNumber number);
   Error Enter(std::string_view operation);
-  // Records the call once its result is known. Only while recording is on.
   void Record(const CallText& call, std::string_view result);
+  // Adds a call to the record, for the caller to fill.
+  PackedCall NewCall(OperationNumber number) { return {record_, number}; }
   bool recording() const { return recording_; }
   void SetRecording(bool on) { recording_ = on; }
-  // The record since the last time, in order, emptied by the asking.
-  std::vector<Call> TakeCalls();
+  // The record since the last time, in order, emptied by the asking. Texts stand in double quotes as they are, numbers
+  // in unsigned decimal, booleans are 0 or 1, handles #N, nothing is null, buffers <N bytes>, structures {…}.
+  std::vector<RecordedCall> TakeCalls();
 
   // Fails the nth next call (from 1) of the operation with `code`; nth 0 fails every one. One fault
   // stands for each operation, a new one replaces it.
-  void SetFault(std::string operation, std::uint32_t nth, std::uint32_t code);
-  void ClearFaults();
+  void SetFault(std::string_view operation, std::uint32_t nth, std::uint32_t code);
+  void ClearFaults() { faults_.clear(); }
   // Calls of each operation so far: what a test counts to know where faults can go.
-  const std::map<std::string, std::uint64_t, std::less<>>& Counts() const { return counts_; }
+  std::map<std::string, std::uint64_t, std::less<>> Counts() const;
 
   // From now on every operation fails and nothing changes any more: as if the power went.
   void PowerOff() { powered_ = false; }
@@ -71,9 +121,9 @@ class Gate {
     std::uint32_t remaining = 0;  // 0: every call
     std::uint32_t code = 0;
   };
-  std::map<std::string, Fault, std::less<>> faults_;
-  std::map<std::string, std::uint64_t, std::less<>> counts_;
-  std::vector<Call> calls_;
+  std::map<OperationNumber, Fault> faults_;
+  std::vector<std::uint64_t> counts_ = std::vector<std::uint64_t>(OperationNames().size());
+  std::string record_;
   bool recording_ = true;
   bool powered_ = true;
 };

@@ -15,10 +15,10 @@
 #include "platform/machine/machine_files.h"
 #include "platform/machine/machine_internet.h"
 #include "platform/machine/machine_key_security.h"
-#include "platform/machine/machine_messages.h"
 #include "platform/machine/machine_registry.h"
 #include "platform/machine/machine_shell.h"
 #include "platform/machine/machine_system.h"
+#include "platform/machine/operations.h"
 #include "runtime/text.h"
 
 namespace qb::machine {
@@ -40,12 +40,15 @@ class MachineImpl final : public Machine {
         shell_(state_),
         system_(state_),
         processes_(state_),
-        messages_(state_, processes_, on_pump, on_wait),
+        desktop_(MakeDesktop(state_)),
+        hot_keys_and_tray_(MakeHotKeysAndTray(state_)),
+        pump_(MakePump(state_, processes_, on_pump, on_wait)),
+        random_source_(MakeRandomSource(state_)),
         url_cache_(state_),
         com_(state_),
         key_security_(state_, registry_),
-        platform_{registry_, files_,    shell_,     system_, processes_,   messages_,
-                  messages_, messages_, url_cache_, com_,    key_security_} {}
+        platform_{registry_,           files_, shell_,          system_,    processes_, *desktop_,
+                  *hot_keys_and_tray_, *pump_, *random_source_, url_cache_, com_,       key_security_} {}
 
   bool Load(const std::string& host_folder, std::string& problem);
 
@@ -99,17 +102,26 @@ class MachineImpl final : public Machine {
   void CacheClear() override { state_.cache.Clear(); }
 
   std::uint64_t WindowOpen(std::string_view class_name, std::string_view title, std::uint64_t parent) override {
-    return messages_.OpenOther(class_name, title, parent);
+    return state_.windows.Open(class_name, title, parent);
   }
-  bool WindowClose(std::uint64_t handle) override { return messages_.CloseOther(handle); }
-  bool WindowCloseClass(std::string_view class_name) override { return messages_.CloseOthers(class_name); }
+  bool WindowClose(std::uint64_t handle) override { return state_.windows.CloseOther(handle); }
+  bool WindowCloseClass(std::string_view class_name) override { return state_.windows.CloseOthers(class_name); }
   bool OutsideProgram(std::string_view name, std::uint32_t exit_code, std::uint32_t pumps) override {
     if (!MakeFile(state_.config.program_folder + "\\" + std::string(name), "MZ")) return false;
     state_.config.outside_programs[std::string(name)] = {exit_code, pumps};
     return true;
   }
 
-  void Advance(std::uint64_t ms) override { messages_.Advance(ms); }
+  bool TrayMouse(std::uint32_t mouse_message) override;
+  bool HotKey(std::int32_t id) override {
+    return Press([id](const GrantedHotKey& key) { return key.id == id; });
+  }
+  bool Chord(std::uint32_t modifiers, std::uint32_t key) override {
+    return Press([=](const GrantedHotKey& granted) { return granted.modifiers == modifiers && granted.key == key; });
+  }
+  void RestartShell() override;
+
+  void Advance(std::uint64_t ms) override;
   void Boot() override;
   void AddAnswers(const std::vector<std::string>& words) override {
     state_.answers.insert(state_.answers.end(), words.begin(), words.end());
@@ -128,22 +140,30 @@ class MachineImpl final : public Machine {
     while (const CacheEntry* entry = state_.cache.After(place)) entries.push_back(*entry);
     return entries;
   }
-  std::vector<OtherWindow> Windows() const override { return messages_.Others(); }
+  std::vector<OtherWindow> Windows() const override { return state_.windows.Others(); }
+  bool TrayIcon() const override { return !state_.tray.Icons().empty(); }
+  std::vector<GrantedHotKey> HotKeys() const override {
+    std::vector<GrantedHotKey> keys;
+    for (const auto& [window, key] : state_.hot_keys.Granted()) keys.push_back(key);
+    return keys;
+  }
   std::vector<PendingRename> Pending() const override { return state_.config.pending; }
   std::size_t RecycleCount() const override { return BinContents(state_).items; }
   std::size_t OpenHandles() const override { return state_.open_handles.size(); }
   std::uint64_t ClockMs() const override { return state_.clock_ms; }
 
   WindowHandle OwnWindowCreate(std::string_view class_name, std::string_view title, OwnWindow actions) override {
-    return messages_.CreateOwn(class_name, title, std::move(actions));
+    return static_cast<WindowHandle>(state_.windows.OpenOwn(class_name, title, std::move(actions)));
   }
-  void OwnWindowDestroy(WindowHandle window) override { messages_.DestroyOwn(window); }
+  void OwnWindowDestroy(WindowHandle window) override { state_.CloseOwn(Plain(window)); }
   void OwnWindowState(WindowHandle window, bool visible, std::string_view title) override {
-    messages_.SetOwnState(window, visible, title);
+    state_.windows.SetState(Plain(window), visible, title);
   }
-  void OwnWindowToFront(WindowHandle window) override { messages_.OwnToFront(window); }
+  void OwnWindowToFront(WindowHandle window) override { state_.windows.ToFront(Plain(window)); }
 
  private:
+  template <typename Wanted>
+  bool Press(Wanted wanted);
   void MakePlain();
   Result<Entry*> FolderWithParents(std::string_view path);
   bool SetLocked(std::string_view path, bool locked);
@@ -158,7 +178,10 @@ class MachineImpl final : public Machine {
   MachineShell shell_;
   MachineSystem system_;
   MachineProcesses processes_;
-  MachineMessages messages_;
+  std::unique_ptr<Desktop> desktop_;
+  std::unique_ptr<HotKeysAndTray> hot_keys_and_tray_;
+  std::unique_ptr<Pump> pump_;
+  std::unique_ptr<RandomSource> random_source_;
   MachineUrlCache url_cache_;
   MachineCom com_;
   MachineKeySecurity key_security_;
@@ -461,11 +484,58 @@ std::optional<RegistryKey> MachineImpl::ReadKey(std::string_view key) const {
   return read;
 }
 
+template <typename Wanted>
+bool MachineImpl::Press(Wanted wanted) {
+  const auto& granted = state_.hot_keys.Granted();
+  auto found = std::find_if(granted.begin(), granted.end(), [&](const auto& there) { return wanted(there.key); });
+  if (found == granted.end()) return false;
+  const auto [window, key] = *found;
+  state_.windows.Send(window, kMessageHotKey, static_cast<std::uint64_t>(key.id), key.modifiers | key.key << 16);
+  return true;
+}
+
+bool MachineImpl::TrayMouse(std::uint32_t mouse_message) {
+  if (state_.tray.Icons().empty()) return false;
+  const NotifyIconData icon = state_.tray.Icons().begin()->second;
+  if (!state_.windows.Has(Plain(icon.window))) {
+    // The tray finds out about a program that left its icon behind when the mouse comes by.
+    state_.tray.Delete(icon);
+    return false;
+  }
+  state_.windows.Send(Plain(icon.window), icon.callback_message, icon.id, mouse_message);
+  return true;
+}
+
+void MachineImpl::RestartShell() {
+  state_.tray.Clear();
+  const auto& names = state_.shared_messages;
+  const auto told = std::find(names.begin(), names.end(), kTaskbarCreated);
+  if (told == names.end()) return;  // nobody listens
+  const auto message = kFirstSharedMessage + static_cast<std::uint32_t>(told - names.begin());
+  for (std::uint64_t window : state_.windows.OfDesktop()) state_.windows.Send(window, message, 0, 0);
+}
+
+void MachineImpl::Advance(std::uint64_t ms) {
+  const std::uint64_t until = state_.clock_ms + ms;
+  while (state_.gate.Powered()) {
+    auto next = state_.timers.NextDue(until);
+    if (!next) break;
+    // A handler that pumps may have moved the clock past the due time already.
+    const std::uint64_t due = state_.timers.DueTime(*next);
+    if (due > state_.clock_ms) state_.MoveClock(due - state_.clock_ms);
+    state_.timers.Fire(*next, state_.clock_ms);
+  }
+  if (state_.clock_ms < until) state_.MoveClock(until - state_.clock_ms);
+}
+
 void MachineImpl::Boot() {
   // Every program has ended, this and the others, and with them what they held.
   files_.EndAll();
   registry_.EndAll();
-  messages_.EndAll();
+  state_.windows.EndAll();
+  state_.timers.EndAll();
+  state_.hot_keys.EndAll();
+  state_.tray.Clear();
   processes_.EndAll();
   state_.disk.LetGo();
   state_.open_handles.clear();

@@ -38,6 +38,11 @@ struct OtherWindow {
   bool shown = true;
 };
 
+struct GrantedHotKey {
+  std::int32_t id = 0;
+  std::uint32_t modifiers = 0, key = 0;
+};
+
 struct RegistryValue {
   std::string name;  // "" is the unnamed one
   std::uint32_t type = 0;
@@ -120,6 +125,14 @@ class Machine {
   // Puts a program into the program folder that ends with exit_code after so many rounds of the pump.
   virtual bool OutsideProgram(std::string_view name, std::uint32_t exit_code, std::uint32_t pumps) = 0;
 
+  // The mouse on the program's tray icon: a message such as 513. False if there is none.
+  virtual bool TrayMouse(std::uint32_t mouse_message) = 0;
+  // The hot key of a registered id, or of whichever id has that chord. False if none has.
+  virtual bool HotKey(std::int32_t id) = 0;
+  virtual bool Chord(std::uint32_t modifiers, std::uint32_t key) = 0;
+  // The shell ends and starts anew: its tray is empty, and it tells all windows of its new taskbar.
+  virtual void RestartShell() = 0;
+
   // Lets the clock run to now + ms; timers that fall due fire in order.
   virtual void Advance(std::uint64_t ms) = 0;
   // What Windows does at its next start: pending renames, WININIT.INI. The program must have ended.
@@ -138,6 +151,8 @@ class Machine {
   virtual std::optional<RegistryKey> ReadKey(std::string_view key) const = 0;
   virtual std::vector<CacheEntry> Cache() const = 0;
   virtual std::vector<OtherWindow> Windows() const = 0;
+  virtual bool TrayIcon() const = 0;
+  virtual std::vector<GrantedHotKey> HotKeys() const = 0;  // in the order of their granting
   virtual std::vector<PendingRename> Pending() const = 0;
   virtual std::size_t RecycleCount() const = 0;
   // Handles of files, searches, keys and processes that are open in the program now.

@@ -13,6 +13,9 @@
 #include "platform/machine/gate.h"
 #include "platform/machine/machine.h"
 #include "platform/machine/registry_tree.h"
+#include "platform/machine/timers.h"
+#include "platform/machine/tray.h"
+#include "platform/machine/windows.h"
 
 namespace qb::machine {
 
@@ -94,6 +97,11 @@ struct MachineState {
   std::uint64_t clock_ms = 0;
   std::uint64_t next_handle = 100001;
   std::set<std::uint64_t> open_handles;
+  Windows windows;
+  Timers timers;
+  HotKeys hot_keys;
+  Tray tray;
+  std::vector<std::string> shared_messages;  // names of RegisterWindowMessageA, in order
   std::deque<std::string> answers;
   std::vector<ShownBox> boxes;
   std::vector<std::string> opened;
@@ -107,6 +115,12 @@ struct MachineState {
   void MoveClock(std::uint64_t ms) {
     clock_ms += ms;
     disk.SetNow(Now());
+  }
+  // An own window goes with what hangs on it; a tray icon stays until someone points at it.
+  void CloseOwn(std::uint64_t window) {
+    windows.Close(window);
+    timers.KillAllOf(window);
+    hot_keys.ReleaseAllOf(window);
   }
   Result<ParsedPath> Parse(std::string_view path, bool pattern = false) const {
     auto parsed = ParsePath(path, current, pattern);
@@ -137,6 +151,11 @@ inline std::uint32_t FillText(Buffer buffer, std::string_view text) {
   std::copy(text.begin(), text.end(), buffer.begin());
   buffer[text.size()] = '\0';
   return static_cast<std::uint32_t>(text.size());
+}
+
+// As much as fits, with a closing zero; gives the length without it.
+inline std::uint32_t FillCut(Buffer buffer, std::string_view text) {
+  return buffer.empty() ? 0 : FillText(buffer, text.substr(0, buffer.size() - 1));
 }
 
 template <typename HandleType>

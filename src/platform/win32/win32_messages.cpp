@@ -10,6 +10,18 @@ namespace {
 
 constexpr char kTimerClass[] = "QuillbarrowTimers";
 
+Point FromNative(const POINT& point) {
+  return {point.x, point.y};
+}
+POINT ToNative(const Point& point) {
+  return {point.x, point.y};
+}
+
+BOOL CALLBACK VisitWindow(HWND window, LPARAM visit) {
+  return (*reinterpret_cast<const std::function<bool(WindowHandle)>*>(visit))(Wrap<WindowHandle>(window)) ? TRUE
+                                                                                                          : FALSE;
+}
+
 }  // namespace
 
 Win32Messages::Win32Messages() {
@@ -47,6 +59,55 @@ void Win32Messages::Tick(UINT_PTR native_id) {
 WindowHandle Win32Messages::FindWindowA(std::optional<std::string_view> class_name,
                                         std::optional<std::string_view> title) {
   return Wrap<WindowHandle>(::FindWindowA(OptionalText(class_name).get(), OptionalText(title).get()));
+}
+
+WindowHandle Win32Messages::FindWindowExA(WindowHandle parent, WindowHandle after,
+                                          std::optional<std::string_view> class_name,
+                                          std::optional<std::string_view> title) {
+  return Wrap<WindowHandle>(::FindWindowExA(Unwrap<HWND>(parent), Unwrap<HWND>(after), OptionalText(class_name).get(),
+                                            OptionalText(title).get()));
+}
+
+bool Win32Messages::EnumWindows(const std::function<bool(WindowHandle)>& visit) {
+  return ::EnumWindows(VisitWindow, reinterpret_cast<LPARAM>(&visit)) != FALSE;
+}
+
+std::uint32_t Win32Messages::GetClassNameA(WindowHandle window, Buffer name) {
+  return static_cast<std::uint32_t>(::GetClassNameA(Unwrap<HWND>(window), name.data(), static_cast<int>(name.size())));
+}
+
+std::uint32_t Win32Messages::GetWindowTextA(WindowHandle window, Buffer title) {
+  return static_cast<std::uint32_t>(
+      ::GetWindowTextA(Unwrap<HWND>(window), title.data(), static_cast<int>(title.size())));
+}
+
+std::uint32_t Win32Messages::GetWindowTextLengthA(WindowHandle window) {
+  return static_cast<std::uint32_t>(::GetWindowTextLengthA(Unwrap<HWND>(window)));
+}
+
+Error Win32Messages::GetWindowPlacement(WindowHandle window, WindowPlacement& placement) {
+  WINDOWPLACEMENT native{};
+  native.length = placement.length;
+  if (!::GetWindowPlacement(Unwrap<HWND>(window), &native)) return LastError();
+  placement = {native.length,
+               native.flags,
+               native.showCmd,
+               FromNative(native.ptMinPosition),
+               FromNative(native.ptMaxPosition),
+               {native.rcNormalPosition.left, native.rcNormalPosition.top, native.rcNormalPosition.right,
+                native.rcNormalPosition.bottom}};
+  return Error::Success;
+}
+
+Error Win32Messages::SetWindowPlacement(WindowHandle window, const WindowPlacement& placement) {
+  const Rectangle& normal = placement.normal;
+  const WINDOWPLACEMENT native{placement.length,
+                               placement.flags,
+                               placement.show_command,
+                               ToNative(placement.minimized),
+                               ToNative(placement.maximized),
+                               {normal.left, normal.top, normal.right, normal.bottom}};
+  return FromBool(::SetWindowPlacement(Unwrap<HWND>(window), &native));
 }
 
 WindowHandle Win32Messages::GetWindow(WindowHandle window, std::uint32_t relation) {

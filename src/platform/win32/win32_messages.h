@@ -6,13 +6,12 @@
 #include <utility>
 
 #include "platform/desktop.h"
-#include "platform/hot_keys_and_tray.h"
 #include "platform/pump.h"
 #include "platform/win32/windows_api.h"
 
 namespace qb::win32 {
 
-class Win32Messages : public Desktop, public HotKeysAndTray, public Pump {
+class Win32Messages : public Desktop, public Pump {
  public:
   // Takes a message before it is translated and handed out; true if that was all there is to do with it.
   using Filter = std::function<bool(MSG& message)>;
@@ -27,6 +26,14 @@ class Win32Messages : public Desktop, public HotKeysAndTray, public Pump {
   void SetFilter(Filter filter) { filter_ = std::move(filter); }
 
   WindowHandle FindWindowA(std::optional<std::string_view> class_name, std::optional<std::string_view> title) override;
+  WindowHandle FindWindowExA(WindowHandle parent, WindowHandle after, std::optional<std::string_view> class_name,
+                             std::optional<std::string_view> title) override;
+  bool EnumWindows(const std::function<bool(WindowHandle)>& visit) override;
+  std::uint32_t GetClassNameA(WindowHandle window, Buffer name) override;
+  std::uint32_t GetWindowTextA(WindowHandle window, Buffer title) override;
+  std::uint32_t GetWindowTextLengthA(WindowHandle window) override;
+  Error GetWindowPlacement(WindowHandle window, WindowPlacement& placement) override;
+  Error SetWindowPlacement(WindowHandle window, const WindowPlacement& placement) override;
   WindowHandle GetWindow(WindowHandle window, std::uint32_t relation) override;
   bool ShowWindow(WindowHandle window, std::uint32_t command) override;
   bool OpenIcon(WindowHandle window) override;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "platform/win32/factories.h"
 #include "platform/win32/win32_files.h"
 #include "platform/win32/win32_internet.h"
 #include "platform/win32/win32_key_security.h"
@@ -39,11 +40,13 @@ class Win32Platform {
   Win32System system_;
   Win32Processes processes_;
   Win32Messages messages_;
+  std::unique_ptr<HotKeysAndTray> hot_keys_and_tray_ = MakeHotKeysAndTray();
+  std::unique_ptr<RandomSource> random_source_ = MakeRandomSource();
   Win32UrlCache url_cache_;
   Win32Com com_objects_;
   Win32KeySecurity key_security_;
-  Platform platform_{registry_, files_,    shell_,     system_,      processes_,   messages_,
-                     messages_, messages_, url_cache_, com_objects_, key_security_};
+  Platform platform_{registry_,           files_,    shell_,          system_,    processes_,   messages_,
+                     *hot_keys_and_tray_, messages_, *random_source_, url_cache_, com_objects_, key_security_};
 };
 
 }  // namespace qb::win32

@@ -14,7 +14,7 @@ Reply Calls(Console& console, const Arguments& words) {
     if (!KnownOperation(name)) return Reply::Problem("no such operation: " + name);
   }
   Reply reply;
-  for (machine::Gate::Call& call : console.machine().gate().TakeCalls()) {
+  for (machine::Gate::RecordedCall& call : console.machine().gate().TakeCalls()) {
     if (!wanted.empty() && std::find(wanted.begin(), wanted.end(), call.operation) == wanted.end()) continue;
     reply.lines.push_back(std::move(call.line));
   }
