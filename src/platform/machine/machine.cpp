@@ -480,7 +480,7 @@ std::optional<RegistryKey> MachineImpl::ReadKey(std::string_view key) const {
     if (text && !data.empty() && data.back() == '\0') data.pop_back();
     read.values.push_back({value.name, value.type, data});
   }
-  for (const auto& sub_key : found->sub_keys) read.sub_keys.push_back(sub_key->name);
+  for (const RegKey* sub_key : found->Children()) read.sub_keys.push_back(sub_key->name);
   return read;
 }
 

@@ -123,7 +123,7 @@ void CollectEntries(const Disk& disk, const Entry& folder, SavedEntries& saved) 
 
 void CollectDenied(const RegKey& key, const std::string& path, std::vector<std::string>& denied) {
   if (key.denied) denied.push_back(path);
-  for (const auto& sub_key : key.sub_keys) CollectDenied(*sub_key, path + "\\" + sub_key->name, denied);
+  for (const RegKey* sub_key : key.Children()) CollectDenied(*sub_key, path + "\\" + sub_key->name, denied);
 }
 
 IniSection Section(const char* name, const std::map<std::string, std::string>& table) {

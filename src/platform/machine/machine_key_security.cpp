@@ -91,10 +91,10 @@ Error MachineKeySecurity::RegEnumKeyExA(KeyHandle key, std::uint32_t index, Buff
     const MachineRegistry::Opened opened = registry_.Resolve(key);
     if (opened.key == nullptr) {
       error = Error::InvalidHandle;
-    } else if (index >= opened.key->sub_keys.size()) {
+    } else if (index >= opened.key->Children().size()) {
       error = Error::NoMoreItems;
     } else {
-      const std::string& found = opened.key->sub_keys[index]->name;
+      const std::string& found = opened.key->Children()[index]->name;
       if (name.size() <= found.size())
         error = Error::MoreData;
       else

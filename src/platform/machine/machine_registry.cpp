@@ -192,7 +192,7 @@ Error MachineRegistry::RegDeleteKeyA(KeyHandle key, std::string_view sub_key) {
       error = Error::InvalidHandle;
     else if (found == nullptr)
       error = Error::FileNotFound;
-    else if (found->parent == nullptr || found->Denied() || !found->sub_keys.empty())
+    else if (found->parent == nullptr || found->Denied() || found->HasChildren())
       error = Error::AccessDenied;
     else
       state_.registry.Remove(*found);
@@ -229,10 +229,10 @@ Error MachineRegistry::RegEnumKeyA(KeyHandle key, std::uint32_t index, Buffer na
       error = Error::InvalidHandle;
     else if (!Grants(opened.access, kEnumerate))
       error = Error::AccessDenied;
-    else if (index >= opened.key->sub_keys.size())
+    else if (index >= opened.key->Children().size())
       error = Error::NoMoreItems;
     else
-      error = CopyName(name, opened.key->sub_keys[index]->name);
+      error = CopyName(name, opened.key->Children()[index]->name);
   }
   return Recorded(call, error);
 }

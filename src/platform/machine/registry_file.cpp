@@ -142,7 +142,7 @@ void WriteKey(const RegKey& key, const std::string& path, std::string& text) {
     text += value.name.empty() ? "@" : Quoted(value.name);
     text += '=' + DataText(value) + "\r\n";
   }
-  for (const auto& sub_key : key.sub_keys) WriteKey(*sub_key, path + '\\' + sub_key->name, text);
+  for (const RegKey* sub_key : key.Children()) WriteKey(*sub_key, path + '\\' + sub_key->name, text);
 }
 
 // The next line, with lines that end in a backslash joined to the one before.

@@ -18,16 +18,40 @@ std::string_view TakePart(std::string_view& path) {
 
 void MarkGone(RegKey& key) {
   key.gone = true;
-  for (auto& sub_key : key.sub_keys) MarkGone(*sub_key);
+  for (RegKey* child : key.Children()) MarkGone(*child);
 }
 
 }  // namespace
 
 RegKey* RegKey::Child(std::string_view child) const {
-  for (const auto& sub_key : sub_keys) {
-    if (SameName(sub_key->name, child)) return sub_key.get();
+  auto found = by_name_.find(FoldName(child));
+  return found == by_name_.end() ? nullptr : found->second.get();
+}
+
+RegKey& RegKey::MakeChild(std::string_view child) {
+  std::unique_ptr<RegKey>& made = by_name_[FoldName(child)];
+  made = std::make_unique<RegKey>();
+  made->name = child;
+  made->parent = this;
+  in_order_.clear();
+  return *made;
+}
+
+std::unique_ptr<RegKey> RegKey::TakeChild(RegKey& child) {
+  auto taken = by_name_.extract(FoldName(child.name));
+  std::erase(in_order_, &child);
+  return std::move(taken.mapped());
+}
+
+const std::vector<RegKey*>& RegKey::Children() const {
+  if (in_order_.size() != by_name_.size()) {
+    std::vector<std::pair<std::string_view, RegKey*>> named;
+    for (const auto& [folded, child] : by_name_) named.emplace_back(folded, child.get());
+    std::sort(named.begin(), named.end());
+    in_order_.clear();
+    for (const auto& [folded, child] : named) in_order_.push_back(child);
   }
-  return nullptr;
+  return in_order_;
 }
 
 RegKey::Value* RegKey::Find(std::string_view value) {
@@ -82,24 +106,15 @@ RegKey& RegistryTree::Make(RegKey& from, std::string_view path) {
   RegKey* key = &from;
   for (std::string_view part = TakePart(path); !part.empty(); part = TakePart(path)) {
     RegKey* child = key->Child(part);
-    if (child == nullptr) {
-      key->sub_keys.push_back(std::make_unique<RegKey>());
-      child = key->sub_keys.back().get();
-      child->name = part;
-      child->parent = key;
-    }
+    if (child == nullptr) child = &key->MakeChild(part);
     key = child;
   }
   return *key;
 }
 
 void RegistryTree::Remove(RegKey& key) {
-  auto& siblings = key.parent->sub_keys;
-  auto place =
-      std::find_if(siblings.begin(), siblings.end(), [&](const auto& sibling) { return sibling.get() == &key; });
   MarkGone(key);
-  removed_.push_back(std::move(*place));
-  siblings.erase(place);
+  removed_.push_back(key.parent->TakeChild(key));
 }
 
 RegKey* RegistryTree::RootOf(std::string_view key, std::string_view& below) {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/types.h"
@@ -19,17 +20,26 @@ struct RegKey {
   };
   std::string name;
   RegKey* parent = nullptr;
-  std::vector<std::unique_ptr<RegKey>> sub_keys;
   std::vector<Value> values;
   bool denied = false;  // it, and what lies below, may only be read
   bool gone = false;    // deleted while a handle was open
 
   RegKey* Child(std::string_view child) const;
+  RegKey& MakeChild(std::string_view child);
+  std::unique_ptr<RegKey> TakeChild(RegKey& child);
+  bool HasChildren() const { return !by_name_.empty(); }
+  // By name without regard to case, as Windows enumerates.
+  const std::vector<RegKey*>& Children() const;
   Value* Find(std::string_view value);
   // This key and those above it.
   int Levels() const { return parent == nullptr ? 1 : parent->Levels() + 1; }
   // This key or one above it is denied.
   bool Denied() const;
+
+ private:
+  std::unordered_map<std::string, std::unique_ptr<RegKey>> by_name_;  // in one case
+  // Made anew when someone asks for the order after a change.
+  mutable std::vector<RegKey*> in_order_;
 };
 
 // Whether a name or a path of names can stand in the registry: no control characters, and with the levels

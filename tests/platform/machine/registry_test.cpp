@@ -109,9 +109,10 @@ TEST_F(RegistryOfMachine, EveryNameAndEveryDataComesBackFromTheFile) {
       {"bytes", kRegBinary, all_bytes},
       {"no bytes", kRegBinary, ""},
   };
-  const std::vector<std::string> keys = {"z", "a]b", "[c", "tail ", " head", "semi;colon", "\xD0\x96"};
+  // In the order in which they are listed, whatever that of their making.
+  const std::vector<std::string> keys = {" head", "a]b", "semi;colon", "tail ", "z", "[c", "\xD0\x96"};
   for (const RegistryValue& value : values) ASSERT_TRUE(world().RegistrySetValue("HKLM\\Trip", value)) << value.name;
-  for (const std::string& key : keys) ASSERT_TRUE(world().RegistryAddKey("HKLM\\Trip\\" + key)) << key;
+  for (std::size_t i = keys.size(); i-- > 0;) ASSERT_TRUE(world().RegistryAddKey("HKLM\\Trip\\" + keys[i])) << keys[i];
   // A line break in a name would end its line in the file.
   EXPECT_FALSE(world().RegistryAddKey("HKLM\\Trip\\line\nbreak"));
   EXPECT_FALSE(world().RegistrySetValue("HKLM\\Trip", {"line\nbreak", kRegSz, "x"}));
