@@ -29,7 +29,7 @@ inline std::map<std::string, std::string> StateFiles(const std::filesystem::path
   return content;
 }
 
-// A plain machine that stays open from input to input; its calls are not recorded.
+// A plain machine whose calls are not recorded.
 struct OpenMachine {
   OpenMachine() {
     std::string problem;
@@ -56,7 +56,7 @@ struct PlainMachine {
 
 // Puts `bytes` in place of one file of a plain machine and opens it.
 inline void OpenWith(const std::string& name, const std::string& bytes) {
-  static const PlainMachine plain;
+  const PlainMachine plain;
   const std::filesystem::path& machine_folder = plain.machine_folder;
   for (const auto& [file, content] : plain.files) {
     std::ofstream(machine_folder / file, std::ios::binary) << (file == name ? bytes : content);
@@ -71,6 +71,7 @@ inline void OpenWith(const std::string& name, const std::string& bytes) {
   }
   Require(opened->Save(problem));
   const auto saved = StateFiles(machine_folder);
+  opened.reset();
   opened = machine::Machine::Open(machine_folder.string(), problem);
   Require(opened != nullptr && opened->Save(problem));
   Require(StateFiles(machine_folder) == saved);

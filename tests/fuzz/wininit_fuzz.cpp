@@ -47,7 +47,7 @@ std::vector<std::string> Lines(const std::string& text) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Stage stage;
+  Stage stage;
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   const std::string own[] = {"NUL=C:\\WINDOWS\\COOKIES\\INDEX.DAT", "NUL=C:\\WINDOWS\\TEMPOR~1\\INDEX.DAT",
                              "NUL=C:\\WINDOWS\\TEMPOR~1\\CONTENT.IE5\\INDEX.DAT"};
