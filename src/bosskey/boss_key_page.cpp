@@ -40,11 +40,9 @@ BossKeyPage::BossKeyPage(Form& form, Settings& settings)
 }
 
 Layout BossKeyPage::Arrangement() {
-  std::vector<Layout> left, right;
-  for (std::size_t i = 0; i < boxes_.size(); ++i) {
-    (i < (boxes_.size() + 1) / 2 ? left : right).emplace_back(*boxes_[i]);
-  }
-  return Page({heading_, Group(windows_frame_, {Row({Column(std::move(left)), Column(std::move(right))})}),
+  std::vector<Layout> boxes;
+  for (const auto& box : boxes_) boxes.emplace_back(*box);
+  return Page({heading_, Group(windows_frame_, {TwoColumns(std::move(boxes))}),
                Group(hot_key_frame_, {Row({space_bar_, ctrl_alt_z_})})});
 }
 

@@ -2,18 +2,11 @@
 #pragma once
 
 #include <functional>
-#include <string>
-#include <vector>
 
+#include "cookies/cookie_lists.h"
 #include "cookies/keep_list.h"
-#include "cookies/url_cache_list.h"
-#include "widgets/form.h"
 
 namespace qb {
-
-// What the list of cookies shows for a cache entry's name: what follows the first "@", less one closing
-// slash; a name without "@" stays whole.
-std::string CookieDisplayName(const std::string& source_name);
 
 class frmCookieManager : public Form {
  public:
@@ -23,9 +16,7 @@ class frmCookieManager : public Form {
   // Both lists are built afresh, then the window is shown.
   void OpenAnew();
 
-  void Fill_Cookie_List();
-  void cmd_CookiesSave_Click();
-  void cmd_CookiesRemove_Click();
+  void Fill_Cookie_List() { lists_.Fill_Cookie_List(); }
   void cmdDonecookies_Click();
 
  protected:
@@ -35,13 +26,12 @@ class frmCookieManager : public Form {
  private:
   void ShowKeepList();
 
-  Settings& settings_;
   KeepList& keep_list_;
   std::function<void()> saved_;
 
-  Label heading_, Label1, Label5, Label6;
-  ListBox List1, List2;
-  Button cmd_CookiesSave, cmd_CookiesRemove, cmdDonecookies;
+  Label heading_, Label1;
+  CookieLists lists_;
+  Button cmdDonecookies;
   Label Label2;
 };
 

@@ -26,9 +26,13 @@ void KeepList::SetRows(std::vector<std::string> rows) {
 }
 
 void KeepList::Load() {
+  SetRows(FileRows());
+}
+
+std::vector<std::string> KeepList::FileRows() const {
   std::vector<std::string> rows;
   StepOver(LoadKeepFile(channels_, KeepFilePath(data_folder_), rows));
-  SetRows(std::move(rows));
+  return rows;
 }
 
 void KeepList::Save() {

@@ -29,6 +29,8 @@ class KeepList {
   void SetRows(std::vector<std::string> rows);
   // Empties the list and reads the file into it, if there is one.
   void Load();
+  // What the file holds now, without a change of the list; nothing without a file.
+  std::vector<std::string> FileRows() const;
   // Writes the file, and stores SaveCookieCount. A file that cannot be written stays as it was; the count, which is of
   // all rows, also of those that are too short for the file, is stored all the same.
   void Save();

@@ -162,14 +162,9 @@ void frmMain::MakeMenu() {
 }
 
 Layout frmMain::TracePage(TraceGroup group) {
-  const auto classes = ClassesOf(group);
-  std::vector<Layout> left, right;
-  for (std::size_t i = 0; i < classes.size(); ++i) {
-    CheckBox& box = *boxes_.find(classes[i].box)->second;
-    (i < (classes.size() + 1) / 2 ? left : right).emplace_back(box);
-  }
-  std::vector<Layout> page{Row({Column(std::move(left)), Column(std::move(right))}),
-                           *boxes_.find(RowOf(group).all_box)->second};
+  std::vector<Layout> boxes;
+  for (const TraceClass& trace : ClassesOf(group)) boxes.emplace_back(*boxes_.find(trace.box)->second);
+  std::vector<Layout> page{TwoColumns(std::move(boxes)), *boxes_.find(RowOf(group).all_box)->second};
   if (group == TraceGroup::InternetExplorer) page.push_back(Row({cmdSetCookies, lblmoreinfo}));
   return Page(std::move(page));
 }

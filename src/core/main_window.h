@@ -27,7 +27,7 @@ class frmMain : public Form, public RunDisplay {
   void cmdClearLog_Click();
   void Timer2_Timer();
   void Exit_Click();
-  std::int16_t AutoKillMinutes() const { return auto_kill_interval_.Minutes(); }
+  AutoKillInterval& interval() { return auto_kill_interval_; }
 
   // RunDisplay
   bool Ticked(std::string_view box) const override;

@@ -18,6 +18,10 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
       options_({platform, watcher, services_.life}, services_, products_, [this] { ShowMainWindow(); }),
       cookie_manager_({platform, watcher, services_.life}, services_.settings, keep_list_,
                       [this] { main_window_.Refresh(); }),
+      wizard_(
+          {platform, watcher, services_.life},
+          {services_.settings, services_.profiles, keep_list_, main_window_.interval(), services_.run.StartedAtBoot},
+          *this),
       engine_({platform, services_.channels, services_.settings, services_.reg_settings, services_.folders, products_,
                services_.profiles, keep_list_, services_.history_removed, services_.run, services_.thumbs,
                ie_folders_moved_, services_.life},
@@ -40,6 +44,11 @@ void Program::ShowMainWindow() {
   main_window_.SetState(WindowState::Normal);
   main_window_.Show();
   main_window_.SetFocus();
+}
+
+void Program::AskForSelection() {
+  wizard_.Show();
+  wizard_.cmd_Default_Click();
 }
 
 void Program::ShowForRun() {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "autokill/wizard.h"
 #include "cookies/cookie_manager.h"
 #include "core/general_setup.h"
 #include "core/main_window.h"
@@ -16,7 +17,7 @@ namespace qb {
 
 inline constexpr std::string_view kProgramVersion = "2019.1.0";
 
-class Program : public ProgramLife, public SetupAsker, private RunHost {
+class Program : public ProgramLife, public SetupAsker, private RunHost, private WizardHost {
  public:
   // `command_line` is what stands behind the program's name, as typed. `application_window` is the
   // window whose title names this program to a second copy of it.
@@ -36,6 +37,7 @@ class Program : public ProgramLife, public SetupAsker, private RunHost {
   frmMain& main_window() { return main_window_; }
   frmOptions& options() { return options_; }
   frmCookieManager& cookie_manager() { return cookie_manager_; }
+  frmAutoKill& wizard() { return wizard_; }
   clsFileAnalyzer& file_analyzer() { return engine_.file_analyzer(); }
   KillEngine& engine() { return engine_; }
   KillRun& kill_run() { return engine_.run(); }
@@ -74,9 +76,11 @@ class Program : public ProgramLife, public SetupAsker, private RunHost {
  private:
   // RunHost
   void AskForAolFolder() override { options_.Show(); }
-  void AskForSelection() override {}
+  void AskForSelection() override;
   void ShowForRun() override;
   void HideAfterRun() override;
+  // WizardHost
+  void RunAfterWizard() override { engine_.run().Do_Start_Up(0); }
 
   bool PreviousInstance();
   void ReadSettings();
@@ -95,6 +99,7 @@ class Program : public ProgramLife, public SetupAsker, private RunHost {
   frmMain main_window_;
   frmOptions options_;
   frmCookieManager cookie_manager_;
+  frmAutoKill wizard_;
   KillEngine engine_;
   Guards guards_;
   MutexHandle instance_ = MutexHandle::None;

@@ -176,34 +176,41 @@ constexpr TraceClass kClasses[] = {
      [](TraceUnits& units) { units.windows.Kill_Office_Recent(); }},
 };
 
-constexpr WalkStep kFirefoxAll[] = {{16, "NS_droplist"}, {17, "NS_history"}, {18, "NS_cache"}, {19, "NS_cookies"},
-    {27, "NS_AutoComplete"}, {28, "NS_DownloadList"}, {48, "NS_JumpListIcons"}, {49, "NS_SessionData"}};
+// The class of a key. One that is in no row does not compile.
+consteval const TraceClass* Class(std::string_view key) {
+  const TraceClass* row = std::begin(kClasses);
+  while (row->key != key) ++row;
+  return row;
+}
+
+constexpr WalkStep kFirefoxAll[] = {{16, Class("NS_droplist")}, {17, Class("NS_history")}, {18, Class("NS_cache")}, {19, Class("NS_cookies")},
+    {27, Class("NS_AutoComplete")}, {28, Class("NS_DownloadList")}, {48, Class("NS_JumpListIcons")}, {49, Class("NS_SessionData")}};
 // Deliberate: the first class runs without a line when nobody watches.
-constexpr WalkStep kFirefoxUnattended[] = {{0, "NS_droplist"}, {17, "NS_history"}, {18, "NS_cache"},
-    {19, "NS_cookies"}, {27, "NS_AutoComplete"}, {28, "NS_DownloadList"}, {48, "NS_JumpListIcons"},
-    {49, "NS_SessionData"}};
-constexpr WalkStep kChromeWalk[] = {{31, "Chrome_VisitedLinks"}, {32, "Chrome_HistoryFiles"}, {33, "Chrome_Cache"},
-    {34, "Chrome_Cookies"}, {35, "Chrome_AutoComplete"}, {36, "Chrome_ArchivedHistoryFile"}, {37, "Chrome_Thumbnails"},
-    {45, "Chrome_HTML5"}, {46, "Chrome_JumpListIcons"}, {47, "Chrome_SessionData"}, {52, "Chrome_FlashCookies"}};
-constexpr WalkStep kSafariWalk[] = {{38, "Safari_HistoryFiles"}, {39, "Safari_Cache"}, {40, "Safari_Cookies"},
-    {41, "Safari_Downloads"}, {42, "Safari_AutoComplete"}, {43, "Safari_Thumbnails"}, {44, "Safari_TopSites"},
-    {50, "Safari_HTML5"}, {51, "Safari_SessionData"}};
+constexpr WalkStep kFirefoxUnattended[] = {{0, Class("NS_droplist")}, {17, Class("NS_history")}, {18, Class("NS_cache")},
+    {19, Class("NS_cookies")}, {27, Class("NS_AutoComplete")}, {28, Class("NS_DownloadList")}, {48, Class("NS_JumpListIcons")},
+    {49, Class("NS_SessionData")}};
+constexpr WalkStep kChromeWalk[] = {{31, Class("Chrome_VisitedLinks")}, {32, Class("Chrome_HistoryFiles")}, {33, Class("Chrome_Cache")},
+    {34, Class("Chrome_Cookies")}, {35, Class("Chrome_AutoComplete")}, {36, Class("Chrome_ArchivedHistoryFile")}, {37, Class("Chrome_Thumbnails")},
+    {45, Class("Chrome_HTML5")}, {46, Class("Chrome_JumpListIcons")}, {47, Class("Chrome_SessionData")}, {52, Class("Chrome_FlashCookies")}};
+constexpr WalkStep kSafariWalk[] = {{38, Class("Safari_HistoryFiles")}, {39, Class("Safari_Cache")}, {40, Class("Safari_Cookies")},
+    {41, Class("Safari_Downloads")}, {42, Class("Safari_AutoComplete")}, {43, Class("Safari_Thumbnails")}, {44, Class("Safari_TopSites")},
+    {50, Class("Safari_HTML5")}, {51, Class("Safari_SessionData")}};
 // Deliberate: the droplist goes between the lines of two other classes.
-constexpr WalkStep kAolAll[] = {{10, "REGAOLCache"}, {11, "WIN_AOL"}, {8, ""}, {23, ""}};
+constexpr WalkStep kAolAll[] = {{10, Class("REGAOLCache")}, {11, Class("WIN_AOL")}, {8}, {23}};
 // Deliberate: the lines of cookies and cache stand the other way round here.
-constexpr WalkStep kAolUnattended[] = {{8, "WIN_AOL"}, {10, "REGAOLCookies"}, {11, "REGAOLCache"},
-    {23, "REGAOLhistory"}};
-constexpr WalkStep kIeAll[] = {{2, "IE_droplist"}, {3, "IE_history"}, {4, "IE_cache"}, {5, "IE_cookies"},
-    {25, "IE_Google"}, {26, "IE_SearchHistory"}, {53, "IE_Recovery"}, {9, "IE_autocomplete"}, {54, "MSEdge"},
-    {12, "IE_indexdat"}};
-constexpr WalkStep kIeUnattended[] = {{2, "IE_droplist"}, {3, "IE_history"}, {4, "IE_cache"}, {5, "IE_cookies"},
-    {9, "IE_autocomplete"}, {25, "IE_Google"}, {26, "IE_SearchHistory"}, {53, "IE_Recovery"}, {54, "MSEdge"},
-    {12, "IE_indexdat"}};
+constexpr WalkStep kAolUnattended[] = {{8, Class("WIN_AOL")}, {10, Class("REGAOLCookies")}, {11, Class("REGAOLCache")},
+    {23, Class("REGAOLhistory")}};
+constexpr WalkStep kIeAll[] = {{2, Class("IE_droplist")}, {3, Class("IE_history")}, {4, Class("IE_cache")}, {5, Class("IE_cookies")},
+    {25, Class("IE_Google")}, {26, Class("IE_SearchHistory")}, {53, Class("IE_Recovery")}, {9, Class("IE_autocomplete")}, {54, Class("MSEdge")},
+    {12, Class("IE_indexdat")}};
+constexpr WalkStep kIeUnattended[] = {{2, Class("IE_droplist")}, {3, Class("IE_history")}, {4, Class("IE_cache")}, {5, Class("IE_cookies")},
+    {9, Class("IE_autocomplete")}, {25, Class("IE_Google")}, {26, Class("IE_SearchHistory")}, {53, Class("IE_Recovery")}, {54, Class("MSEdge")},
+    {12, Class("IE_indexdat")}};
 // Deliberate: the two index.dat lines stand here and nothing is done for them.
-constexpr WalkStep kWindowsAll[] = {{6, "WIN_StartRun"}, {7, "WIN_RecentDoc"}, {12, ""}, {13, ""},
-    {14, "REGMediaPlayer"}, {15, "REGrecyclebin"}, {20, "REGFileFrag"}, {21, "REGWindowsTemp"}, {24, "MSOfficeRecent"}};
-constexpr WalkStep kWindowsUnattended[] = {{6, "WIN_StartRun"}, {7, "WIN_RecentDoc"}, {14, "REGMediaPlayer"},
-    {15, "REGrecyclebin"}, {20, "REGFileFrag"}, {21, "REGWindowsTemp"}, {24, "MSOfficeRecent"}};
+constexpr WalkStep kWindowsAll[] = {{6, Class("WIN_StartRun")}, {7, Class("WIN_RecentDoc")}, {12}, {13},
+    {14, Class("REGMediaPlayer")}, {15, Class("REGrecyclebin")}, {20, Class("REGFileFrag")}, {21, Class("REGWindowsTemp")}, {24, Class("MSOfficeRecent")}};
+constexpr WalkStep kWindowsUnattended[] = {{6, Class("WIN_StartRun")}, {7, Class("WIN_RecentDoc")}, {14, Class("REGMediaPlayer")},
+    {15, Class("REGrecyclebin")}, {20, Class("REGFileFrag")}, {21, Class("REGWindowsTemp")}, {24, Class("MSOfficeRecent")}};
 
 constexpr TraceGroupRow kGroups[] = {
     {Firefox, "chkNS_all", "All of the above",
@@ -228,6 +235,63 @@ constexpr TraceGroupRow kGroups[] = {
 // clang-format on
 
 constexpr TraceGroup kUnattendedOrder[] = {Firefox, Chrome, Safari, Windows, InternetExplorer, AOL};
+
+// --- what the tables promise one another ---
+
+constexpr bool EachGroupStandsTogether() {
+  for (std::size_t i = 1; i < std::size(kClasses); ++i) {
+    if (kClasses[i].group < kClasses[i - 1].group) return false;
+  }
+  return true;
+}
+
+constexpr bool KeysAndBoxesStandOnce() {
+  for (const TraceClass& a : kClasses) {
+    for (const TraceClass& b : kClasses) {
+      if (&a != &b && (a.box == b.box || (a.key == b.key && !a.key.empty()))) return false;
+    }
+  }
+  return true;
+}
+
+constexpr bool WalksOwnClasses(std::span<const WalkStep> walk, TraceGroup group) {
+  for (const WalkStep& step : walk) {
+    if (step.code < 0 || step.code > kLastLogCode || (step.trace != nullptr && step.trace->group != group))
+      return false;
+  }
+  return true;
+}
+
+constexpr bool GroupsFollowTheEnumeration() {
+  for (std::size_t i = 0; i < std::size(kGroups); ++i) {
+    const TraceGroupRow& row = kGroups[i];
+    if (row.group != static_cast<TraceGroup>(i)) return false;
+    if (!WalksOwnClasses(row.all_walk, row.group) || !WalksOwnClasses(row.unattended_walk, row.group)) return false;
+  }
+  return std::size(kGroups) == kTraceGroups;
+}
+
+// Every class with a key is taken by an unattended run, once, and no other is.
+constexpr bool UnattendedWalksTakeEachKeyOnce() {
+  for (const TraceClass& row : kClasses) {
+    int taken = 0;
+    for (const TraceGroupRow& group : kGroups) {
+      for (const WalkStep& step : group.unattended_walk) taken += step.trace == &row ? 1 : 0;
+    }
+    if (taken != (row.key.empty() ? 0 : 1)) return false;
+  }
+  return true;
+}
+
+constexpr bool UnattendedOrderHasEachGroup() {
+  int seen = 0;
+  for (TraceGroup group : kUnattendedOrder) seen |= 1 << static_cast<int>(group);
+  return std::size(kUnattendedOrder) == kTraceGroups && seen == (1 << kTraceGroups) - 1;
+}
+
+static_assert(EachGroupStandsTogether() && KeysAndBoxesStandOnce());
+static_assert(GroupsFollowTheEnumeration());
+static_assert(UnattendedWalksTakeEachKeyOnce() && UnattendedOrderHasEachGroup());
 
 }  // namespace
 

@@ -13,6 +13,9 @@ struct TraceUnits;
 enum class TraceGroup { Firefox, Chrome, Safari, AOL, InternetExplorer, Windows };
 inline constexpr int kTraceGroups = 6;
 
+// The codes of the lines of a run are 1 to this one.
+inline constexpr int kLastLogCode = 54;
+
 // What a class removes; null where nothing belongs to it.
 using Work = void (*)(TraceUnits& units);
 
@@ -28,10 +31,10 @@ struct TraceClass {
   bool counts = true;       // adds to ClassesDone there
 };
 
-// One step of the other walks: the line (0 for none), then the work of the class of that key, if any.
+// One step of the other walks: the line (0 for none), then the work of the class, if any.
 struct WalkStep {
   int code;
-  std::string_view key;
+  const TraceClass* trace = nullptr;
 };
 
 struct TraceGroupRow {

@@ -94,7 +94,7 @@ void KillRun::WalkAll(const TraceGroupRow& row) {
   for (const WalkStep& step : row.all_walk) {
     if (needs_.life.Over()) return;
     log_.Log_Step(static_cast<std::int16_t>(step.code));
-    RunWork(FindClass(step.key));
+    RunWork(step.trace);
   }
   state_.ClassesDone = static_cast<std::int16_t>(state_.ClassesDone + row.all_adds);
 }
@@ -127,10 +127,9 @@ bool KillRun::GroupIsHere(TraceGroup group) const {
 void KillRun::WalkUnattended(const TraceGroupRow& row) {
   for (const WalkStep& step : row.unattended_walk) {
     if (needs_.life.Over()) return;
-    const TraceClass* trace = FindClass(step.key);
-    if (trace == nullptr || selection_.Of(*trace) != 1) continue;
+    if (step.trace == nullptr || selection_.Of(*step.trace) != 1) continue;
     if (step.code != 0) log_.Log_Step(static_cast<std::int16_t>(step.code));
-    RunWork(trace);
+    RunWork(step.trace);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "kill/class_table.h"
 #include "runtime/text.h"
 
 namespace qb {
@@ -70,6 +71,8 @@ constexpr std::string_view kTexts[] = {
     " - Killing Internet Explorer crash recovery data files... success!",
     " - Killing MS Edge browser history, cache, cookies and Web Cache... success!",
 };
+
+static_assert(std::size(kTexts) == kLastLogCode);
 
 // A long step follows these lines and drives the bar itself.
 bool LongStepFollows(int code) {

@@ -13,6 +13,11 @@ namespace {
 // These are read strictly: a bad text leaves the value of the time before.
 constexpr std::string_view kStrictlyRead[] = {"REGWindowsTemp", "REGFileFrag", "MSOfficeRecent"};
 
+// Deliberate: these are written in another spelling than they are read in. Names of values know no case.
+constexpr struct {
+  std::string_view key, written;
+} kWrittenAs[] = {{"Safari_SessionData", "Safari_Sessiondata"}, {"REGAOLhistory", "REGAOLHistory"}};
+
 bool ReadStrictly(std::string_view key) {
   return std::find(std::begin(kStrictlyRead), std::end(kStrictlyRead), key) != std::end(kStrictlyRead);
 }
@@ -34,6 +39,16 @@ void Selection::Load() {
 
 std::int16_t Selection::Of(const TraceClass& row) const {
   return values_[PlaceOf(row)];
+}
+
+void Selection::Store(const TraceClass& row, std::int16_t value) {
+  if (row.key.empty()) return;
+  std::string_view key = row.key;
+  for (const auto& other : kWrittenAs) {
+    if (other.key == row.key) key = other.written;
+  }
+  values_[PlaceOf(row)] = value;
+  StepOver(store_.Save(key, std::to_string(value)));
 }
 
 bool Selection::Anything() const {

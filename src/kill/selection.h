@@ -17,6 +17,8 @@ class Selection {
   void Load();
   // As it was read last, 0 before the first time and for a class without a key; 1 is selected.
   std::int16_t Of(const TraceClass& row) const;
+  // Writes a class's key; nothing for a class without one.
+  void Store(const TraceClass& row, std::int16_t value);
   // Whether the values do not add up to 0.
   bool Anything() const;
 

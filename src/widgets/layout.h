@@ -2,7 +2,9 @@
 // A view gives them places and sizes.
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
+#include <iterator>
 #include <vector>
 
 namespace qb {
@@ -37,6 +39,13 @@ inline Layout Row(std::vector<Layout> parts) {
 }
 inline Layout Column(std::vector<Layout> parts) {
   return {Layout::Kind::Column, nullptr, std::move(parts)};
+}
+// The parts in two columns of the same length, the first half on the left.
+inline Layout TwoColumns(std::vector<Layout> parts) {
+  const auto middle = parts.begin() + static_cast<std::ptrdiff_t>((parts.size() + 1) / 2);
+  std::vector<Layout> right(std::make_move_iterator(middle), std::make_move_iterator(parts.end()));
+  parts.erase(middle, parts.end());
+  return Row({Column(std::move(parts)), Column(std::move(right))});
 }
 inline Layout Group(Control& frame, std::vector<Layout> parts) {
   return {Layout::Kind::Group, &frame, std::move(parts)};

@@ -20,7 +20,7 @@ constexpr std::array kVariables = std::to_array<Variable>({
     {"StartedAtBoot", [](Program& p) { return BooleanText(p.services().run.StartedAtBoot); }},
     {"Data_Folder", [](Program& p) { return p.services().data_folder; }},
     {"IEFoldersMoved", [](Program& p) { return BooleanText(p.IEFoldersMoved()); }},
-    {"AutoKillMinutes", [](Program& p) { return std::to_string(p.main_window().AutoKillMinutes()); }},
+    {"AutoKillMinutes", [](Program& p) { return std::to_string(p.main_window().interval().Minutes()); }},
     {"IndexDatScheduled", [](Program& p) { return BooleanText(p.trace_units().index_dat.IndexDatScheduled()); }},
     {"StrictMode", [](Program& p) { return BooleanText(p.guards().StrictMode()); }},
     {"TanglegateON", [](Program& p) { return BooleanText(p.guards().TanglegateOn()); }},

@@ -1,0 +1,141 @@
+#include "autokill/wizard_boxes.h"
+
+namespace qb {
+
+namespace {
+
+// The tabs, in their order.
+constexpr struct {
+  TraceGroup group;
+  const char* caption;
+  const char* browser;  // in the tool tip
+} kTabs[] = {
+    {TraceGroup::InternetExplorer, "Edge/Int. Explorer", "Internet Explorer"},
+    {TraceGroup::Chrome, "Google &Chrome", "Google Chrome"},
+    {TraceGroup::Firefox, "Mozilla &Firefox", "Mozilla Firefox"},
+    {TraceGroup::Safari, "Apple &Safari", "Apple Safari"},
+    {TraceGroup::AOL, "&AOL", "AOL"},
+    {TraceGroup::Windows, "&Windows", "Windows"},
+};
+
+// The boxes that have another name here than on the main window.
+constexpr struct {
+  std::string_view key;
+  const char* box;
+  std::string_view stored_under;
+} kOtherNames[] = {
+    // Deliberate: these two boxes are kept under one another's key.
+    {"REGAOLCache", "chkWin_AOLcache", "REGAOLCookies"},
+    {"REGAOLCookies", "chkWin_AOLcookies", "REGAOLCache"},
+};
+
+// The order of writing; within a group that of the classes. The one class stands before its group.
+constexpr struct {
+  TraceGroup group;
+  std::string_view only;
+} kSaveOrder[] = {
+    {TraceGroup::Firefox, ""}, {TraceGroup::Chrome, ""},           {TraceGroup::InternetExplorer, "IE_Recovery"},
+    {TraceGroup::Safari, ""},  {TraceGroup::InternetExplorer, ""}, {TraceGroup::Windows, ""},
+    {TraceGroup::AOL, ""},
+};
+
+constexpr struct {
+  std::string_view key;
+  bool ticked;
+} kWindowsDefaults[] = {{"WIN_StartRun", true},  {"WIN_RecentDoc", true}, {"REGMediaPlayer", true},
+                        {"REGrecyclebin", true}, {"REGFileFrag", false},  {"REGWindowsTemp", false}};
+
+// A path of fewer characters is none.
+constexpr std::size_t kShortestPath = 4;
+
+std::vector<TabStrip::Page> TabPages() {
+  std::vector<TabStrip::Page> pages;
+  for (const auto& tab : kTabs) {
+    const std::string browser = tab.browser;
+    pages.push_back({tab.caption, browser + " tab - Select which history data traces you want Quillbarrow to kill in " +
+                                      browser + "."});
+  }
+  return pages;
+}
+
+}  // namespace
+
+WizardBoxes::WizardBoxes(Form& form) : SftTabs2(form, "SftTabs2", TabPages()) {
+  for (const TraceClass& trace : TraceClasses()) {
+    if (trace.key.empty()) continue;
+    std::string name(trace.box);
+    const TraceClass* stored = &trace;
+    for (const auto& other : kOtherNames) {
+      if (other.key != trace.key) continue;
+      name = other.box;
+      stored = FindClass(other.stored_under);
+    }
+    owned_.push_back(std::make_unique<CheckBox>(form, name, std::string(trace.caption)));
+    owned_.back()->SetToolTip(std::string(trace.tool_tip));
+    rows_.push_back({&trace, stored, owned_.back().get()});
+  }
+}
+
+Layout WizardBoxes::Arrangement() {
+  std::vector<Layout> pages;
+  for (const auto& tab : kTabs) {
+    std::vector<Layout> boxes;
+    for (const Row& row : rows_) {
+      if (row.shown->group == tab.group) boxes.emplace_back(*row.box);
+    }
+    pages.push_back(Page({TwoColumns(std::move(boxes))}));
+  }
+  return Tabs(SftTabs2, std::move(pages));
+}
+
+bool WizardBoxes::Load(SettingsStore& store) {
+  Selection selection(store);
+  selection.Load();
+  bool any = false;
+  for (const Row& row : rows_) {
+    const bool ticked = selection.Of(*row.stored) == 1;
+    row.box->SetValue(ticked);
+    any = any || ticked;
+  }
+  return any;
+}
+
+void WizardBoxes::Save(SettingsStore& store) const {
+  Selection selection(store);
+  for (const auto& step : kSaveOrder) {
+    for (const Row& row : rows_) {
+      if (row.shown->group != step.group) continue;
+      if (step.only.empty() ? row.shown->key == "IE_Recovery" : row.shown->key != step.only) continue;
+      selection.Store(*row.stored, static_cast<std::int16_t>(row.box->Value()));
+    }
+  }
+}
+
+void WizardBoxes::SetGroup(TraceGroup group, bool ticked) {
+  for (const Row& row : rows_) {
+    if (row.shown->group == group) row.box->SetValue(ticked);
+  }
+}
+
+void WizardBoxes::Set(std::string_view key, bool ticked) {
+  for (const Row& row : rows_) {
+    if (row.shown->key == key) row.box->SetValue(ticked);
+  }
+}
+
+void WizardBoxes::SetDefaults(const Settings& settings, const BrowserProfiles& profiles) {
+  SetGroup(TraceGroup::InternetExplorer, true);
+  for (const auto& row : kWindowsDefaults) Set(row.key, row.ticked);
+  SetGroup(TraceGroup::AOL, settings.Text(Setting::AOLdir).size() >= kShortestPath);
+  SetGroup(TraceGroup::Firefox, settings.Text(Setting::NetscapeDir).size() >= kShortestPath);
+  // Deliberate: without Chrome this one box stays as it is.
+  constexpr std::string_view kFlashCookies = "Chrome_FlashCookies";
+  const bool chrome = profiles.Check_Chrome_Installed();
+  for (const Row& row : rows_) {
+    if (row.shown->group == TraceGroup::Chrome && (chrome || row.shown->key != kFlashCookies))
+      row.box->SetValue(chrome);
+  }
+  SetGroup(TraceGroup::Safari, profiles.Check_Safari_Installed());
+}
+
+}  // namespace qb
