@@ -35,4 +35,13 @@ void AolTraces::Kill_Opera() {
   names_.DeletePaths(kOperaFiles);
 }
 
+std::span<const NamedRoutine<AolTraces>> AolTraces::Routines() {
+  static constexpr NamedRoutine<AolTraces> kRoutines[] = {
+      {"Kill_AOL_Droplist", &AolTraces::Kill_AOL_Droplist},
+      {"Kill_AOL_Cache", &AolTraces::Kill_AOL_Cache},
+      {"Kill_Opera", &AolTraces::Kill_Opera},
+  };
+  return kRoutines;
+}
+
 }  // namespace qb

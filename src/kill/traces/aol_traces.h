@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kill/traces/named_traces.h"
+#include "runtime/routine.h"
 #include "settings/settings.h"
 
 namespace qb {
@@ -15,6 +16,8 @@ class AolTraces {
   void Kill_AOL_Cache();
   // No box and no run reaches it: it stands ready to be attached to one.
   void Kill_Opera();
+
+  static std::span<const NamedRoutine<AolTraces>> Routines();
 
  private:
   void DeleteBelowAol(Names patterns);

@@ -121,4 +121,12 @@ void AutoCompleteStore::RenableAutoComplete() {
   StepOver(reg_.SaveSetting2(kSection, "Use AutoComplete", "yes"));
 }
 
+std::span<const NamedRoutine<AutoCompleteStore>> AutoCompleteStore::Routines() {
+  static constexpr NamedRoutine<AutoCompleteStore> kRoutines[] = {
+      {"Kill_IE_AutoComplete", &AutoCompleteStore::Kill_IE_AutoComplete},
+      {"RenableAutoComplete", &AutoCompleteStore::RenableAutoComplete},
+  };
+  return kRoutines;
+}
+
 }  // namespace qb

@@ -7,6 +7,7 @@
 
 #include "platform/platform.h"
 #include "runtime/lifetime.h"
+#include "runtime/routine.h"
 #include "runtime/trace_counter.h"
 #include "settings/reg_settings.h"
 
@@ -33,6 +34,8 @@ class AutoCompleteStore {
   void Delete_Key_Tree(KeyHandle root, const std::string& key);
   // Turns the browser's AutoComplete switches on again.
   void RenableAutoComplete();
+
+  static std::span<const NamedRoutine<AutoCompleteStore>> Routines();
 
  private:
   // The one place to hang a report on; nothing is reported.

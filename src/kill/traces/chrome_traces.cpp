@@ -103,4 +103,22 @@ void ChromeTraces::Kill_Chrome_Archived_History() {
   ForNumberedProfiles([this](const std::string& profile) { names_.WipeFiles(profile, kArchived); });
 }
 
+std::span<const NamedRoutine<ChromeTraces>> ChromeTraces::Routines() {
+  static constexpr NamedRoutine<ChromeTraces> kRoutines[] = {
+      {"Kill_Chrome_Visited_Links", &ChromeTraces::Kill_Chrome_Visited_Links},
+      {"Kill_Chrome_History", &ChromeTraces::Kill_Chrome_History},
+      {"Kill_Chrome_Cache", &ChromeTraces::Kill_Chrome_Cache},
+      {"Kill_Chrome_Cookies", &ChromeTraces::Kill_Chrome_Cookies},
+      {"Kill_Chrome_AutoComplete", &ChromeTraces::Kill_Chrome_AutoComplete},
+      {"Kill_Chrome_Archived_History", &ChromeTraces::Kill_Chrome_Archived_History},
+      {"Kill_Chrome_Thumbnails", &ChromeTraces::Kill_Chrome_Thumbnails},
+      {"Kill_Chrome_Local_Storage", &ChromeTraces::Kill_Chrome_Local_Storage},
+      {"Kill_Chrome_Jump_List", &ChromeTraces::Kill_Chrome_Jump_List},
+      {"Kill_Chrome_Session", &ChromeTraces::Kill_Chrome_Session},
+      {"Kill_Chrome_Flash_Cookies", &ChromeTraces::Kill_Chrome_Flash_Cookies},
+      {"Kill_Chrome_Top_Sites", &ChromeTraces::Kill_Chrome_Top_Sites},
+  };
+  return kRoutines;
+}
+
 }  // namespace qb

@@ -5,6 +5,7 @@
 
 #include "environment/browser_profiles.h"
 #include "kill/traces/named_traces.h"
+#include "runtime/routine.h"
 
 namespace qb {
 
@@ -25,6 +26,8 @@ class ChromeTraces {
   void Kill_Chrome_Flash_Cookies();
   // Has no box of its own: goes with the history.
   void Kill_Chrome_Top_Sites();
+
+  static std::span<const NamedRoutine<ChromeTraces>> Routines();
 
  private:
   // The default profile, then each numbered one whose folder is there.

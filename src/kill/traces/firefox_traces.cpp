@@ -62,4 +62,18 @@ void FirefoxTraces::Kill_Firefox_Jump_List() {
   names_.WipeFolders(profiles_.FirefoxLocalProfilePath(), kJumpListCaches, FolderCount::Walker);
 }
 
+std::span<const NamedRoutine<FirefoxTraces>> FirefoxTraces::Routines() {
+  static constexpr NamedRoutine<FirefoxTraces> kRoutines[] = {
+      {"Kill_Firefox_Droplist", &FirefoxTraces::Kill_Firefox_Droplist},
+      {"Kill_Firefox_History", &FirefoxTraces::Kill_Firefox_History},
+      {"Kill_Firefox_Cache", &FirefoxTraces::Kill_Firefox_Cache},
+      {"Kill_Firefox_Cookies", &FirefoxTraces::Kill_Firefox_Cookies},
+      {"Kill_Firefox_AutoComplete", &FirefoxTraces::Kill_Firefox_AutoComplete},
+      {"Kill_Firefox_Downloads", &FirefoxTraces::Kill_Firefox_Downloads},
+      {"Kill_Firefox_Jump_List", &FirefoxTraces::Kill_Firefox_Jump_List},
+      {"Kill_Firefox_Session", &FirefoxTraces::Kill_Firefox_Session},
+  };
+  return kRoutines;
+}
+
 }  // namespace qb

@@ -3,6 +3,7 @@
 
 #include "environment/browser_profiles.h"
 #include "kill/traces/named_traces.h"
+#include "runtime/routine.h"
 
 namespace qb {
 
@@ -19,6 +20,8 @@ class FirefoxTraces {
   void Kill_Firefox_Downloads();
   void Kill_Firefox_Jump_List();
   void Kill_Firefox_Session();
+
+  static std::span<const NamedRoutine<FirefoxTraces>> Routines();
 
  private:
   const BrowserProfiles& profiles_;

@@ -165,4 +165,16 @@ void IeTraces::Kill_IE_Recovery() {
   names_.WipeFolders(needs_.profiles.Get_IE_Profile_Path(), kRecoveryFolders, FolderCount::WalkerAndOne);
 }
 
+std::span<const NamedRoutine<IeTraces>> IeTraces::Routines() {
+  static constexpr NamedRoutine<IeTraces> kRoutines[] = {
+      {"GetCacheURLList", &IeTraces::GetCacheURLList},         {"Kill_Typed_URLs", &IeTraces::Kill_Typed_URLs},
+      {"Kill_History_Store", &IeTraces::Kill_History_Store},   {"Kill_History_Helper", &IeTraces::Kill_History_Helper},
+      {"Kill_Temp_Helper", &IeTraces::Kill_Temp_Helper},       {"Kill_Cookies_Helper", &IeTraces::Kill_Cookies_Helper},
+      {"Kill_Cookie_Files", &IeTraces::Kill_Cookie_Files},     {"Kill_Google_Bar", &IeTraces::Kill_Google_Bar},
+      {"Kill_Search_History", &IeTraces::Kill_Search_History}, {"Kill_IE_Recovery", &IeTraces::Kill_IE_Recovery},
+      {"Kill_Edge_Cache", &IeTraces::Kill_Edge_Cache},
+  };
+  return kRoutines;
+}
+
 }  // namespace qb

@@ -9,6 +9,7 @@
 #include "kill/kill_needs.h"
 #include "kill/run_display.h"
 #include "kill/traces/named_traces.h"
+#include "runtime/routine.h"
 
 namespace qb {
 
@@ -39,6 +40,8 @@ class IeTraces {
   void Kill_Search_History();
   void Kill_IE_Recovery();
   void Kill_Edge_Cache();
+
+  static std::span<const NamedRoutine<IeTraces>> Routines();
 
  private:
   // Counts the values of the keys, and removes the keys.

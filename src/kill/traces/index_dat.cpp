@@ -173,4 +173,11 @@ void IndexDat::Clear_Auto_Exec2(std::int16_t kind) {
   needs_.history_removed.Add(1);
 }
 
+std::span<const NamedRoutine<IndexDat>> IndexDat::Routines() {
+  static constexpr NamedRoutine<IndexDat> kRoutines[] = {
+      {"Schedule_Index_Dat_WinInit", &IndexDat::Schedule_Index_Dat_WinInit},
+  };
+  return kRoutines;
+}
+
 }  // namespace qb

@@ -7,6 +7,7 @@
 
 #include "kill/kill_needs.h"
 #include "kill/run_display.h"
+#include "runtime/routine.h"
 
 namespace qb {
 
@@ -26,6 +27,8 @@ class IndexDat {
   void Clear_Auto_Exec2(std::int16_t kind);
 
   bool IndexDatScheduled() const { return scheduled_; }
+
+  static std::span<const NamedRoutine<IndexDat>> Routines();
 
  private:
   struct Moved {

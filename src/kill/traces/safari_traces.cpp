@@ -51,4 +51,19 @@ void SafariTraces::Kill_Safari_Session() {
   WipeRoaming(kSession);
 }
 
+std::span<const NamedRoutine<SafariTraces>> SafariTraces::Routines() {
+  static constexpr NamedRoutine<SafariTraces> kRoutines[] = {
+      {"Kill_Safari_History", &SafariTraces::Kill_Safari_History},
+      {"Kill_Safari_Cache", &SafariTraces::Kill_Safari_Cache},
+      {"Kill_Safari_Cookies", &SafariTraces::Kill_Safari_Cookies},
+      {"Kill_Safari_Downloads", &SafariTraces::Kill_Safari_Downloads},
+      {"Kill_Safari_AutoComplete", &SafariTraces::Kill_Safari_AutoComplete},
+      {"Kill_Safari_Thumbnails", &SafariTraces::Kill_Safari_Thumbnails},
+      {"Kill_Safari_Top_Sites", &SafariTraces::Kill_Safari_Top_Sites},
+      {"Kill_Safari_Local_Storage", &SafariTraces::Kill_Safari_Local_Storage},
+      {"Kill_Safari_Session", &SafariTraces::Kill_Safari_Session},
+  };
+  return kRoutines;
+}
+
 }  // namespace qb

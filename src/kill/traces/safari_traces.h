@@ -3,6 +3,7 @@
 
 #include "environment/browser_profiles.h"
 #include "kill/traces/named_traces.h"
+#include "runtime/routine.h"
 
 namespace qb {
 
@@ -19,6 +20,8 @@ class SafariTraces {
   void Kill_Safari_Top_Sites();
   void Kill_Safari_Local_Storage();
   void Kill_Safari_Session();
+
+  static std::span<const NamedRoutine<SafariTraces>> Routines();
 
  private:
   void WipeRoaming(Names names) { names_.WipeFiles(profiles_.Get_Safari_Profile_Path(), names); }

@@ -1,6 +1,8 @@
 // The families of traces that the rows of the class table call on.
 #pragma once
 
+#include <tuple>
+
 #include "kill/kill_needs.h"
 #include "kill/traces/aol_traces.h"
 #include "kill/traces/auto_complete.h"
@@ -24,6 +26,12 @@ struct TraceUnits {
         index_dat(needs, display),
         auto_complete(needs.platform, needs.reg_settings, needs.history_removed, needs.life),
         windows(needs, delete_path, display) {}
+
+  // Runs the routine of that name, without regard to case. False if no unit has one.
+  bool Call(std::string_view name) {
+    return std::apply([name](auto&... unit) { return (CallByName(unit, name) || ...); },
+                      std::tie(firefox, chrome, safari, aol, ie, index_dat, auto_complete, windows));
+  }
 
   NamedTraces names;
   FirefoxTraces firefox;

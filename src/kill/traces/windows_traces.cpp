@@ -114,4 +114,17 @@ void WindowsTraces::Kill_Office_Recent() {
   DeleteLists(kOpenSaveLists);
 }
 
+std::span<const NamedRoutine<WindowsTraces>> WindowsTraces::Routines() {
+  static constexpr NamedRoutine<WindowsTraces> kRoutines[] = {
+      {"Kill_Run_MRU", &WindowsTraces::Kill_Run_MRU},
+      {"Kill_Recent_Docs", &WindowsTraces::Kill_Recent_Docs},
+      {"Kill_Media_Player", &WindowsTraces::Kill_Media_Player},
+      {"Kill_Recycle_Bin", &WindowsTraces::Kill_Recycle_Bin},
+      {"Kill_File_Fragments", &WindowsTraces::Kill_File_Fragments},
+      {"Kill_Windows_Temp", &WindowsTraces::Kill_Windows_Temp},
+      {"Kill_Office_Recent", &WindowsTraces::Kill_Office_Recent},
+  };
+  return kRoutines;
+}
+
 }  // namespace qb

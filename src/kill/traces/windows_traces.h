@@ -7,6 +7,7 @@
 
 #include "delete/delete_path.h"
 #include "kill/kill_needs.h"
+#include "runtime/routine.h"
 #include "settings/registry_counter.h"
 
 namespace qb {
@@ -38,6 +39,8 @@ class WindowsTraces {
   std::uint32_t Empty_Recycle_Bin(std::string_view root);
   // The number of items in the bins of all drives; 0 if they cannot be asked.
   double Query_Recycle_Bin();
+
+  static std::span<const NamedRoutine<WindowsTraces>> Routines();
 
  private:
   // Counts the values of the keys, and removes the keys.

@@ -8,6 +8,8 @@ CallOutcome CallRoutine(Program& program, std::string_view name, const std::vect
       if (SameText(routine.name, name)) return routine.call(program, arguments);
     }
   }
+  // Those of the traces stand beside their units.
+  if (arguments.empty() && program.trace_units().Call(name)) return {};
   return {CallOutcome::Kind::NoSuchRoutine, {}};
 }
 
