@@ -41,9 +41,10 @@ AutoKillPage::AutoKillPage(Form& form, Settings& settings, AutoKillInterval& int
 
 Layout AutoKillPage::Arrangement() {
   return Page({heading_,
-               Group(when_frame_, {when_.last_window_closed, when_.windows_start,
-                                   Row({when_.use_timer, when_.interval_list}), do_not_auto_kill_}),
-               Group(show_frame_, {stealth_off_, stealth_on_, hide_icon_, show_note_}), what_});
+               Row({Group(when_frame_, {when_.last_window_closed, when_.windows_start,
+                                        Row({when_.use_timer, when_.interval_list}), do_not_auto_kill_}),
+                    Group(show_frame_, {stealth_off_, stealth_on_, hide_icon_, show_note_})}),
+               what_});
 }
 
 void AutoKillPage::LoadFromSettings() {

@@ -21,7 +21,8 @@ class AutoKillPage {
   AutoKillInterval& auto_kill_interval_;
   SettingBindings bindings_;
 
-  Label heading_, what_, show_note_;
+  HeadingLabel heading_;
+  Label what_, show_note_;
   Frame when_frame_, show_frame_;
   WhenToKill when_;
   CheckBox do_not_auto_kill_, hide_icon_;

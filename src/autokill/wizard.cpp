@@ -82,6 +82,13 @@ frmAutoKill::frmAutoKill(const FormHost& host, const Needs& needs, WizardHost& w
   cmdSetCookies.SetToolTip(
       "Click to manage which cookies to keep.  Cookies are useful if you login to the same site frequently.");
   SftTabs1.Click = [this] { ShowStepTexts(); };
+  cmdBack.SetIcon(ButtonIcon::Back);
+  cmdNext.SetIcon(ButtonIcon::Forward);
+  cmd_OK.SetIcon(ButtonIcon::Save);
+  cmd_Cancel.SetIcon(ButtonIcon::Cancel);
+  cmd_Default.SetIcon(ButtonIcon::Reset);
+  cmd_Help.SetIcon(ButtonIcon::Help);
+  cmdSetCookies.SetIcon(ButtonIcon::Cookie);
   cmdBack.Click = [this] { ShowStep(SftTabs1.Tab() - 1); };
   cmdNext.Click = [this] { ShowStep(SftTabs1.Tab() + 1); };
   cmd_OK.Click = [this] { cmd_OK_Click(); };

@@ -18,7 +18,7 @@ class BossKeyPage {
 
  private:
   SettingBindings bindings_;
-  Label heading_;
+  HeadingLabel heading_;
   Frame windows_frame_, hot_key_frame_;
   OptionButton space_bar_, ctrl_alt_z_;
   std::vector<std::unique_ptr<CheckBox>> boxes_;

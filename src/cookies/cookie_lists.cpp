@@ -23,6 +23,8 @@ CookieLists::CookieLists(Form& form, Settings& settings, std::function<void()> e
   List2.SetToolTip("This is a list of cookies that will not be deleted when you use Quillbarrow");
   cmd_CookiesSave.SetToolTip("Click after selecting a cookie on the left to KEEP.", "Keep Cookie");
   cmd_CookiesRemove.SetToolTip("Click after selecting a cookie on the right to NOT KEEP.", "Remove Cookie");
+  cmd_CookiesSave.SetIcon(ButtonIcon::Forward);
+  cmd_CookiesRemove.SetIcon(ButtonIcon::Back);
   cmd_CookiesSave.Click = [this] { cmd_CookiesSave_Click(); };
   cmd_CookiesRemove.Click = [this] { cmd_CookiesRemove_Click(); };
 }

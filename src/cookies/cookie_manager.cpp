@@ -19,6 +19,7 @@ frmCookieManager::frmCookieManager(const FormHost& host, Settings& settings, Kee
              "NOTE: Cookie Manager only works with saving Internet Explorer cookies. If you use Quillbarrow to remove "
              "Chrome, Firefox or Safari cookies, all cookies will be removed in those specific web browsers.") {
   cmdDonecookies.SetToolTip("Click to save above Cookie settings.", "Save Cookie Setup");
+  cmdDonecookies.SetIcon(ButtonIcon::Save);
   cmdDonecookies.Click = [this] { cmdDonecookies_Click(); };
   // The window's own edits stand in its list already.
   keep_list_.Changed = [this] { lists_.ShowKept(keep_list_.Rows()); };

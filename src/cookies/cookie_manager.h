@@ -29,7 +29,8 @@ class frmCookieManager : public Form {
   KeepList& keep_list_;
   std::function<void()> saved_;
 
-  Label heading_, Label1;
+  HeadingLabel heading_;
+  Label Label1;
   CookieLists lists_;
   Button cmdDonecookies;
   Label Label2;

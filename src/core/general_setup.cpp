@@ -40,6 +40,13 @@ frmOptions::frmOptions(const FormHost& host, Services& services, ProductFolders&
       cmdOK(*this, "cmdOK", "Save") {
   cmdOK.SetDefault(true);
   cmdCancel.SetCancelButton(true);
+  cmd_DetectAOL.SetIcon(ButtonIcon::Search);
+  cmdBrowseAOL.SetIcon(ButtonIcon::Folder);
+  cmdDetectWin.SetIcon(ButtonIcon::Search);
+  cmdDefault.SetIcon(ButtonIcon::Reset);
+  cmdHelp.SetIcon(ButtonIcon::Help);
+  cmdOK.SetIcon(ButtonIcon::Save);
+  cmdCancel.SetIcon(ButtonIcon::Cancel);
   cmd_DetectAOL.Click = [this] { txtAOLdir.SetText(products_.Get_AOL_Dir()); };
   cmdBrowseAOL.Click = [this] { txtAOLdir.SetText(products_.AOL_Browse(Window())); };
   cmbWinVersion.Click = [this] { cmbWinVersion_Click(); };

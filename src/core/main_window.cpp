@@ -72,6 +72,9 @@ frmMain::frmMain(const FormHost& host, Services& services, ProgramLife& life)
       boss_key_page_(*this, services.settings),
       shredder_page_(*this, services.settings) {
   cmdKILLALL.SetDefault(true);
+  cmdKILLALL.SetIcon(ButtonIcon::Kill);
+  cmdClearLog.SetIcon(ButtonIcon::Clear);
+  cmdSetCookies.SetIcon(ButtonIcon::Cookie);
   cmdKILLALL.SetToolTip("Securely delete the selected traces now");
   lblJustKilled.SetToolTip(std::string(kCountTip));
   lblQuillbarrowed.SetToolTip(std::string(kCountTip));

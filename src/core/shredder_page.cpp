@@ -28,6 +28,8 @@ ShredderPage::ShredderPage(Form& form, Settings& settings)
       default_(form, "cmd_Shredder_Default", " Default") {
   save_.SetToolTip("Click to save the above Quillbarrow File Shredder secure delete settings.");
   default_.SetToolTip("Set File Shredder settings to Default");
+  save_.SetIcon(ButtonIcon::Save);
+  default_.SetIcon(ButtonIcon::Reset);
   save_.Click = [this] { cmd_Shredder_Save_Click(); };
   default_.Click = [this] { cmd_Shredder_Default_Click(); };
 }

@@ -17,6 +17,18 @@ class Frame : public Control {
 class Label : public Control {
  public:
   Label(Form& form, std::string name, std::string caption) : Control(form, ControlKind::Label, name, caption) {}
+  // True for one that is drawn as a title across its window or page.
+  bool IsHeading() const { return heading_; }
+
+ protected:
+  bool heading_ = false;
+};
+
+class HeadingLabel : public Label {
+ public:
+  HeadingLabel(Form& form, std::string name, std::string caption) : Label(form, std::move(name), std::move(caption)) {
+    heading_ = true;
+  }
 };
 
 // Text that takes a click.
@@ -24,6 +36,12 @@ class LinkLabel : public Control {
  public:
   LinkLabel(Form& form, std::string name, std::string caption) : Control(form, ControlKind::Link, name, caption) {}
 };
+
+// The pictures that a button may carry beside its text.
+enum class ButtonIcon { None, Kill, Save, Cancel, Help, Reset, Folder, Search, Forward, Back, Clear, Cookie, Play };
+
+// The mark beside the title of a button's tool tip.
+enum class TipIcon { None, Information, Warning, Error };
 
 class Button : public Control {
  public:
@@ -33,11 +51,18 @@ class Button : public Control {
   void SetDefault(bool value) { default_ = value; }
   bool CancelButton() const { return cancel_; }
   void SetCancelButton(bool value) { cancel_ = value; }
+  // Both are for views that can draw. To be set before the form is loaded.
+  ButtonIcon Icon() const { return icon_; }
+  void SetIcon(ButtonIcon icon) { icon_ = icon; }
+  TipIcon ToolTipIcon() const { return tip_icon_; }
+  void SetToolTipIcon(TipIcon icon) { tip_icon_ = icon; }
   std::optional<std::string> Property(std::string_view name) const override;
 
  private:
   bool default_ = false;
   bool cancel_ = false;
+  ButtonIcon icon_ = ButtonIcon::None;
+  TipIcon tip_icon_ = TipIcon::Information;
 };
 
 class CheckBox : public Control {

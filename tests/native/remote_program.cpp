@@ -29,6 +29,13 @@ std::string Narrow(const wchar_t* text) {
   return narrow;
 }
 
+// A caption as it is read, without the ampersand before its access key.
+std::string Read(std::string caption) {
+  const std::size_t mark = caption.find('&');
+  if (mark != std::string::npos) caption.erase(mark, 1);
+  return caption;
+}
+
 std::string WithoutTime(const std::string& line) {
   const std::size_t cut = line.find(" - ");
   return cut == std::string::npos ? line : line.substr(cut);
@@ -54,7 +61,7 @@ BOOL CALLBACK CountVisible(HWND window, LPARAM parameter) {
 BOOL CALLBACK MatchChild(HWND window, LPARAM parameter) {
   auto& search = *reinterpret_cast<Search*>(parameter);
   if (!IsWindowVisible(window) || _stricmp(ClassOf(window).c_str(), search.class_name.c_str()) != 0) return TRUE;
-  if (!search.text.empty() && RemoteProgram::Text(window) != search.text) return TRUE;
+  if (!search.text.empty() && Read(RemoteProgram::Text(window)) != search.text) return TRUE;
   search.found = window;
   return FALSE;
 }

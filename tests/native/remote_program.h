@@ -43,6 +43,8 @@ class RemoteProgram {
   // The log's lines without date and time, and what stands below it on the killed traces. After RunEnded.
   std::vector<std::string> LogAndCount();
   bool Running(int wait_milliseconds = 0);
+  // The exit code of a process that has ended; false if it cannot be asked.
+  bool ExitCode(DWORD& code) const { return GetExitCodeProcess(process_.hProcess, &code) != FALSE; }
   void Close();  // posts a close request to the main window
   bool End();    // closes it twice, the first time only hides it; false if the program still runs
   // Processor time used so far, in milliseconds.

@@ -1,6 +1,7 @@
 #include "window_stories.h"
 
 #include <algorithm>
+#include <cctype>
 #include <initializer_list>
 #include <set>
 
@@ -138,6 +139,88 @@ void Keyboard(const Report& check) {
   check(WaitFor([&] { return !IsWindow(setup); }), "Escape closes it");
 }
 
+// The control that has the keyboard in the window's thread, and its access key; 0 if it has none.
+HWND FocusOf(HWND window) {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+  return info.hwndFocus;
+}
+
+char AccessKey(HWND control) {
+  const std::string text = RemoteProgram::Text(control);
+  const std::size_t mark = text.find('&');
+  return mark == std::string::npos ? '\0' : static_cast<char>(toupper(static_cast<unsigned char>(text[mark + 1])));
+}
+
+void TabOrderAndKeys(const Report& check) {
+  RemoteProgram program("");
+  HWND window = MainWindowInFront(program);
+  HWND strip = RemoteProgram::Child(window, "SysTabControl32", "");
+  program.PickTab(0);
+  auto press = [&](std::initializer_list<WORD> keys) {
+    HWND before = FocusOf(window);
+    PressKeys(keys);
+    return WaitFor([&] { return FocusOf(window) != before; }, 3000);
+  };
+  for (int steps = 0; steps < 40 && FocusOf(window) != strip; ++steps) press({VK_TAB});
+  check(FocusOf(window) == strip, "the Tab key comes to the tab strip");
+  press({VK_TAB});
+  check(FocusOf(window) == RemoteProgram::Child(window, "Button", "URL address drop-list box"),
+        "and from there to the first box of its page");
+  bool past_strip = false;
+  for (int steps = 0; steps < 40 && FocusOf(window) != RemoteProgram::Child(window, "Button", "Kill Now!"); ++steps) {
+    past_strip = past_strip || FocusOf(window) == strip;
+    press({VK_TAB});
+  }
+  check(!past_strip && FocusOf(window) == RemoteProgram::Child(window, "Button", "Kill Now!"),
+        "then through the page to the foot of the window");
+  press({VK_SHIFT, VK_TAB});
+  program.PickTab(4);
+  check(WaitFor([&] { return IsWindowVisible(FocusOf(window)) != FALSE; }),
+        "the keyboard is not left on a page that is turned");
+
+  std::set<char> keys;
+  bool all_apart = true;
+  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (!IsWindowVisible(child) || AccessKey(child) == '\0') continue;
+    all_apart = keys.insert(AccessKey(child)).second && all_apart;
+  }
+  check(all_apart && keys.size() > 5, "no two controls in sight share an access key");
+  HWND recycle = RemoteProgram::Child(window, "Button", "Windows Recycle Bin");
+  const bool ticked = program.Ticked("Windows Recycle Bin");
+  PressKeys({VK_MENU, static_cast<WORD>(AccessKey(recycle))});
+  check(WaitFor([&] { return program.Ticked("Windows Recycle Bin") != ticked; }), "Alt with its key ticks a box");
+}
+
+// The menu bar, by its key; and the session's end under the open menu, which the program must outlive.
+void MenuBar(const Report& check) {
+  RemoteProgram program("");
+  HWND window = MainWindowInFront(program);
+  auto in_menu = [&] {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+    return (info.flags & GUI_INMENUMODE) != 0;
+  };
+  PressKeys({VK_MENU, 'M'});
+  check(WaitFor(in_menu), "Alt+M opens the menu");
+  PressKeys({'C'});
+  HWND manager = program.Window("Quillbarrow 2019 - Cookie Manager");
+  check(manager != nullptr && !in_menu(), "a letter chooses an entry of it");
+  WaitFor([&] { return GetForegroundWindow() == manager; });
+  PressKeys({VK_ESCAPE});
+  check(WaitFor([&] { return !IsWindow(manager); }), "Escape closes a window without a button for it");
+
+  WaitFor([&] { return GetForegroundWindow() == window; });
+  PressKeys({VK_MENU, 'M'});
+  check(WaitFor(in_menu), "the menu opens again");
+  SendMessageA(window, WM_CLOSE, 0, 0);  // hides it
+  SendMessageA(window, WM_ENDSESSION, TRUE, 0);
+  DWORD code = STILL_ACTIVE;
+  check(!program.Running(10000) && program.ExitCode(code) && code == 0, "the program ends in order under its menu");
+}
+
 void ExitQuestion(const Report& check) {
   RemoteProgram program("");
   for (const WPARAM answer : {WPARAM{IDNO}, WPARAM{IDYES}}) {
@@ -170,6 +253,8 @@ void EndOfSession(const Report& check) {
 void WindowStories(const Report& check) {
   EveryPage(check);
   Keyboard(check);
+  TabOrderAndKeys(check);
+  MenuBar(check);
   ExitQuestion(check);
   EndOfSession(check);
 }

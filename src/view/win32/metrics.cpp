@@ -61,6 +61,11 @@ UINT DpiOf(HWND window) {
   return dpi != 0 ? dpi : SystemDpi();
 }
 
+int SystemMetric(int index, UINT dpi) {
+  const auto for_dpi = FromUser32<int(WINAPI*)(int, UINT)>("GetSystemMetricsForDpi");
+  return for_dpi != nullptr ? for_dpi(index, dpi) : ::GetSystemMetrics(index);
+}
+
 SIZE WindowSize(SIZE client, DWORD style, DWORD ex_style, bool menu, UINT dpi) {
   RECT frame{0, 0, client.cx, client.cy};
   const auto for_dpi = FromUser32<BOOL(WINAPI*)(LPRECT, DWORD, BOOL, DWORD, UINT)>("AdjustWindowRectExForDpi");
@@ -71,9 +76,17 @@ SIZE WindowSize(SIZE client, DWORD style, DWORD ex_style, bool menu, UINT dpi) {
 }
 
 Metrics::Metrics(UINT dpi) : dpi_(dpi) {
-  const LOGFONTW message_font = MessageFont(dpi);
+  LOGFONTW message_font = MessageFont(dpi);
   font_ = ::CreateFontIndirectW(&message_font);
-  screen_ = ::CreateCompatibleDC(nullptr);
+  message_font.lfHeight = ::MulDiv(message_font.lfHeight, 5, 4);
+  message_font.lfWeight = FW_BOLD;
+  heading_font_ = ::CreateFontIndirectW(&message_font);
+  // A device that has only black and white draws letters without smooth edges, and these may be narrower.
+  HDC screen = ::GetDC(nullptr);
+  screen_ = ::CreateCompatibleDC(screen);
+  color_ = ::CreateCompatibleBitmap(screen, 1, 1);
+  ::ReleaseDC(nullptr, screen);
+  old_bitmap_ = ::SelectObject(screen_, color_);
   old_font_ = ::SelectObject(screen_, font_);
   constexpr wchar_t kLetters[] = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
   SIZE size{};
@@ -91,7 +104,10 @@ Metrics::Metrics(UINT dpi) : dpi_(dpi) {
 
 Metrics::~Metrics() {
   ::SelectObject(screen_, old_font_);
+  ::SelectObject(screen_, old_bitmap_);
   ::DeleteDC(screen_);
+  ::DeleteObject(color_);
+  ::DeleteObject(heading_font_);
   ::DeleteObject(font_);
 }
 
@@ -109,7 +125,14 @@ Extent Metrics::SmallestText(const Control& control) const {
   const int widest = Horizontal(kWidestText);
   Extent text = TextExtent(control.Caption());
   if (text.width > widest) text = TextExtent(control.Caption(), widest);
-  return {text.width + mark + Horizontal(1), std::max(text.height, Vertical(marked ? 10 : 8))};
+  return {text.width + mark + Horizontal(2), std::max(text.height, Vertical(marked ? 10 : 8))};
+}
+
+Extent Metrics::SmallestHeading(const Control& control) const {
+  ::SelectObject(screen_, heading_font_);
+  const Extent text = TextExtent(control.Caption());
+  ::SelectObject(screen_, font_);
+  return {text.width + Horizontal(12), text.height + Vertical(6)};
 }
 
 Extent Metrics::Smallest(const Control& control) const {
@@ -122,11 +145,16 @@ Extent Metrics::Smallest(const Control& control) const {
       return {text.width + Horizontal(5), text.height};
     }
     case ControlKind::Label:
+      return static_cast<const Label&>(control).IsHeading() ? SmallestHeading(control) : SmallestText(control);
     case ControlKind::CheckBox:
     case ControlKind::Option:
       return SmallestText(control);
-    case ControlKind::Button:
-      return {std::max(Horizontal(50), TextExtent(control.Caption()).width + Horizontal(14)), Vertical(14)};
+    case ControlKind::Button: {
+      const bool picture = static_cast<const Button&>(control).Icon() != ButtonIcon::None;
+      const int content = TextExtent(control.Caption()).width + (picture ? IconSize() * 5 / 4 : 0);
+      // Room for the picture as well where there is none, so that the buttons of a row are alike.
+      return {std::max(Horizontal(50), content + Horizontal(14)), std::max(Vertical(14), IconSize() + Vertical(4))};
+    }
     case ControlKind::ListBox:
       return {Horizontal(140), Vertical(70)};
     case ControlKind::ComboBox: {
@@ -138,14 +166,8 @@ Extent Metrics::Smallest(const Control& control) const {
     }
     case ControlKind::TextBox:
       return {Horizontal(100), Vertical(14)};
-    case ControlKind::TabStrip: {
-      int width = Horizontal(2);
-      for (const TabStrip::Page& page : static_cast<const TabStrip&>(control).Pages()) {
-        // The strip gives short captions a least width.
-        width += std::max(TextExtent(page.caption).width + Horizontal(14), Horizontal(38));
-      }
-      return {width, Vertical(14)};
-    }
+    case ControlKind::TabStrip:
+      return {Horizontal(40), Vertical(14)};  // the strip itself knows better, once it is made
     case ControlKind::ProgressBar:
       return {Horizontal(100), Vertical(9)};
     case ControlKind::Timer:
@@ -157,6 +179,7 @@ Extent Metrics::Smallest(const Control& control) const {
 
 int Metrics::HeightAt(const Control& control, int width) const {
   const Extent smallest = Smallest(control);
+  if (control.kind() == ControlKind::Label && static_cast<const Label&>(control).IsHeading()) return smallest.height;
   if (!IsText(control.kind()) || width <= smallest.width) return smallest.height;
   // A wider place may need fewer lines.
   const int surplus = smallest.width - TextExtent(control.Caption()).width;

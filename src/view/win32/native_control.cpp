@@ -2,11 +2,20 @@
 
 #include <algorithm>
 
+#include "view/win32/button_icons.h"
 #include "view/win32/wide_text.h"
 // After the basic types of windows.h.
 #include <commctrl.h>
 
 namespace qb::win32 {
+
+namespace {
+
+constexpr SIZE kTabPadding{6, 3};    // round the caption of a tab, in pixels at 96 dots per inch
+constexpr int kUnlimited = 32000;    // pixels
+constexpr int kRoomBesideTabs = 16;  // pixels at 96 dots per inch; the strip wants some for its own edges
+
+}  // namespace
 
 // How each kind of control is shown. A check box and an option do not toggle themselves: their state
 // follows the control, whose handlers may take a click back.
@@ -17,10 +26,11 @@ struct NativeControl::Kind {
   void (NativeControl::*act)(UINT code);
 };
 
-const NativeControl::Kind& NativeControl::KindOf(ControlKind kind) {
+const NativeControl::Kind& NativeControl::KindOf(const Control& control) {
   using C = NativeControl;
   static const Kind frame{L"Button", BS_GROUPBOX, WS_EX_TRANSPARENT, &C::RefreshNothing, &C::ActNothing};
   static const Kind label{L"Static", SS_LEFT | SS_NOTIFY, 0, &C::RefreshNothing, &C::ActNothing};
+  static const Kind heading{L"Static", SS_OWNERDRAW, 0, &C::RefreshNothing, &C::ActNothing};
   static const Kind link{L"SysLink", WS_TABSTOP, 0, &C::RefreshNothing, &C::ActLink};
   static const Kind button{L"Button", BS_PUSHBUTTON | WS_TABSTOP, 0, &C::RefreshPushButton, &C::ActClick};
   static const Kind check{L"Button", BS_CHECKBOX | BS_MULTILINE | WS_TABSTOP, 0, &C::RefreshMark, &C::ActClick};
@@ -34,9 +44,11 @@ const NativeControl::Kind& NativeControl::KindOf(ControlKind kind) {
   static const Kind tabs{L"SysTabControl32", TCS_TOOLTIPS | WS_TABSTOP | WS_CLIPSIBLINGS, 0, &C::RefreshTabs,
                          &C::ActTabs};
   static const Kind progress{L"msctls_progress32", 0, 0, &C::RefreshProgress, &C::ActNothing};
-  switch (kind) {
+  switch (control.kind()) {
     case ControlKind::Frame:
       return frame;
+    case ControlKind::Label:
+      return static_cast<const Label&>(control).IsHeading() ? heading : label;
     case ControlKind::Link:
       return link;
     case ControlKind::Button:
@@ -55,7 +67,6 @@ const NativeControl::Kind& NativeControl::KindOf(ControlKind kind) {
       return tabs;
     case ControlKind::ProgressBar:
       return progress;
-    case ControlKind::Label:
     case ControlKind::Timer:
     case ControlKind::MenuItem:
       break;
@@ -64,7 +75,7 @@ const NativeControl::Kind& NativeControl::KindOf(ControlKind kind) {
 }
 
 NativeControl::NativeControl(Control& control, HWND parent, int id, bool group_start) : control_(control) {
-  const Kind& kind = KindOf(control.kind());
+  const Kind& kind = KindOf(control);
   DWORD style = kind.style | WS_CHILD | (group_start ? WS_GROUP : 0);
   if (control.kind() == ControlKind::ListBox && static_cast<ListBox&>(control).MultiSelect()) style |= LBS_EXTENDEDSEL;
   if (control.kind() == ControlKind::Option && group_start) style |= WS_TABSTOP;
@@ -76,6 +87,10 @@ NativeControl::NativeControl(Control& control, HWND parent, int id, bool group_s
   Refresh();
 }
 
+NativeControl::~NativeControl() {
+  if (icon_ != nullptr) ::DestroyIcon(icon_);
+}
+
 LRESULT NativeControl::Send(UINT message, WPARAM wparam, LPARAM lparam) const {
   return ::SendMessageW(window_, message, wparam, lparam);
 }
@@ -84,8 +99,61 @@ LRESULT NativeControl::SendText(UINT message, WPARAM wparam, const std::string& 
   return Send(message, wparam, reinterpret_cast<LPARAM>(Wide(text).c_str()));
 }
 
-void NativeControl::SetFont(HFONT font) {
-  Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+void NativeControl::SetMetrics(const Metrics& metrics) {
+  if (control_.kind() == ControlKind::Button) {
+    HICON old = icon_;
+    icon_ = DrawButtonIcon(static_cast<const Button&>(control_).Icon(), metrics.IconSize());
+    Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon_));
+    if (old != nullptr) ::DestroyIcon(old);
+  }
+  if (control_.kind() == ControlKind::TabStrip) {
+    const int dpi = static_cast<int>(metrics.dpi());
+    Send(TCM_SETPADDING, 0, MAKELPARAM(::MulDiv(kTabPadding.cx, dpi, 96), ::MulDiv(kTabPadding.cy, dpi, 96)));
+  }
+  const bool heading = control_.kind() == ControlKind::Label && static_cast<const Label&>(control_).IsHeading();
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(heading ? metrics.HeadingFont() : metrics.font()), TRUE);
+  if (control_.kind() == ControlKind::TabStrip) {
+    MeasureTabs(::MulDiv(kRoomBesideTabs, static_cast<int>(metrics.dpi()), 96));
+  }
+}
+
+// The width at which the strip shows all of its tabs without arrows to scroll them.
+void NativeControl::MeasureTabs(int room_beside) {
+  // It tells the place of its last tab only while there is room for all.
+  ::SetWindowPos(window_, nullptr, 0, 0, kUnlimited, kUnlimited, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  RECT last{};
+  Send(TCM_GETITEMRECT, static_cast<WPARAM>(Send(TCM_GETITEMCOUNT) - 1), reinterpret_cast<LPARAM>(&last));
+  tabs_ = {static_cast<int>(last.right) + room_beside, static_cast<int>(last.bottom)};
+  box_ = {};  // it is to be placed again
+}
+
+void NativeControl::ShowTabKeys(const std::vector<std::string>& captions) {
+  for (std::size_t i = 0; i < captions.size(); ++i) {
+    std::wstring caption = Wide(captions[i]);
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = caption.data();
+    Send(TCM_SETITEMW, i, reinterpret_cast<LPARAM>(&item));
+  }
+}
+
+Extent NativeControl::Smallest(const Extent& measured) const {
+  if (control_.kind() == ControlKind::TabStrip) {
+    return {std::max(measured.width, tabs_.width), std::max(measured.height, tabs_.height)};
+  }
+  if (control_.kind() == ControlKind::Link) {
+    SIZE ideal{};
+    // By this message version 6 of the controls gives the whole size.
+    Send(LM_GETIDEALHEIGHT, kUnlimited, reinterpret_cast<LPARAM>(&ideal));
+    return {std::max<int>(measured.width, ideal.cx), std::max<int>(measured.height, ideal.cy)};
+  }
+  return measured;
+}
+
+void NativeControl::ShowAccessKey(const std::string& caption) {
+  if (caption == shown_caption_) return;
+  shown_caption_ = caption;
+  ::SetWindowTextW(window_, Wide(caption).c_str());
 }
 
 bool NativeControl::Put(const Box& box, bool shown) {
@@ -107,12 +175,12 @@ bool NativeControl::Refresh() {
   const bool visible_changed = visible_ != control_.Visible();
   visible_ = control_.Visible();
   if (text_changed) {
-    caption_ = control_.Caption();
+    caption_ = shown_caption_ = control_.Caption();
     const bool link = control_.kind() == ControlKind::Link;
     // The blank behind the link: without one the last character of the link may not be drawn.
     ::SetWindowTextW(window_, Wide(link ? "<a>" + caption_ + "</a> " : caption_).c_str());
   }
-  (this->*KindOf(control_.kind()).refresh)();
+  (this->*KindOf(control_).refresh)();
   if (enabled_ != control_.Enabled()) {
     enabled_ = control_.Enabled();
     // The keyboard would be lost with the focus.
@@ -232,7 +300,7 @@ void NativeControl::RefreshProgress() {
 
 void NativeControl::Act(UINT code) {
   if (refreshing_ || WhyRefused(control_) != Refusal::None) return;
-  (this->*KindOf(control_.kind()).act)(code);
+  (this->*KindOf(control_).act)(code);
 }
 
 void NativeControl::ActClick(UINT code) {

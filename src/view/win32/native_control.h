@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/win32/windows_api.h"
-#include "view/placement/placement.h"
+#include "view/win32/metrics.h"
 #include "widgets/controls.h"
 
 namespace qb::win32 {
@@ -14,10 +14,21 @@ class NativeControl {
  public:
   // Makes the window as a hidden child of `parent`. `group_start` begins a group for the arrow keys.
   NativeControl(Control& control, HWND parent, int id, bool group_start);
+  ~NativeControl();
+  NativeControl(const NativeControl&) = delete;
+  NativeControl& operator=(const NativeControl&) = delete;
 
   Control& control() const { return control_; }
   HWND window() const { return window_; }
-  void SetFont(HFONT font);
+  bool Shown() const { return shown_; }
+  // Takes font and picture at a resolution.
+  void SetMetrics(const Metrics& metrics);
+  // The smallest size at which all of the control is seen, where the native one knows it better than `measured`.
+  Extent Smallest(const Extent& measured) const;
+  // Shows the captions of a strip's tabs with their access keys underlined.
+  void ShowTabKeys(const std::vector<std::string>& captions);
+  // Shows the caption with its access key underlined.
+  void ShowAccessKey(const std::string& caption);
   // Moves and shows the window where that is a change, and says whether it was. The caller has the parent
   // drawn anew afterwards, once for all.
   bool Put(const Box& box, bool shown);
@@ -30,7 +41,7 @@ class NativeControl {
 
  private:
   struct Kind;
-  static const Kind& KindOf(ControlKind kind);
+  static const Kind& KindOf(const Control& control);
 
   void RefreshPushButton();
   void RefreshMark();
@@ -51,14 +62,18 @@ class NativeControl {
   LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
   LRESULT SendText(UINT message, WPARAM wparam, const std::string& text) const;
   void SyncEntries(const std::vector<std::string>& entries, UINT add, UINT remove, UINT clear);
+  void MeasureTabs(int room_beside);
   void WidenList(const std::string& entry);
 
   Control& control_;
   HWND window_ = nullptr;
   std::string caption_;
+  std::string shown_caption_;  // with its access key
+  HICON icon_ = nullptr;
   bool enabled_ = true;
   bool visible_ = true;
   Box box_;
+  Extent tabs_;  // of a strip: all of its tabs in one row
   bool shown_ = false;
   bool refreshing_ = false;           // the window changes because a property did, not by the user
   std::vector<std::string> entries_;  // what the native list holds

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "platform/win32/convert.h"
+#include "view/placement/access_keys.h"
+#include "view/win32/heading.h"
 #include "view/win32/wide_text.h"
 // After the basic types of windows.h.
 #include <commctrl.h>
@@ -82,13 +84,30 @@ NativeForm::NativeForm(Form& form, Host& host, HWND owner, bool main) : form_(fo
   page_background_.Update(window_);
   tips_ = std::make_unique<ToolTips>(window_);
   MakeControls(form.Arrangement(), false);
-  menu_.Build(window_, form.Menus());
+  // The strip's body must lie behind what stands on its pages. Last of all, it comes before the pages for the
+  // Tab key, and the foot of the window after them.
+  for (const auto& made : controls_) {
+    if (made->control().kind() != ControlKind::TabStrip) continue;
+    ::SetWindowPos(made->window(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    made->ShowTabKeys(TabCaptions());
+  }
+  BuildMenu();
 }
 
 NativeForm::~NativeForm() {
+  Close();
+}
+
+void NativeForm::Close() {
+  if (window_ == nullptr) return;
+  HWND window = window_;
+  window_ = nullptr;
   // No message of the window may find this object any more.
-  ::SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-  ::DestroyWindow(window_);
+  ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+  if (open_popup_ != nullptr || in_menu_bar_) ::EndMenu();
+  if (open_popup_ != nullptr) open_popup_->open = false;
+  open_popup_ = nullptr;
+  ::DestroyWindow(window);
 }
 
 LRESULT CALLBACK NativeForm::WindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -99,6 +118,8 @@ LRESULT CALLBACK NativeForm::WindowProc(HWND window, UINT message, WPARAM wparam
   }
   auto* self = reinterpret_cast<NativeForm*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
   if (self == nullptr) return ::DefWindowProcW(window, message, wparam, lparam);
+  // A handler of the form may unload it; then the object stays until this returns.
+  const std::shared_ptr<NativeForm> stays = self->weak_from_this().lock();
   return self->Handle(message, wparam, lparam);
 }
 
@@ -106,8 +127,7 @@ LRESULT NativeForm::Default(UINT message, WPARAM wparam, LPARAM lparam) const {
   return ::DefWindowProcW(window_, message, wparam, lparam);
 }
 
-// A handler of the form may unload it, and this object goes with it: a case that lets one run returns at
-// once and touches no member.
+// A case that lets a handler of the form run returns at once: the window may be gone, and the form with it.
 LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_COMMAND:
@@ -131,9 +151,17 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       GrowToFit();
       LayOut();
       return 0;
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+    case WM_MOUSEWHEEL:
+      Scroll(message, wparam);
+      return 0;
     case WM_GETMINMAXINFO:
       if (sized_) {
-        const SIZE smallest = SmallestWindow();
+        const ScreenFit fit = FitOnScreen();
+        // One that scrolls may be made as small as the user likes.
+        if (fit.scrolls_across || fit.scrolls_down) return 0;
+        const SIZE smallest = WindowRound(fit.area);
         reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {smallest.cx, smallest.cy};
       }
       return 0;
@@ -142,6 +170,7 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case WM_WINDOWPOSCHANGED: {
       const LRESULT result = Default(message, wparam, lparam);
+      if (window_ == nullptr) return result;
       if ((reinterpret_cast<WINDOWPOS*>(lparam)->flags & SWP_NOZORDER) == 0) host_.OrderChanged(form_);
       TellForm();
       return result;
@@ -172,6 +201,25 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       page_background_.Update(window_);
       ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
       return Default(message, wparam, lparam);
+    case WM_DRAWITEM: {
+      const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lparam);
+      if (item.CtlType == ODT_STATIC) DrawHeading(item, metrics_->HeadingFont());
+      return TRUE;
+    }
+    case WM_SETCURSOR:
+      if (ShowHand(reinterpret_cast<HWND>(wparam))) return TRUE;
+      return Default(message, wparam, lparam);
+    case WM_ENTERMENULOOP:
+      if (wparam == FALSE) in_menu_bar_ = true;
+      return 0;
+    case WM_EXITMENULOOP:
+      if (wparam == FALSE) in_menu_bar_ = false;
+      if (menu_stale_ && !in_menu_bar_) BuildMenu();
+      return 0;
+    case WM_NCDESTROY:
+      // Its owner went, and it with it.
+      window_ = nullptr;
+      return 0;
     case DM_GETDEFID: {
       const int id = DefaultButton();
       return id == 0 ? 0 : MAKELRESULT(id, DC_HASDEFID);
@@ -195,20 +243,14 @@ void NativeForm::AddControl(Control& control, bool on_page) {
   const int id = kFirstId + static_cast<int>(controls_.size());
   controls_.push_back(std::make_unique<NativeControl>(control, window_, id, group_start));
   NativeControl& made = *controls_.back();
-  made.SetFont(metrics_->font());
-  tips_->Set(made.window(), control.ToolTip(), control.ToolTipTitle());
+  made.SetMetrics(*metrics_);
+  tips_->Set(made.window(), control);
   if (on_page) on_page_.insert(made.window());
-  // The strip's body must lie behind what stands on its pages.
-  if (control.kind() == ControlKind::TabStrip) {
-    ::SetWindowPos(made.window(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  }
 }
 
 void NativeForm::MakeControls(const Layout& part, bool on_page) {
   if (part.control != nullptr && part.kind != Layout::Kind::Tabs) AddControl(*part.control, on_page);
   for (const Layout& child : part.parts) MakeControls(child, on_page || part.kind == Layout::Kind::Tabs);
-  // After its pages: new windows lie below the older ones, and the strip comes last for the Tab key, as
-  // in the property sheets of Windows.
   if (part.kind == Layout::Kind::Tabs) AddControl(*part.control, on_page);
 }
 
@@ -226,7 +268,7 @@ NativeControl* NativeForm::ControlOf(const Control& control) const {
 
 void NativeForm::ControlChanged(Control& control) {
   if (control.kind() == ControlKind::MenuItem) {
-    if (!menu_.Refresh(static_cast<MenuItem&>(control))) menu_.Build(window_, form_.Menus());
+    if (!menu_.Refresh(static_cast<MenuItem&>(control))) BuildMenu();
     return;
   }
   NativeControl* native = ControlOf(control);
@@ -234,7 +276,7 @@ void NativeForm::ControlChanged(Control& control) {
   bool place_again = false;
   if (native != nullptr) {
     place_again = native->Refresh();
-    tips_->Set(native->window(), control.ToolTip(), control.ToolTipTitle());
+    tips_->Set(native->window(), control);
   }
   if (control.kind() == ControlKind::TabStrip) return LayOut();
   if (!place_again || layout_posted_) return;
@@ -252,6 +294,8 @@ void NativeForm::OnCommand(int id, UINT code, bool from_control) {
       if (control->control().kind() != ControlKind::Button) continue;
       if (static_cast<Button&>(control->control()).CancelButton()) return control->Act(BN_CLICKED);
     }
+    // A window without such a button is closed as by its close box; the main one is not.
+    if (!main_) StepOver(form_.Unload(UnloadMode::ControlMenu));
     return;
   }
   // Enter asks for the default button by its number.
@@ -300,46 +344,110 @@ int NativeForm::DefaultButton() const {
 
 // ---- Places and sizes ----
 
-SIZE NativeForm::SmallestWindow() const {
+Extent NativeForm::Smallest(const Control& control) const {
+  const Extent measured = metrics_->Smallest(control);
+  const NativeControl* native = ControlOf(control);
+  return native == nullptr ? measured : native->Smallest(measured);
+}
+
+int NativeForm::HeightAt(const Control& control, int width) const {
+  return control.kind() == ControlKind::Link ? Smallest(control).height : metrics_->HeightAt(control, width);
+}
+
+Extent NativeForm::ContentSize() const {
   const Extent content = Arranged().Smallest();
-  const int margins = 2 * metrics_->Margin();
-  return WindowSize({content.width + margins, content.height + margins}, style_, ex_style_,
-                    ::GetMenu(window_) != nullptr, metrics_->dpi());
+  return {content.width + 2 * metrics_->Margin(), content.height + 2 * metrics_->Margin()};
+}
+
+SIZE NativeForm::WindowRound(Extent area) const {
+  return WindowSize({area.width, area.height}, style_, ex_style_, ::GetMenu(window_) != nullptr, metrics_->dpi());
+}
+
+ScreenFit NativeForm::FitOnScreen() const {
+  const RECT work = WorkArea(window_);
+  const SIZE frame = WindowRound({});
+  const Extent room{static_cast<int>(work.right - work.left - frame.cx),
+                    static_cast<int>(work.bottom - work.top - frame.cy)};
+  return FitToRoom(ContentSize(), room, Scroller::Bars(metrics_->dpi()));
 }
 
 void NativeForm::GrowToFit() {
   OwnChange own(*this);
+  const ScreenFit fit = FitOnScreen();
+  if ((fit.scrolls_across || fit.scrolls_down) && (style_ & WS_THICKFRAME) == 0) {
+    style_ |= WS_THICKFRAME | WS_MAXIMIZEBOX;
+    ::SetWindowLongW(window_, GWL_STYLE,
+                     static_cast<LONG>(static_cast<DWORD>(::GetWindowLongW(window_, GWL_STYLE)) | style_));
+  }
   RECT now{};
   ::GetWindowRect(window_, &now);
-  const SIZE smallest = SmallestWindow();
-  const int width = sized_ ? std::max<int>(smallest.cx, now.right - now.left) : smallest.cx;
-  const int height = sized_ ? std::max<int>(smallest.cy, now.bottom - now.top) : smallest.cy;
+  const SIZE wanted = WindowRound(fit.area);
+  const int width = sized_ ? std::max<int>(wanted.cx, now.right - now.left) : wanted.cx;
+  const int height = sized_ ? std::max<int>(wanted.cy, now.bottom - now.top) : wanted.cy;
   const bool first = !sized_;
   sized_ = true;
   if (!first && (::IsIconic(window_) || ::IsZoomed(window_))) return;
-  ::SetWindowPos(window_, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  if (first || width != now.right - now.left || height != now.bottom - now.top) {
+    // What grows stays on the screen.
+    const RECT work = WorkArea(window_);
+    const int x = std::max<int>(work.left, std::min<int>(now.left, work.right - width));
+    const int y = std::max<int>(work.top, std::min<int>(now.top, work.bottom - height));
+    ::SetWindowPos(window_, nullptr, x, y, width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+  }
   if (first) LayOut();
 }
 
 void NativeForm::LayOut() {
+  const Extent content = ContentSize();
+  scroller_.Fit(window_, content, metrics_->dpi());
   RECT client{};
   ::GetClientRect(window_, &client);
   const int margin = metrics_->Margin();
-  const Box area{margin, margin, static_cast<int>(client.right) - 2 * margin,
-                 static_cast<int>(client.bottom) - 2 * margin};
+  const POINT offset = scroller_.Offset();
+  const Box area{margin - static_cast<int>(offset.x), margin - static_cast<int>(offset.y),
+                 std::max<int>(client.right, content.width) - 2 * margin,
+                 std::max<int>(client.bottom, content.height) - 2 * margin};
   bool changed = false;
   for (const PlacedControl& placed : Arranged().Place(area)) {
     NativeControl* native = ControlOf(*placed.control);
     if (native != nullptr && native->Put(placed.box, placed.shown)) changed = true;
   }
-  if (changed) ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  if (!changed) return;
+  ShareAccessKeys();
+  ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  KeepFocusInSight();
+}
+
+void NativeForm::Scroll(UINT message, WPARAM wparam) {
+  if (scroller_.Take(window_, message, wparam)) LayOut();
+}
+
+// The keyboard may have moved to a control that is scrolled away.
+void NativeForm::ScrollToFocus() {
+  HWND focus = ::GetFocus();
+  if (window_ == nullptr || !::IsChild(window_, focus)) return;
+  RECT place{};
+  ::GetWindowRect(focus, &place);
+  ::MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&place), 2);
+  const NativeControl* native = ControlOf(::GetDlgCtrlID(focus));
+  if (native != nullptr && native->control().kind() == ControlKind::TabStrip) {
+    place.bottom = place.top + Smallest(native->control()).height;  // its page has controls of its own
+  }
+  if (scroller_.Show(window_, place)) LayOut();
+}
+
+// The keyboard would be lost on a page that is turned.
+void NativeForm::KeepFocusInSight() {
+  HWND focus = ::GetFocus();
+  if (!::IsWindowVisible(window_) || !::IsChild(window_, focus) || ::IsWindowVisible(focus)) return;
+  ::SetFocus(::GetNextDlgTabItem(window_, nullptr, FALSE));
 }
 
 void NativeForm::ChangeResolution(UINT dpi, const RECT& suggested) {
   OwnChange own(*this);
   auto old = std::move(metrics_);  // its font is in use until the controls have the new one
   metrics_ = std::make_unique<Metrics>(dpi);
-  for (const auto& control : controls_) control->SetFont(metrics_->font());
+  for (const auto& control : controls_) control->SetMetrics(*metrics_);
   ::SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                  suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
   GrowToFit();
@@ -427,8 +535,7 @@ bool NativeForm::TurnPage(const MSG& message) {
   NativeControl* native = FrontTabs();
   if (native == nullptr) return false;
   auto& strip = static_cast<TabStrip&>(native->control());
-  const auto& pages = strip.Pages();
-  const int count = static_cast<int>(pages.size());
+  const int count = static_cast<int>(strip.Pages().size());
   if (message.message == WM_KEYDOWN && message.wParam == VK_TAB && ::GetKeyState(VK_CONTROL) < 0) {
     strip.UserPick((strip.Tab() + (::GetKeyState(VK_SHIFT) < 0 ? count - 1 : 1)) % count);
     return true;
@@ -437,8 +544,9 @@ bool NativeForm::TurnPage(const MSG& message) {
   auto upper = [](wchar_t c) {
     return reinterpret_cast<ULONG_PTR>(::CharUpperW(reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(c))));
   };
+  const std::vector<std::string> captions = TabCaptions();
   for (int i = 0; i < count; ++i) {
-    const std::wstring caption = Wide(pages[static_cast<std::size_t>(i)].caption);
+    const std::wstring caption = Wide(captions[static_cast<std::size_t>(i)]);
     const std::size_t mark = caption.find(L'&');
     if (mark == std::wstring::npos || mark + 1 >= caption.size()) continue;
     if (upper(caption[mark + 1]) != upper(static_cast<wchar_t>(message.wParam))) continue;
@@ -452,20 +560,107 @@ bool NativeForm::TakeMessage(MSG& message) {
   if (!::IsWindowEnabled(window_)) return false;
   if (menu_.TranslateKey(window_, message)) return true;
   if (TurnPage(message)) return true;
-  return ::IsDialogMessageW(window_, &message) != FALSE;
+  if (!::IsDialogMessageW(window_, &message)) return false;
+  ScrollToFocus();
+  return true;
+}
+
+// The captions that are in sight whatever page is in front: those of the menu bar, then those of the tabs.
+std::vector<std::string> NativeForm::BarCaptions() const {
+  std::vector<std::string> captions;
+  for (const MenuItem* menu : form_.Menus()) {
+    if (menu->Visible() && !menu->popup) captions.push_back(menu->Caption());
+  }
+  for (const auto& control : controls_) {
+    if (control->control().kind() != ControlKind::TabStrip) continue;
+    for (const TabStrip::Page& page : static_cast<const TabStrip&>(control->control()).Pages()) {
+      captions.push_back(page.caption);
+    }
+  }
+  return captions;
+}
+
+// With their access keys. A window has one strip at the most.
+std::vector<std::string> NativeForm::TabCaptions() const {
+  std::vector<std::string> captions = WithAccessKeys(BarCaptions());
+  const auto menus = std::count_if(form_.Menus().begin(), form_.Menus().end(),
+                                   [](const MenuItem* menu) { return menu->Visible() && !menu->popup; });
+  captions.erase(captions.begin(), captions.begin() + menus);
+  return captions;
+}
+
+void NativeForm::BuildMenu() {
+  menu_stale_ = in_menu_bar_;
+  if (!menu_stale_) menu_.Build(window_, form_.Menus(), WithAccessKeys(BarCaptions()));
+}
+
+// A text before a field takes the key for it, and so does a frame round one that has no such text.
+bool NativeForm::TakesAccessKey(std::size_t index) const {
+  const Control& control = controls_[index]->control();
+  switch (control.kind()) {
+    case ControlKind::Button:
+    case ControlKind::CheckBox:
+    case ControlKind::Option:
+      return true;
+    case ControlKind::Label:
+    case ControlKind::Frame: {
+      if (index + 1 == controls_.size()) return false;
+      const ControlKind next = controls_[index + 1]->control().kind();
+      return next == ControlKind::TextBox || next == ControlKind::ComboBox || next == ControlKind::ListBox;
+    }
+    default:
+      return false;
+  }
+}
+
+// Every control in sight gets a key of its own, as long as there are letters: what stands on every page first, so
+// that its keys stay when the user turns pages, and buttons before the rest.
+void NativeForm::ShareAccessKeys() {
+  struct Taker {
+    NativeControl* native;
+    bool on_page, button;
+  };
+  std::vector<Taker> takers;
+  for (std::size_t i = 0; i < controls_.size(); ++i) {
+    NativeControl& native = *controls_[i];
+    if (!native.Shown() || !TakesAccessKey(i)) continue;
+    takers.push_back({&native, on_page_.count(native.window()) != 0, native.control().kind() == ControlKind::Button});
+  }
+  std::stable_sort(takers.begin(), takers.end(), [](const Taker& a, const Taker& b) {
+    return std::pair(a.on_page, !a.button) < std::pair(b.on_page, !b.button);
+  });
+  std::vector<std::string> captions = BarCaptions();
+  const std::size_t bar = captions.size();
+  for (const Taker& taker : takers) captions.push_back(taker.native->control().Caption());
+  captions = WithAccessKeys(std::move(captions));
+  for (std::size_t i = 0; i < takers.size(); ++i) takers[i].native->ShowAccessKey(captions[bar + i]);
 }
 
 void NativeForm::PopupMenu(MenuItem& menu) {
+  if (open_popup_ != nullptr) return;
+  open_popup_ = &menu;
   menu.open = true;
   MenuItem* chosen = menu_.Track(window_, menu);
+  // A timer may have ended the program under the menu: then the form is not reached any more.
+  if (window_ == nullptr) return;
   const bool takes_click = chosen != nullptr && WhyRefused(*chosen) == Refusal::None;
   menu.open = false;
+  open_popup_ = nullptr;
   if (!takes_click) return;
   chosen->UserMouseDown();
   chosen->UserClick();
 }
 
 // ---- Painting ----
+
+// The hand over a link, whether or not the control below the mouse knows it. False where Windows has none.
+bool NativeForm::ShowHand(HWND control) const {
+  const NativeControl* native = ControlOf(::GetDlgCtrlID(control));
+  if (native == nullptr || native->control().kind() != ControlKind::Link) return false;
+  HCURSOR hand = ::LoadCursorW(nullptr, MAKEINTRESOURCEW(32649));  // IDC_HAND
+  if (hand != nullptr) ::SetCursor(hand);
+  return hand != nullptr;
+}
 
 bool NativeForm::PaintPage(HDC dc, HWND control) const {
   if (on_page_.count(control) == 0) return false;

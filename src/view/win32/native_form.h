@@ -11,12 +11,15 @@
 #include "view/win32/native_control.h"
 #include "view/win32/native_menu.h"
 #include "view/win32/page_background.h"
+#include "view/win32/scroller.h"
 #include "view/win32/tool_tips.h"
 #include "widgets/form.h"
 
 namespace qb::win32 {
 
-class NativeForm {
+// Owned by shared pointers: its window goes at once when the form is unloaded, also by one of the window's own
+// handlers, and the object itself when the last of its routines has returned.
+class NativeForm : public std::enable_shared_from_this<NativeForm>, private Measurer {
  public:
   // What a form's window has to ask the view.
   class Host {
@@ -30,11 +33,14 @@ class NativeForm {
 
   // Makes the window, hidden. `main` has a button on the task bar.
   NativeForm(Form& form, Host& host, HWND owner, bool main);
-  ~NativeForm();
+  ~NativeForm() override;
   NativeForm(const NativeForm&) = delete;
   NativeForm& operator=(const NativeForm&) = delete;
 
-  HWND window() const { return window_; }
+  // Destroys the window, with its menu if one is open. Nothing of the form is reached any more.
+  void Close();
+
+  HWND window() const { return window_; }  // null once it is closed
   Form& form() const { return form_; }
 
   void ShowOrHide();
@@ -57,16 +63,30 @@ class NativeForm {
 
   void MakeControls(const Layout& part, bool on_page);
   void AddControl(Control& control, bool on_page);
-  Placement Arranged() const { return {form_.Arrangement(), *metrics_, metrics_->spacing()}; }
-  SIZE SmallestWindow() const;
+  Extent Smallest(const Control& control) const override;
+  int HeightAt(const Control& control, int width) const override;
+  Placement Arranged() const { return {form_.Arrangement(), *this, metrics_->spacing()}; }
+  Extent ContentSize() const;
+  // What the screen allows of the content.
+  ScreenFit FitOnScreen() const;
+  SIZE WindowRound(Extent area) const;
   void LayOut();
   void GrowToFit();
   void ChangeResolution(UINT dpi, const RECT& suggested);
+  void Scroll(UINT message, WPARAM wparam);
+  void ScrollToFocus();
+  void KeepFocusInSight();
+  std::vector<std::string> BarCaptions() const;
+  std::vector<std::string> TabCaptions() const;
+  void ShareAccessKeys();
+  bool TakesAccessKey(std::size_t index) const;
+  void BuildMenu();
   void TellForm();
 
   void OnCommand(int id, UINT code, bool from_control);
   LRESULT OnNotify(LPARAM lparam);
   void OnFocus();
+  bool ShowHand(HWND control) const;
   bool PaintPage(HDC dc, HWND control) const;
   void EraseBackground(HDC dc) const;
   void ClickMenu(MenuItem* item);
@@ -86,6 +106,10 @@ class NativeForm {
   std::set<HWND> on_page_;
   std::unique_ptr<ToolTips> tips_;
   NativeMenu menu_;
+  MenuItem* open_popup_ = nullptr;
+  bool in_menu_bar_ = false;  // the user is in the menu bar, which must stay as it is meanwhile
+  bool menu_stale_ = false;
+  Scroller scroller_;
   PageBackground page_background_;
   std::wstring tab_tip_;
   HWND focus_ = nullptr;  // where the keyboard was when the window was left

@@ -38,9 +38,9 @@ WindowHandle NativeView::ApplicationWindow() const {
   return Wrap<WindowHandle>(application_);
 }
 
-NativeForm* NativeView::NativeOf(const Form& form) const {
+std::shared_ptr<NativeForm> NativeView::NativeOf(const Form& form) const {
   auto found = forms_.find(&form);
-  return found == forms_.end() ? nullptr : found->second.get();
+  return found == forms_.end() ? nullptr : found->second;
 }
 
 void NativeView::FormLoaded(Form& form) {
@@ -48,16 +48,18 @@ void NativeView::FormLoaded(Form& form) {
   NativeForm::Host& host = *this;
   // The application window owns the main window alone, and that one all others: an owned window stands
   // above its owner, so nothing of the program can come between those two.
-  const NativeForm* main = NativeOf(*main_);
+  const std::shared_ptr<NativeForm> main = NativeOf(*main_);
   HWND owner = main == nullptr ? application_ : main->window();
-  forms_[&form] = std::make_unique<NativeForm>(form, host, owner, IsMain(form));
+  forms_[&form] = std::make_shared<NativeForm>(form, host, owner, IsMain(form));
   OrderChanged(form);
 }
 
 void NativeView::FormUnloaded(Form& form) {
   EndModal(form);
+  const std::shared_ptr<NativeForm> native = NativeOf(form);
   forms_.erase(&form);
   if (IsMain(form)) main_ = nullptr;
+  if (native != nullptr) native->Close();
   WakeLoops();
 }
 
@@ -68,7 +70,8 @@ void NativeView::WakeLoops() const {
 }
 
 void NativeView::FormChanged(Form& form, Aspect aspect) {
-  NativeForm* native = NativeOf(form);
+  // Kept here, since what Windows does to a window may reach a handler that unloads the form.
+  const std::shared_ptr<NativeForm> native = NativeOf(form);
   if (native == nullptr) return;
   switch (aspect) {
     case Aspect::Visibility:
@@ -91,21 +94,21 @@ void NativeView::FormChanged(Form& form, Aspect aspect) {
 }
 
 void NativeView::ControlChanged(Control& control) {
-  if (NativeForm* native = NativeOf(control.form())) native->ControlChanged(control);
+  if (const std::shared_ptr<NativeForm> native = NativeOf(control.form())) native->ControlChanged(control);
 }
 
 WindowHandle NativeView::WindowOf(const Form& form) const {
-  const NativeForm* native = NativeOf(form);
+  const std::shared_ptr<NativeForm> native = NativeOf(form);
   return native == nullptr ? WindowHandle::None : Wrap<WindowHandle>(native->window());
 }
 
 void NativeView::PopupMenu(Form& form, MenuItem& menu) {
-  if (NativeForm* native = NativeOf(form)) native->PopupMenu(menu);
+  if (const std::shared_ptr<NativeForm> native = NativeOf(form)) native->PopupMenu(menu);
 }
 
 void NativeView::OrderChanged(Form& form) {
   if (!IsMain(form)) return;
-  const NativeForm* native = NativeOf(form);
+  const std::shared_ptr<NativeForm> native = NativeOf(form);
   if (native == nullptr) return;
   // Tool tip and input method windows of the program would otherwise come between the two.
   ::SetWindowPos(application_, native->window(), 0, 0, 0, 0,
@@ -116,10 +119,11 @@ bool NativeView::TakeMessage(MSG& message) {
   const bool key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
   HWND root = key ? ::GetAncestor(message.hwnd, GA_ROOT) : nullptr;
   if (root == nullptr) return false;
-  for (const auto& [form, native] : forms_) {
-    if (native->window() == root) return native->TakeMessage(message);
-  }
-  return false;
+  auto found =
+      std::find_if(forms_.begin(), forms_.end(), [=](const auto& entry) { return entry.second->window() == root; });
+  if (found == forms_.end()) return false;
+  const std::shared_ptr<NativeForm> native = found->second;  // its handlers may unload the form
+  return native->TakeMessage(message);
 }
 
 void NativeView::BeginModal(Form& form, HWND window) {

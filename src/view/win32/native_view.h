@@ -40,7 +40,7 @@ class NativeView : public FormWatcher, private NativeForm::Host {
   void OrderChanged(Form& form) override;
   bool IsMain(const Form& form) const override { return &form == main_; }
   bool TakeMessage(MSG& message);
-  NativeForm* NativeOf(const Form& form) const;
+  std::shared_ptr<NativeForm> NativeOf(const Form& form) const;
   void BeginModal(Form& form, HWND window);
   void EndModal(const Form& form);
   void WakeLoops() const;
@@ -48,7 +48,7 @@ class NativeView : public FormWatcher, private NativeForm::Host {
   Win32Messages& messages_;
   HWND application_ = nullptr;
   const Form* main_ = nullptr;  // the first form that was loaded
-  std::map<const Form*, std::unique_ptr<NativeForm>> forms_;
+  std::map<const Form*, std::shared_ptr<NativeForm>> forms_;
   std::vector<ModalForm> modal_;
 };
 

@@ -14,33 +14,52 @@ constexpr LPARAM kShownFor = 20000;  // ms; some tips are long
 
 }  // namespace
 
-HWND ToolTips::WindowFor(const std::string& title) {
-  HWND& window = windows_[title];
+ToolTips::Heading ToolTips::HeadingOf(const Control& control) {
+  if (control.kind() != ControlKind::Button) return {control.ToolTipTitle(), TipIcon::None, false};
+  std::string title = control.ToolTipTitle();
+  if (title.empty()) {
+    // Without its access key, arrows and dots.
+    for (char c : control.Caption()) {
+      if (c != '&' && c != '<' && c != '>' && c != '.') title += c;
+    }
+    title.erase(0, title.find_first_not_of(' '));
+    title.erase(title.find_last_not_of(' ') + 1);
+  }
+  return {title, static_cast<const Button&>(control).ToolTipIcon(), true};
+}
+
+HWND ToolTips::WindowFor(const Heading& heading) {
+  HWND& window = windows_[heading];
   if (window != nullptr) return window;
-  window = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0,
-                             0, form_, nullptr, ::GetModuleHandleW(nullptr), nullptr);
+  const DWORD style = WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX | (heading.balloon ? TTS_BALLOON : 0);
+  window = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, style, 0, 0, 0, 0, form_, nullptr,
+                             ::GetModuleHandleW(nullptr), nullptr);
   ::SendMessageW(window, TTM_SETMAXTIPWIDTH, 0, ::MulDiv(kWidestTip, static_cast<int>(DpiOf(form_)), 96));
   ::SendMessageW(window, TTM_SETDELAYTIME, TTDT_AUTOPOP, kShownFor);
-  if (!title.empty()) {
-    ::SendMessageW(window, TTM_SETTITLEW, TTI_NONE, reinterpret_cast<LPARAM>(Wide(title).c_str()));
+  if (!heading.title.empty()) {
+    // The marks of Windows, from TTI_NONE to TTI_ERROR, stand in the same order.
+    ::SendMessageW(window, TTM_SETTITLEW, static_cast<WPARAM>(heading.icon),
+                   reinterpret_cast<LPARAM>(Wide(heading.title).c_str()));
   }
   return window;
 }
 
-void ToolTips::Set(HWND control, const std::string& text, const std::string& title) {
-  Tip& present = tips_[control];
-  if (present.text == text && present.title == title) return;
+void ToolTips::Set(HWND window, const Control& control) {
+  Tip& present = tips_[window];
+  const std::string& text = control.ToolTip();
+  Heading heading = HeadingOf(control);
+  if (present.text == text && present.heading == heading) return;
   std::wstring wide = Wide(text);
   TOOLINFOW tool{};
   tool.cbSize = sizeof tool;
   tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
   tool.hwnd = form_;
-  tool.uId = reinterpret_cast<UINT_PTR>(control);
+  tool.uId = reinterpret_cast<UINT_PTR>(window);
   tool.lpszText = wide.data();
   const auto tool_param = reinterpret_cast<LPARAM>(&tool);
-  if (!present.text.empty()) ::SendMessageW(WindowFor(present.title), TTM_DELTOOLW, 0, tool_param);
-  if (!text.empty()) ::SendMessageW(WindowFor(title), TTM_ADDTOOLW, 0, tool_param);
-  present = {text, title};
+  if (!present.text.empty()) ::SendMessageW(WindowFor(present.heading), TTM_DELTOOLW, 0, tool_param);
+  if (!text.empty()) ::SendMessageW(WindowFor(heading), TTM_ADDTOOLW, 0, tool_param);
+  present = {text, std::move(heading)};
 }
 
 }  // namespace qb::win32

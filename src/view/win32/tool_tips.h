@@ -1,10 +1,12 @@
 // The tool tips of one form's controls.
 #pragma once
 
+#include <compare>
 #include <map>
 #include <string>
 
 #include "platform/win32/windows_api.h"
+#include "widgets/controls.h"
 
 namespace qb::win32 {
 
@@ -12,18 +14,27 @@ class ToolTips {
  public:
   // The tool tip windows are owned by `form` and go with it.
   explicit ToolTips(HWND form) : form_(form) {}
-  // Gives the control a tip, another one, or none (an empty text). The title stands above the text.
-  void Set(HWND control, const std::string& text, const std::string& title);
+  // Gives the control's window the tip of the control, another one, or none (an empty text). That of a button is
+  // a balloon with a title and its mark; where it has no title, the button's caption is one.
+  void Set(HWND window, const Control& control);
 
  private:
-  struct Tip {
-    std::string text, title;
+  struct Heading {
+    std::string title;
+    TipIcon icon = TipIcon::None;
+    bool balloon = false;
+    friend auto operator<=>(const Heading&, const Heading&) = default;
   };
+  struct Tip {
+    std::string text;
+    Heading heading;
+  };
+  static Heading HeadingOf(const Control& control);
   // A tool tip window shows one title for all of its tips, so each title has a window of its own.
-  HWND WindowFor(const std::string& title);
+  HWND WindowFor(const Heading& heading);
 
   HWND form_;
-  std::map<std::string, HWND> windows_;  // by title
+  std::map<Heading, HWND> windows_;
   std::map<HWND, Tip> tips_;
 };
 
