@@ -18,9 +18,10 @@ constexpr std::string_view kAskHideIcon =
 
 }  // namespace
 
-AutoKillPage::AutoKillPage(Form& form, Settings& settings, AutoKillInterval& interval)
+AutoKillPage::AutoKillPage(Form& form, Settings& settings, AutoKillInterval& interval, AutoKillPageHost& host)
     : settings_(settings),
       auto_kill_interval_(interval),
+      host_(host),
       bindings_(form, settings),
       heading_(form, "lblAutoKillHeading", "Auto-Kill Settings"),
       what_(form, "lblAutoKillNote", "Auto-Kill takes its own stored selection of traces, not the boxes of the tabs."),
@@ -31,11 +32,21 @@ AutoKillPage::AutoKillPage(Form& form, Settings& settings, AutoKillInterval& int
       do_not_auto_kill_(form, "chk_DoNotAutoKill", "Disable Auto-Kill (Not Recommended)"),
       hide_icon_(form, "chk_HideIcon", "Complete Stealth - Hide Tray Icon (ALT-Z to Show Quillbarrow)"),
       stealth_on_(form, "optStealthOn", "Stealth Mode - Auto-Kill with Quillbarrow hidden", "Stealth"),
-      stealth_off_(form, "optStealthOff", "Display Mode - Show Progress Window During Auto-Kill ", "Stealth") {
+      stealth_off_(form, "optStealthOff", "Display Mode - Show Progress Window During Auto-Kill ", "Stealth"),
+      lblTestAutoKill(form, "lblTestAutoKill", "Test Auto-Kill Now"),
+      cmdAutoKillDetails(form, "cmdAutoKillDetails", " Auto-Killing Settings") {
+  cmdAutoKillDetails.SetToolTip(
+      "Click to manage which Internet Explorer/MSN cookies to keep.  Cookies are useful if you login to the same site "
+      "frequently.",
+      "Auto-Kill Setup");
+  cmdAutoKillDetails.Click = [this] { host_.ShowWizardModal(); };
+  lblTestAutoKill.Click = [this] { host_.RunAutoKillNow(); };
   bindings_.Bind(Setting::Stealth, stealth_on_, stealth_off_);
   // Deliberate: only shown, a click stores nothing. What it asks for goes by its mouse.
   bindings_.Show(Setting::Disable_AK, do_not_auto_kill_);
-  bindings_.Bind(Setting::HideIcon, hide_icon_, {.question = Question{kDisableAutoKill, kAskHideIcon}, .asked_at = 1});
+  bindings_.Bind(
+      Setting::HideIcon, hide_icon_,
+      {.question = Question{kDisableAutoKill, kAskHideIcon}, .asked_at = 1, .set = [this] { HideIconChanged(); }});
   do_not_auto_kill_.MouseDown = [this] { chk_DoNotAutoKill_MouseDown(); };
 }
 
@@ -44,12 +55,19 @@ Layout AutoKillPage::Arrangement() {
                Row({Group(when_frame_, {when_.last_window_closed, when_.windows_start,
                                         Row({when_.use_timer, when_.interval_list}), do_not_auto_kill_}),
                     Group(show_frame_, {stealth_off_, stealth_on_, hide_icon_, show_note_})}),
-               what_});
+               what_, Row({cmdAutoKillDetails, lblTestAutoKill})});
 }
 
 void AutoKillPage::LoadFromSettings() {
+  loading_ = true;
   bindings_.Load();
+  loading_ = false;
   auto_kill_interval_.Restart();
+}
+
+void AutoKillPage::HideIconChanged() {
+  if (loading_) return;  // the start adds the icon, and takes it away again, by itself
+  hide_icon_.Value() == 1 ? host_.Remove_Tray_Icon() : host_.Add_Tray_Icon();
 }
 
 void AutoKillPage::chk_DoNotAutoKill_MouseDown() {

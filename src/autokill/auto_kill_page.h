@@ -1,6 +1,7 @@
 // The Auto-Kill tab of the main window: its controls, their settings and confirmations.
 #pragma once
 
+#include "autokill/auto_kill_host.h"
 #include "autokill/when_to_kill.h"
 
 namespace qb {
@@ -8,18 +9,23 @@ namespace qb {
 class AutoKillPage {
  public:
   // `form` gets the page's controls.
-  AutoKillPage(Form& form, Settings& settings, AutoKillInterval& interval);
+  AutoKillPage(Form& form, Settings& settings, AutoKillInterval& interval, AutoKillPageHost& host);
 
   Layout Arrangement();
   // Sets the controls from the settings in memory, and the interval's countdown anew.
   void LoadFromSettings();
+  // Clears the box chk_DoNotAutoKill, without a question.
+  void ClearDoNotAutoKill() { do_not_auto_kill_.SetValue(0); }
 
  private:
+  void HideIconChanged();
   void chk_DoNotAutoKill_MouseDown();
 
   Settings& settings_;
   AutoKillInterval& auto_kill_interval_;
+  AutoKillPageHost& host_;
   SettingBindings bindings_;
+  bool loading_ = false;
 
   HeadingLabel heading_;
   Label what_, show_note_;
@@ -27,6 +33,8 @@ class AutoKillPage {
   WhenToKill when_;
   CheckBox do_not_auto_kill_, hide_icon_;
   OptionButton stealth_on_, stealth_off_;
+  LinkLabel lblTestAutoKill;
+  Button cmdAutoKillDetails;
 };
 
 }  // namespace qb

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <utility>
 
 #include "settings/settings.h"
 #include "widgets/controls.h"
@@ -33,6 +34,10 @@ class AutoKillInterval {
   std::int16_t Minutes() const { return minutes_; }
   // Begins the countdown anew, from the entry that AK_Timer names in memory; 15 minutes for one outside the list.
   void Restart();
+  // A minute has passed. True if it was the last; the countdown then waits for Restart.
+  [[nodiscard]] bool MinutePassed() { return --minutes_ < 1; }
+  // What the timer does each minute.
+  void SetTick(Control::Handler tick) { timer_.Click = std::move(tick); }
   // The timer ticks once a minute, or not at all.
   void Enable(bool enabled);
 

@@ -25,13 +25,15 @@ constexpr struct {
 
 }  // namespace
 
-BossKeyPage::BossKeyPage(Form& form, Settings& settings)
+BossKeyPage::BossKeyPage(Form& form, Settings& settings, std::function<void()> invoke)
     : bindings_(form, settings),
       heading_(form, "lblBossKeyHeading", "Boss Key! Settings"),
       windows_frame_(form, "frameBK_Windows", "Windows to hide"),
       hot_key_frame_(form, "frameBK_HotKey", "BossKey! Hot Key"),
       space_bar_(form, "optBK_HotKeySpaceBar", "ALT+SPACEBAR", "BK_HotKey"),
-      ctrl_alt_z_(form, "optBK_HotKeyZ", "CTRL+ALT+Z", "BK_HotKey") {
+      ctrl_alt_z_(form, "optBK_HotKeyZ", "CTRL+ALT+Z", "BK_HotKey"),
+      lblTestBossKey(form, "lblTestBossKey", "Test Boss Key!") {
+  lblTestBossKey.Click = std::move(invoke);
   for (const auto& row : kBoxes) {
     boxes_.push_back(std::make_unique<CheckBox>(form, row.box, row.caption));
     bindings_.Bind(row.setting, *boxes_.back());
@@ -43,7 +45,7 @@ Layout BossKeyPage::Arrangement() {
   std::vector<Layout> boxes;
   for (const auto& box : boxes_) boxes.emplace_back(*box);
   return Page({heading_, Group(windows_frame_, {TwoColumns(std::move(boxes))}),
-               Group(hot_key_frame_, {Row({space_bar_, ctrl_alt_z_})})});
+               Group(hot_key_frame_, {Row({space_bar_, ctrl_alt_z_})}), lblTestBossKey});
 }
 
 }  // namespace qb

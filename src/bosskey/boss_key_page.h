@@ -1,6 +1,7 @@
 // The Boss Key tab of the main window: which windows the Boss Key hides, and its chord.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -10,7 +11,8 @@ namespace qb {
 
 class BossKeyPage {
  public:
-  BossKeyPage(Form& form, Settings& settings);
+  // `invoke` is the Boss Key.
+  BossKeyPage(Form& form, Settings& settings, std::function<void()> invoke);
 
   Layout Arrangement();
   // Sets the controls from the settings in memory; nothing is stored.
@@ -21,6 +23,7 @@ class BossKeyPage {
   HeadingLabel heading_;
   Frame windows_frame_, hot_key_frame_;
   OptionButton space_bar_, ctrl_alt_z_;
+  LinkLabel lblTestBossKey;
   std::vector<std::unique_ptr<CheckBox>> boxes_;
 };
 

@@ -1,5 +1,6 @@
 #include "core/main_window.h"
 
+#include "core/sites.h"
 #include "kill/log_step.h"
 #include "runtime/text.h"
 
@@ -8,10 +9,7 @@ namespace qb {
 namespace {
 
 constexpr int kFirstTab = 0;
-constexpr int kAutoKillTab = 6;
-constexpr int kBossKeyTab = 7;
 constexpr int kLogTab = 9;
-constexpr std::string_view kHomePage = "http://www.quillbarrow.example/";
 
 const std::vector<TabStrip::Page>& TabPages() {
   static const std::vector<TabStrip::Page> pages = {
@@ -66,11 +64,12 @@ frmMain::frmMain(const FormHost& host, Services& services, ProgramLife& life)
       Timer1(*this, "Timer1", 1000, true),
       Timer2(*this, "Timer2", 1000, true),
       Timer_HomePage(*this, "Timer_HomePage", 5000, false),
-      auto_kill_interval_(*this, services.settings),
+      auto_kill_interval(*this, services.settings),
       Timer_DisableScriptDebug(*this, "Timer_DisableScriptDebug", 60000, true),
-      auto_kill_page_(*this, services.settings, auto_kill_interval_),
-      boss_key_page_(*this, services.settings),
-      shredder_page_(*this, services.settings) {
+      auto_kill_page_(*this, services.settings, auto_kill_interval, life),
+      boss_key_page_(*this, services.settings, [&life] { life.InvokeBossKey(); }),
+      shredder_page_(*this, services.settings),
+      menus_(*this, SftTabs1, life) {
   cmdKILLALL.SetDefault(true);
   cmdKILLALL.SetIcon(ButtonIcon::Kill);
   cmdClearLog.SetIcon(ButtonIcon::Clear);
@@ -80,16 +79,14 @@ frmMain::frmMain(const FormHost& host, Services& services, ProgramLife& life)
   lblQuillbarrowed.SetToolTip(std::string(kCountTip));
   cmdKILLALL.Click = [this] { life_.KillNow(); };
   cmdClearLog.Click = [this] { cmdClearLog_Click(); };
-  lblURL.Click = [this] { services_.folders.Open_URL(kHomePage, services_.data_folder, Window()); };
+  lblURL.Click = [this] { services_.folders.Open_URL(kHomeSite, services_.data_folder, Window()); };
   cmdSetCookies.Click = [this] { life_.ShowCookieManager(); };
   cmdSetCookies.SetToolTip("Choose the Internet Explorer cookies to keep");
   lblmoreinfo.Click = [this] { lblmoreinfo_Click(); };
   Timer2.Click = [this] { Timer2_Timer(); };
-  Timer_HomePage.Click = [this] { life_.Timer_HomePage_Timer(); };
-  Timer_DisableScriptDebug.Click = [this] { life_.Timer_DisableScriptDebug_Timer(); };
   MakeTraceBoxes();
   ArmIndexDatBoxes();
-  MakeMenu();
+  for (MenuItem* menu : menus_.Bar()) AddMenu(*menu);
 
   std::vector<Layout> pages;
   for (TraceGroup group : kTabGroups) pages.push_back(TracePage(group));
@@ -144,26 +141,6 @@ void frmMain::lblmoreinfo_Click() {
       "index.dat Help", kBoxOk | kBoxInformation));
 }
 
-void frmMain::MakeMenu() {
-  auto item = [this](MenuItem& menu, const char* name, const char* caption, Control::Handler click) -> MenuItem& {
-    MenuItem& entry = Add<MenuItem>(name, caption);
-    entry.parent = &menu;
-    entry.Click = std::move(click);
-    menu.children.push_back(&entry);
-    return entry;
-  };
-  MenuItem& file = Add<MenuItem>("File", "Menu");
-  item(file, "mnuAutoKillSettings", "Auto-Kill Setup Wizard...", [this] { SelectTab(kAutoKillTab); });
-  item(file, "mnuBossKeySettings", "BossKey! Settings...", [this] { SelectTab(kBossKeyTab); });
-  item(file, "Options", "AOL / MSN &Setup...", [this] { life_.ShowGeneralSetup(); }).shortcut = "Ctrl+S";
-  item(file, "mnuCookieSetup", "Cookie Manager...", [this] { life_.ShowCookieManager(); });
-  item(file, "sep99", "-", nullptr);
-  item(file, "mnuShutDown", "ShutDown &Quillbarrow", [this] { life_.ShutDown(); }).shortcut = "Ctrl+H";
-  item(file, "line9", "-", nullptr);
-  item(file, "Exit", "Close Window", [this] { Exit_Click(); }).shortcut = "Ctrl+X";
-  AddMenu(file);
-}
-
 Layout frmMain::TracePage(TraceGroup group) {
   std::vector<Layout> boxes;
   for (const TraceClass& trace : ClassesOf(group)) boxes.emplace_back(*boxes_.find(trace.box)->second);
@@ -210,10 +187,6 @@ void frmMain::cmdClearLog_Click() {
 void frmMain::Timer2_Timer() {
   lblQuillbarrowed.SetCaption("Quillbarrow has killed roughly " + NumberText(services_.history_removed.Value()) +
                               " history traces since installation.");
-}
-
-void frmMain::Exit_Click() {
-  StepOver(Unload());
 }
 
 void frmMain::Form_QueryUnload(bool& cancel, UnloadMode mode) {

@@ -6,6 +6,7 @@
 
 #include "autokill/auto_kill_page.h"
 #include "bosskey/boss_key_page.h"
+#include "core/menus.h"
 #include "core/program_life.h"
 #include "core/services.h"
 #include "core/shredder_page.h"
@@ -21,13 +22,12 @@ class frmMain : public Form, public RunDisplay {
 
   // Sets every control that shows a setting.
   void LoadFromSettings();
-  Timer& HomePageTimer() { return Timer_HomePage; }
   void EnableHomePageTimer(bool enabled) { Timer_HomePage.SetTimerEnabled(enabled); }
 
   void cmdClearLog_Click();
   void Timer2_Timer();
-  void Exit_Click();
-  AutoKillInterval& interval() { return auto_kill_interval_; }
+  void ClearDoNotAutoKill() { auto_kill_page_.ClearDoNotAutoKill(); }
+  MainMenus& menus() { return menus_; }
 
   // RunDisplay
   bool Ticked(std::string_view box) const override;
@@ -53,7 +53,6 @@ class frmMain : public Form, public RunDisplay {
  private:
   void SelectTab(int tab) { StepOver(SftTabs1.SetTab(tab)); }
   void MakeTraceBoxes();
-  void MakeMenu();
   Layout TracePage(TraceGroup group);
   Layout LogPage();
   void AllBoxClicked(const TraceGroupRow& row);
@@ -74,12 +73,18 @@ class frmMain : public Form, public RunDisplay {
   Button cmdSetCookies;
   LinkLabel lblmoreinfo;
   ListBox List3;  // the URLs of the cache; never shown
+
+ public:
+  // Whoever makes the window gives them their ticks.
   Timer Timer1, Timer2, Timer_HomePage;
-  AutoKillInterval auto_kill_interval_;
+  AutoKillInterval auto_kill_interval;
   Timer Timer_DisableScriptDebug;
+
+ private:
   AutoKillPage auto_kill_page_;
   BossKeyPage boss_key_page_;
   ShredderPage shredder_page_;
+  MainMenus menus_;
 };
 
 }  // namespace qb

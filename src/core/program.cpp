@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/sites.h"
 #include "runtime/folders.h"
 #include "runtime/text.h"
 
@@ -20,13 +21,14 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
                       [this] { main_window_.Refresh(); }),
       wizard_(
           {platform, watcher, services_.life},
-          {services_.settings, services_.profiles, keep_list_, main_window_.interval(), services_.run.StartedAtBoot},
+          {services_.settings, services_.profiles, keep_list_, main_window_.auto_kill_interval, services_.run.StartedAtBoot},
           *this),
+      about_({platform, watcher, services_.life}, services_, kProgramVersion),
       engine_({platform, services_.channels, services_.settings, services_.reg_settings, services_.folders, products_,
                services_.profiles, keep_list_, services_.history_removed, services_.run, services_.thumbs,
                ie_folders_moved_, services_.life},
               main_window_, *this),
-      guards_(services_.reg_settings, services_.store, main_window_.HomePageTimer()) {}
+      resident_(services_, main_window_, engine_.run(), *this) {}
 
 Program::~Program() {
   if (instance_ != MutexHandle::None) StepOver(platform_.processes.CloseHandle(instance_));
@@ -80,6 +82,7 @@ void Program::MainWindowCloseRequest(bool& cancel, UnloadMode mode) {
   if (settings.On(Setting::Disable_AK) && run.StartedAtBoot) run.MainWindowHidden = true;
   if (run.MainWindowHidden) {
     settings.Save(Setting::HistoryRemoved);
+    resident_.Leave();
     return;
   }
   cancel = true;
@@ -87,7 +90,9 @@ void Program::MainWindowCloseRequest(bool& cancel, UnloadMode mode) {
   main_window_.SetState(WindowState::Minimised);
   run.MainWindowHidden = true;
   // Nobody keeps the end of the session waiting.
-  if (mode == UnloadMode::WindowsSession) End();
+  if (mode != UnloadMode::WindowsSession) return;
+  resident_.Leave();
+  End();
 }
 
 void Program::MainWindowUnload(bool& cancel) {
@@ -98,6 +103,10 @@ void Program::MainWindowUnload(bool& cancel) {
     return;
   }
   End();
+}
+
+void Program::OpenSupportSite() {
+  services_.folders.Open_URL(kSupportSite, services_.data_folder, main_window_.Window());
 }
 
 void Program::ShutDown() {

@@ -6,11 +6,12 @@
 
 #include "autokill/wizard.h"
 #include "cookies/cookie_manager.h"
+#include "core/about.h"
 #include "core/general_setup.h"
 #include "core/main_window.h"
 #include "core/program_life.h"
+#include "core/resident.h"
 #include "core/services.h"
-#include "guards/guards.h"
 #include "kill/kill_engine.h"
 
 namespace qb {
@@ -45,7 +46,7 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   DeletePath& delete_path() { return engine_.delete_path(); }
   ProductFolders& products() { return products_; }
   TraceUnits& trace_units() { return engine_.units(); }
-  Guards& guards() { return guards_; }
+  Resident& resident() { return resident_; }
   bool IEFoldersMoved() const { return ie_folders_moved_; }
 
   // Reads the settings anew, as the start does, and sets their controls. The product itself does not call it.
@@ -63,11 +64,18 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   void KillNow() override { engine_.run().cmdKILLALL_Click(); }
   void ShowGeneralSetup() override { options_.Show(); }
   void ShowCookieManager() override { cookie_manager_.OpenAnew(); }
-  void Timer_HomePage_Timer() override { guards_.Timer_HomePage_Timer(); }
-  void Timer_DisableScriptDebug_Timer() override { guards_.Timer_DisableScriptDebug_Timer(); }
   void TakeBackIndexDat(std::int16_t kind) override { engine_.units().index_dat.Clear_Auto_Exec2(kind); }
+  void RunAutoKillNow() override { resident_.RunAutoKillNow(); }
+  void Add_Tray_Icon() override { resident_.tray.Add_Tray_Icon(); }
+  void Remove_Tray_Icon() override { resident_.tray.Remove_Tray_Icon(); }
+  void InvokeBossKey() override { resident_.boss_key.hider.InvokeBossKey(); }
+  void ShowWizard() override { wizard_.Show(); }
+  void ShowWizardModal() override { wizard_.ShowModal(); }
+  void ShowThumbnailScan() override {}
+  void ShowAbout() override { about_.Show(); }
+  void OpenSupportSite() override;
   void ShutDown() override;
-  void ShowMainWindow();
+  void ShowMainWindow() override;
   // RunHost
   void Pause_Seconds(double seconds) override;
   // SetupAsker
@@ -100,8 +108,9 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   frmOptions options_;
   frmCookieManager cookie_manager_;
   frmAutoKill wizard_;
+  frmAbout about_;
   KillEngine engine_;
-  Guards guards_;
+  Resident resident_;
   MutexHandle instance_ = MutexHandle::None;
   bool ie_folders_moved_ = false;
 };

@@ -40,7 +40,10 @@ void Program::MainWindowLoaded() {
   Register_Run_Key();
   services_.run = {};
   services_.settings.Reset();
+  resident_.boss_key.hot_keys.Register(main_window_.Window());
+  resident_.tray.ListenForTaskbar();
   ReadSettings();
+  resident_.tray.Add_Tray_Icon();
   services_.reg_settings.SetCompany(ProductScope::kRestCompany);
   services_.reg_settings.SetAppName(ProductScope::kRestAppName);
   products_.GetWinDirs();
@@ -50,8 +53,10 @@ void Program::MainWindowLoaded() {
   ComputeShortFolders();
   main_window_.Center();
   main_window_.Hide();
+  resident_.boss_key.hider.Reset();
   services_.run.StartedAtBoot = HasBootSwitch();
   main_window_.EnableHomePageTimer(services_.settings.On(Setting::HomePageProt));
+  if (services_.settings.On(Setting::HideIcon)) resident_.tray.Remove_Tray_Icon();
   DeleteLeftovers(kReportLeftovers);
   products_.GetIEVersion();
   services_.profiles.Read_Firefox_Profile();
@@ -110,7 +115,7 @@ void Program::ReadSettings() {
   Settings& settings = services_.settings;
   settings.Read();
   if (settings.FirstRunOfAccount()) settings.StoreFirstRun();
-  guards_.LoadSiblingSettings();
+  resident_.guards.LoadSiblingSettings();
   main_window_.LoadFromSettings();
 }
 

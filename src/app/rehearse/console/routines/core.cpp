@@ -15,7 +15,6 @@ std::span<const ProgramRoutine> Core() {
       {"Pause_Seconds", Bind([](Program& p, double seconds) { p.Pause_Seconds(seconds); })},
       {"popShutdownHK_Click", Bind([](Program& p) { p.ShutDown(); })},
       {"Get_Quillbarrow_Settings", Bind([](Program& p) { p.Get_Quillbarrow_Settings(); })},
-      {"HomePage", Bind([](Program& p) { return p.guards().HomePage(); })},
       {"Detect_WinVer", Bind([](Program& p) { p.options().Detect_WinVer(); })},
       {"Write_Error_Log",
        Bind([](Program& p, const std::string& routine) { p.services().error_log.Write_Error_Log(routine, 0); })},

@@ -1,0 +1,33 @@
+// What Auto-Kill asks of the program round it.
+#pragma once
+
+#include <cstdint>
+
+namespace qb {
+
+// What its page asks.
+class AutoKillPageHost {
+ public:
+  virtual ~AutoKillPageHost() = default;
+
+  virtual void RunAutoKillNow() = 0;
+  // The wizard, until it is closed.
+  virtual void ShowWizardModal() = 0;
+  virtual void Add_Tray_Icon() = 0;
+  virtual void Remove_Tray_Icon() = 0;
+};
+
+class AutoKillHost {
+ public:
+  virtual ~AutoKillHost() = default;
+
+  // The unattended run, in one of its modes.
+  virtual void Do_Start_Up(std::int16_t mode) = 0;
+  virtual void Add_Tray_Icon() = 0;
+  // Clears the box chk_DoNotAutoKill, without a question.
+  virtual void ClearDoNotAutoKill() = 0;
+  // The wizard, shown without waiting for it.
+  virtual void ShowWizard() = 0;
+};
+
+}  // namespace qb

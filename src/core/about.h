@@ -1,0 +1,23 @@
+// The About window.
+#pragma once
+
+#include "core/services.h"
+#include "widgets/form.h"
+
+namespace qb {
+
+class frmAbout : public Form {
+ public:
+  frmAbout(const FormHost& host, Services& services, std::string_view version);
+
+ protected:
+  void Form_Load() override { Center(); }
+
+ private:
+  Services& services_;
+  Label title_, version_, purpose_;
+  LinkLabel lblAboutSite, lblAboutSupport;
+  Button cmdOK;
+};
+
+}  // namespace qb

@@ -1,0 +1,42 @@
+// The menus of the main window: the bar, and the popup of the tray icon.
+#pragma once
+
+#include <vector>
+
+#include "core/program_life.h"
+#include "widgets/form.h"
+
+namespace qb {
+
+class MainMenus {
+ public:
+  // `form` gets the entries as its controls; `strip` is its tab strip.
+  MainMenus(Form& form, TabStrip& strip, ProgramLife& life);
+
+  // The menus of the bar, in order.
+  const std::vector<MenuItem*>& Bar() const { return bar_; }
+  MenuItem& Popup() { return *popup_; }
+  // The check mark of popHideIE.
+  void MarkBossKey(bool active) { boss_key_entry_->SetChecked(active); }
+
+  // The actions of single entries.
+  void SelectTab(int tab) { StepOver(strip_.SetTab(tab)); }
+  void FAQ_Click();
+  void mnuHotKeys_Click();
+  void mnuBossKey_Click();
+  void Exit_Click() { StepOver(form_.Unload()); }
+  ProgramLife& life() { return life_; }
+
+ private:
+  void Inform(std::string_view title, std::string_view text);
+
+  Form& form_;
+  TabStrip& strip_;
+  ProgramLife& life_;
+  std::vector<std::unique_ptr<MenuItem>> entries_;
+  std::vector<MenuItem*> bar_;
+  MenuItem* popup_ = nullptr;
+  MenuItem* boss_key_entry_ = nullptr;
+};
+
+}  // namespace qb
