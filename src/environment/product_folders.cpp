@@ -1,7 +1,5 @@
 #include "environment/product_folders.h"
 
-#include <array>
-
 namespace qb {
 
 void ProductFolders::GetWinDirs() {
@@ -70,10 +68,10 @@ std::string ProductFolders::Browse(WindowHandle owner, std::string_view title) {
   constexpr std::uint32_t kFileSystemFoldersOnly = 1;  // BIF_RETURNONLYFSDIRS
   const ItemIdList item = platform_.shell.SHBrowseForFolderA(owner, title, kFileSystemFoldersOnly);
   if (item == ItemIdList::None) return {};
-  std::array<char, 260> path{};
+  TextBuffer path(260);
   const bool found = platform_.shell.SHGetPathFromIDListA(item, path);
   platform_.shell.CoTaskMemFree(item);
-  return found ? TextOf(path) : std::string();
+  return found ? path.text() : std::string();
 }
 
 }  // namespace qb

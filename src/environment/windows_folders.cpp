@@ -1,7 +1,5 @@
 #include "environment/windows_folders.h"
 
-#include <array>
-
 #include "runtime/folders.h"
 
 namespace qb {
@@ -34,10 +32,10 @@ constexpr VersionRow kVersions[] = {
 }  // namespace
 
 std::string WindowsFolders::Get_Special_Folder(std::uint32_t number) const {
-  std::array<char, 260> path{};
+  TextBuffer path(260);
   switch (platform_.shell.SHGetFolderPathA(number, path)) {
     case 0:
-      return TextOf(path);
+      return path.text();
     case 1:
       return "Folder Does Not Exist";
     case kInvalidArgument:
@@ -48,9 +46,9 @@ std::string WindowsFolders::Get_Special_Folder(std::uint32_t number) const {
 
 std::string WindowsFolders::Read_Ini_Value(std::string_view section, std::string_view key,
                                            std::string_view file) const {
-  std::array<char, 255> value{};
-  std::uint32_t length = platform_.system.GetPrivateProfileStringA(section, key, "", value, file);
-  return std::string(value.data(), std::min<std::size_t>(length, value.size()));
+  TextBuffer value(255);
+  platform_.system.GetPrivateProfileStringA(section, key, "", value, file);
+  return value.text();
 }
 
 std::int16_t WindowsFolders::Get_Version_Code() const {
@@ -66,21 +64,21 @@ std::int16_t WindowsFolders::Get_Version_Code() const {
 
 std::string WindowsFolders::Get_Short_Path(std::string_view path) const {
   if (path.empty()) return {};
-  std::array<char, 260> buffer{};
+  TextBuffer buffer(260);
   auto length = platform_.files.GetShortPathNameA(path, buffer);
-  return length.ok() && length.value < buffer.size() ? TextOf(buffer) : std::string();
+  return length.ok() && length.value < buffer.size() ? buffer.text() : std::string();
 }
 
 std::string WindowsFolders::Get_User_Name() const {
-  std::array<char, 199> name{};
+  TextBuffer name(199);
   auto length = platform_.system.GetUserNameA(name);
-  return length.ok() ? TextOf(name) : std::string();
+  return length.ok() ? name.text() : std::string();
 }
 
 std::string WindowsFolders::Get_Windows_Dir() const {
-  std::array<char, 255> folder{};
+  TextBuffer folder(255);
   auto length = platform_.system.GetWindowsDirectoryA(folder);
-  return length.ok() && length.value < folder.size() ? TextOf(folder) : std::string();
+  return length.ok() && length.value < folder.size() ? folder.text() : std::string();
 }
 
 void WindowsFolders::Open_URL(std::string_view url, std::string_view data_folder, WindowHandle owner) {
@@ -90,9 +88,9 @@ void WindowsFolders::Open_URL(std::string_view url, std::string_view data_folder
     StepOver(channels_.PrintLine(number, "<HTML> <\\HTML>"));
     StepOver(channels_.Close(number));
   }
-  std::array<char, 255> buffer{};
+  TextBuffer buffer(255);
   const bool found = platform_.shell.FindExecutableA(page, std::nullopt, buffer) > kShellSuccess;
-  const std::string browser = found ? Trim(TextOf(buffer)) : std::string();
+  const std::string browser = found ? Trim(buffer.text()) : std::string();
   const bool opened =
       !browser.empty() && platform_.shell.ShellExecuteA(owner, "open", browser, url, std::nullopt, 1) > kShellSuccess;
   if (!opened) StepOver(Shell_Open(url));

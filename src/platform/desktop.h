@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 
+#include "platform/text_buffer.h"
 #include "platform/types.h"
 
 namespace qb {
@@ -54,8 +55,8 @@ class Desktop {
   // Calls `visit` with each window of the desktop, top one first, until it gives false.
   virtual bool EnumWindows(const std::function<bool(WindowHandle)>& visit) = 0;
   // Both cut to the buffer and give the length without the closing zero; 0 for an empty text or no such window.
-  virtual std::uint32_t GetClassNameA(WindowHandle window, Buffer name) = 0;
-  virtual std::uint32_t GetWindowTextA(WindowHandle window, Buffer title) = 0;
+  virtual std::uint32_t GetClassNameA(WindowHandle window, TextBuffer& name) = 0;
+  virtual std::uint32_t GetWindowTextA(WindowHandle window, TextBuffer& title) = 0;
   virtual std::uint32_t GetWindowTextLengthA(WindowHandle window) = 0;
   // Both refuse a placement whose length is not kPlacementLength.
   virtual Error GetWindowPlacement(WindowHandle window, WindowPlacement& placement) = 0;

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "platform/text_buffer.h"
 #include "platform/types.h"
 
 namespace qb {
@@ -102,8 +103,8 @@ class Files {
 
   // Both want a buffer; the result is the length without the closing zero, or the size that is needed
   // (with the zero) where the buffer is too small.
-  virtual Result<std::uint32_t> GetShortPathNameA(std::string_view path, Buffer buffer) = 0;
-  virtual Result<std::uint32_t> GetLongPathNameA(std::string_view path, Buffer buffer) = 0;
+  virtual Result<std::uint32_t> GetShortPathNameA(std::string_view path, TextBuffer& buffer) = 0;
+  virtual Result<std::uint32_t> GetLongPathNameA(std::string_view path, TextBuffer& buffer) = 0;
   // With a closing backslash.
   virtual Result<std::string> GetTempPathA() = 0;
   // Makes an empty file with a new name in the folder and gives its path.

@@ -16,7 +16,7 @@ class KeySecurity {
 
   // Fills the identifier and the domain's name. A domain buffer that is null or too small fails with
   // InsufficientBuffer and gives the needed size; NoneMapped if there is no such account.
-  virtual Error LookupAccountNameA(std::string_view account, Buffer identifier, Buffer domain,
+  virtual Error LookupAccountNameA(std::string_view account, Buffer identifier, TextBuffer* domain,
                                    std::uint32_t& domain_size) = 0;
   // Fills `descriptor`; too small a buffer gives InsufficientBuffer and the needed size.
   virtual Error RegGetKeySecurity(KeyHandle key, std::uint32_t information, Buffer descriptor, std::uint32_t& size) = 0;
@@ -25,7 +25,7 @@ class KeySecurity {
   // A descriptor without an access list opens the key to all accounts. The key must be open with WRITE_DAC.
   virtual Error RegSetKeySecurity(KeyHandle key, std::uint32_t information, std::span<const char> descriptor) = 0;
   // As RegEnumKeyA, with the length of the name without its closing zero in `length`.
-  virtual Error RegEnumKeyExA(KeyHandle key, std::uint32_t index, Buffer name, std::uint32_t& length) = 0;
+  virtual Error RegEnumKeyExA(KeyHandle key, std::uint32_t index, TextBuffer& name, std::uint32_t& length) = 0;
 };
 
 }  // namespace qb

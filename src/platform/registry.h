@@ -1,6 +1,7 @@
 // The registry, by its Windows names. Every function gives the Windows error code.
 #pragma once
 
+#include "platform/text_buffer.h"
 #include "platform/types.h"
 
 namespace qb {
@@ -43,9 +44,10 @@ class Registry {
 
   // Entry `index` from 0: the name with a closing zero goes into `name`; too small a buffer gives
   // MoreData, an index past the end NoMoreItems.
-  virtual Error RegEnumKeyA(KeyHandle key, std::uint32_t index, Buffer name) = 0;
+  virtual Error RegEnumKeyA(KeyHandle key, std::uint32_t index, TextBuffer& name) = 0;
   // The same over values; `data` may be null. Sizes of what was written come back in `info`.
-  virtual Error RegEnumValueA(KeyHandle key, std::uint32_t index, Buffer name, Buffer data, RegValueInfo& info) = 0;
+  virtual Error RegEnumValueA(KeyHandle key, std::uint32_t index, TextBuffer& name, Buffer data,
+                              RegValueInfo& info) = 0;
 };
 
 }  // namespace qb

@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "platform/text_buffer.h"
 #include "platform/types.h"
 
 namespace qb {
@@ -25,12 +26,12 @@ class Shell {
 
   // Fills the buffer of 260 characters for the current user. The result is the HRESULT: 0, 1 (no such
   // folder), 0x80070057 (no such number on this system) or another failure.
-  virtual std::uint32_t SHGetFolderPathA(std::uint32_t folder, Buffer path) = 0;
+  virtual std::uint32_t SHGetFolderPathA(std::uint32_t folder, TextBuffer& path) = 0;
   virtual Result<ItemIdList> SHGetSpecialFolderLocation(WindowHandle owner, std::uint32_t folder) = 0;
   // The chooser; None when the user cancels.
   virtual ItemIdList SHBrowseForFolderA(WindowHandle owner, std::string_view title, std::uint32_t flags) = 0;
   // False for an item that is no place in the file system.
-  virtual bool SHGetPathFromIDListA(ItemIdList item, Buffer path) = 0;
+  virtual bool SHGetPathFromIDListA(ItemIdList item, TextBuffer& path) = 0;
   virtual void CoTaskMemFree(ItemIdList item) = 0;
 
   // Above 32 is success; else an error number. A missing verb, parameter or folder is a null pointer.
@@ -39,7 +40,7 @@ class Shell {
                                       std::optional<std::string_view> folder, std::uint32_t show) = 0;
   // Above 32 is success, and the program's path is in the buffer.
   virtual std::uint32_t FindExecutableA(std::string_view file, std::optional<std::string_view> folder,
-                                        Buffer program) = 0;
+                                        TextBuffer& program) = 0;
   // The type name that the shell shows for a file (SHGFI_TYPENAME); empty on failure.
   virtual std::string SHGetFileInfoA(std::string_view path) = 0;
   // 0 on success, else an error number.

@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "platform/text_buffer.h"
 #include "platform/types.h"
 
 namespace qb {
@@ -17,12 +18,13 @@ class System {
 
   virtual Result<VersionInfo> GetVersionExA() = 0;
   // Text and closing zero go into the buffer; gives the length with the zero.
-  virtual Result<std::uint32_t> GetUserNameA(Buffer buffer) = 0;
+  virtual Result<std::uint32_t> GetUserNameA(TextBuffer& buffer) = 0;
   // Without a closing backslash. Gives the length without the closing zero.
-  virtual Result<std::uint32_t> GetWindowsDirectoryA(Buffer buffer) = 0;
+  virtual Result<std::uint32_t> GetWindowsDirectoryA(TextBuffer& buffer) = 0;
   // Gives the length written, without the closing zero; a longer value is cut to the buffer.
   virtual std::uint32_t GetPrivateProfileStringA(std::string_view section, std::string_view key,
-                                                 std::string_view fallback, Buffer buffer, std::string_view file) = 0;
+                                                 std::string_view fallback, TextBuffer& buffer,
+                                                 std::string_view file) = 0;
   virtual std::optional<std::string> GetEnvironmentVariableA(std::string_view name) = 0;
   // The full path of the running program.
   virtual Result<std::string> GetModuleFileNameA() = 0;

@@ -79,18 +79,18 @@ void RegistryCounter::DeleteRegValue(KeyHandle root, std::string_view path, std:
 }
 
 bool RegistryCounter::EnumKey(KeyHandle key, std::uint32_t index, Entry& entry) {
-  std::array<char, kNameBuffer> name{};
+  TextBuffer name(kNameBuffer);
   if (!Ok(registry_.RegEnumKeyA(key, index, name))) return false;
-  entry.name = TextOf(name);
+  entry.name = name.text();
   return true;
 }
 
 bool RegistryCounter::EnumValue(KeyHandle key, std::uint32_t index, Entry& entry) {
-  std::array<char, kNameBuffer> name{};
+  TextBuffer name(kNameBuffer);
   std::array<char, kDataBuffer> data;
   RegValueInfo info;
   if (!Ok(registry_.RegEnumValueA(key, index, name, data, info))) return false;
-  entry.name = TextOf(name);
+  entry.name = name.text();
   entry.type = info.type;
   return true;
 }

@@ -1,6 +1,5 @@
 // Starting programs and documents, and the error record.
 #include <algorithm>
-#include <array>
 
 #include "delete/file_analyzer/file_analyzer.h"
 
@@ -29,9 +28,9 @@ int clsFileAnalyzer::Trap(RuntimeError error, std::string_view member) {
 }
 
 std::string clsFileAnalyzer::GetFileExecutable(const std::string& path) const {
-  std::array<char, kPathBuffer> program{};
+  TextBuffer program(kPathBuffer);
   if (platform_.shell.FindExecutableA(path, std::nullopt, program) <= kShellSuccess) return {};
-  return TextOf(program);
+  return program.text();
 }
 
 int clsFileAnalyzer::Execute(const std::string& path, std::uint32_t window_style, const std::string& parameters,

@@ -1,6 +1,5 @@
 // Folders: making, copying, deleting, and the special ones.
 #include <algorithm>
-#include <array>
 
 #include "delete/file_analyzer/file_analyzer.h"
 #include "runtime/text.h"
@@ -95,10 +94,10 @@ Currency clsFileAnalyzer::GetFolderSize(const std::string& path) const {
 std::string clsFileAnalyzer::LookUpSpecialFolder(std::uint32_t number) const {
   auto item = platform_.shell.SHGetSpecialFolderLocation(WindowHandle::None, number);
   if (!item.ok()) return {};
-  std::array<char, kPathBuffer> path{};
+  TextBuffer path(kPathBuffer);
   const bool placed = platform_.shell.SHGetPathFromIDListA(item.value, path);
   platform_.shell.CoTaskMemFree(item.value);
-  return placed ? TextOf(path) : std::string();
+  return placed ? path.text() : std::string();
 }
 
 std::string clsFileAnalyzer::GetSpecialFolder(std::uint32_t number) const {

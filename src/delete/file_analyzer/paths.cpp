@@ -1,6 +1,5 @@
 // Paths as texts, and the questions of them that need no more than a look at the file system.
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "delete/file_analyzer/file_analyzer.h"
@@ -88,19 +87,19 @@ std::string clsFileAnalyzer::GetBaseName(const std::string& path) {
 }
 
 std::string clsFileAnalyzer::GetLongPath(const std::string& path) const {
-  std::string buffer(kPathBuffer, '\0');
+  TextBuffer buffer(kPathBuffer);
   auto length = platform_.files.GetLongPathNameA(path, buffer);
   if (length.ok() && length.value > buffer.size()) {
-    buffer.assign(length.value, '\0');
+    buffer = TextBuffer(length.value);
     length = platform_.files.GetLongPathNameA(path, buffer);
   }
-  return length.ok() && length.value < buffer.size() ? TextOf(buffer) : std::string();
+  return length.ok() && length.value < buffer.size() ? buffer.text() : std::string();
 }
 
 std::string clsFileAnalyzer::GetShortPath(const std::string& path) const {
-  std::array<char, kPathBuffer> buffer{};
+  TextBuffer buffer(kPathBuffer);
   auto length = platform_.files.GetShortPathNameA(path, buffer);
-  return length.ok() && length.value < buffer.size() ? TextOf(buffer) : std::string();
+  return length.ok() && length.value < buffer.size() ? buffer.text() : std::string();
 }
 
 std::string clsFileAnalyzer::GetPathType(const std::string& path) const {

@@ -39,9 +39,9 @@ void AutoCompleteStore::Report_Key_Error(Error code, std::string_view /*step*/) 
 }
 
 void AutoCompleteStore::Kill_IE_AutoComplete() {
-  std::array<char, kNameBuffer> buffer{};
+  TextBuffer buffer(kNameBuffer);
   auto length = platform_.system.GetUserNameA(buffer);
-  const std::string user = length.ok() ? TextOf(buffer) : std::string();
+  const std::string user = length.ok() ? buffer.text() : std::string();
   Set_Key_Open_Access(KeyHandle::CurrentUser, kStore, user, kGenericAll);
   Open_Key_Tree(KeyHandle::CurrentUser, kStore, kStoreLabel, user, kGenericAll);
   if (life_.Over()) return;
@@ -53,10 +53,10 @@ void AutoCompleteStore::Set_Key_Open_Access(KeyHandle root, std::string_view key
                                             std::uint32_t /*access*/) {
   std::array<char, kNameBuffer> identifier{};
   std::uint32_t domain_size = 0;
-  StepOver(security_.LookupAccountNameA(user, identifier, Buffer(), domain_size));
-  std::string domain(domain_size, '\0');
+  StepOver(security_.LookupAccountNameA(user, identifier, nullptr, domain_size));
+  TextBuffer domain(domain_size);
   // The account must be there; its identifier is not built into the new protection.
-  if (Error error = security_.LookupAccountNameA(user, identifier, domain, domain_size); !Ok(error)) {
+  if (Error error = security_.LookupAccountNameA(user, identifier, &domain, domain_size); !Ok(error)) {
     return Report_Key_Error(error, "LookUpAccountName");
   }
   auto open = platform_.registry.RegOpenKeyExA(root, key, kWriteDac);
@@ -84,11 +84,11 @@ void AutoCompleteStore::Open_Key_Tree(KeyHandle root, std::string_view key, std:
   auto open = platform_.registry.RegOpenKeyExA(root, key, kKeyRead);
   if (!open.ok()) return;
   for (std::uint32_t index = 0;; ++index) {
-    std::array<char, kNameBuffer> buffer{};
+    TextBuffer buffer(kNameBuffer);
     if (!PumpAndLive(platform_, life_)) return;
     std::uint32_t length = 0;
     if (!Ok(security_.RegEnumKeyExA(open.value, index, buffer, length))) return;
-    const std::string name = Trim(TextOf(buffer));
+    const std::string name = Trim(buffer.text());
     Set_Key_Open_Access(open.value, name, user, access);
     Open_Key_Tree(open.value, name, label, user, access);
   }
@@ -100,10 +100,10 @@ void AutoCompleteStore::Delete_Key_Tree(KeyHandle root, const std::string& key) 
   KeyCloser closer(platform_.registry, open.value);
   // All names first, so that removing does not disturb the places.
   std::vector<std::string> names;
-  std::array<char, kKeyNameBuffer> buffer{};
-  for (std::uint32_t index = 0; Ok(platform_.registry.RegEnumKeyA(open.value, index, buffer)); ++index) {
-    names.push_back(TextOf(buffer));
-    buffer.fill('\0');
+  for (std::uint32_t index = 0;; ++index) {
+    TextBuffer buffer(kKeyNameBuffer);
+    if (!Ok(platform_.registry.RegEnumKeyA(open.value, index, buffer))) break;
+    names.push_back(buffer.text());
   }
   for (const std::string& name : names) {
     Delete_Key_Tree(root, std::string(key).append("\\").append(name));

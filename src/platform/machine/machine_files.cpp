@@ -290,6 +290,9 @@ Error MachineFiles::RemoveDirectoryA(std::string_view path) {
 }
 
 Error MachineFiles::Move(std::string_view from, std::optional<std::string_view> to, std::uint32_t flags) {
+  for (std::string_view path : {from, to.value_or("")}) {
+    if (path.find('\0') != std::string_view::npos) return Error::InvalidName;
+  }
   if ((flags & kMoveDelayUntilReboot) != 0) {
     // The system takes any path, also one that is not there.
     state_.config.pending.push_back({std::string(from), std::string(to.value_or("")), PathText(state_.current)});
@@ -373,8 +376,8 @@ Error MachineFiles::CreateDirectoryA(std::string_view path) {
   CallText call("CreateDirectoryA");
   call.Text(path).Null();
   Error error = state_.gate.Enter("CreateDirectoryA");
-  constexpr std::size_t kLongestFolder = 248;  // room for an 8.3 name behind it
-  if (Ok(error) && path.size() >= kLongestFolder) error = Error::FilenameTooLong;
+  constexpr std::size_t kLongestFolder = 248;  // of a relative path: room for an 8.3 name behind it
+  if (Ok(error) && !FromRoot(path) && Utf16Length(path) >= kLongestFolder) error = Error::FilenameTooLong;
   if (Ok(error)) {
     auto parsed = state_.Parse(path);
     error = parsed.error;

@@ -33,8 +33,8 @@ class MachineFiles : public Files {
   Result<FirstFile> FindFirstFileA(std::string_view pattern) override;
   Result<FindData> FindNextFileA(FindHandle handle) override;
   Error FindClose(FindHandle handle) override;
-  Result<std::uint32_t> GetShortPathNameA(std::string_view path, Buffer buffer) override;
-  Result<std::uint32_t> GetLongPathNameA(std::string_view path, Buffer buffer) override;
+  Result<std::uint32_t> GetShortPathNameA(std::string_view path, TextBuffer& buffer) override;
+  Result<std::uint32_t> GetLongPathNameA(std::string_view path, TextBuffer& buffer) override;
   Result<std::string> GetTempPathA() override;
   Result<std::string> GetTempFileNameA(std::string_view folder, std::string_view prefix) override;
   Result<std::string> GetCurrentDirectoryA() override;

@@ -11,7 +11,7 @@ constexpr std::uint32_t kStoredDescriptor = 48;  // bytes of a key's protection,
 
 }  // namespace
 
-Error MachineKeySecurity::LookupAccountNameA(std::string_view account, Buffer identifier, Buffer domain,
+Error MachineKeySecurity::LookupAccountNameA(std::string_view account, Buffer identifier, TextBuffer* domain,
                                              std::uint32_t& domain_size) {
   CallText call("LookupAccountNameA");
   call.Null().Text(account).Bytes(identifier.size()).Number(identifier.size());
@@ -19,14 +19,14 @@ Error MachineKeySecurity::LookupAccountNameA(std::string_view account, Buffer id
   if (Ok(error)) {
     if (account.empty() || FoldName(account) != FoldName(state_.config.user)) {
       error = Error::NoneMapped;
-    } else if (domain.size() <= kDomain.size()) {
-      error = Error::InsufficientBuffer;
-      domain_size = static_cast<std::uint32_t>(kDomain.size() + 1);
     } else {
-      domain_size = FillText(domain, kDomain);
+      TextBuffer none(0);
+      TextBuffer& filled = domain == nullptr ? none : *domain;
+      domain_size = filled.Fill(kDomain);
+      if (domain_size >= filled.size()) error = Error::InsufficientBuffer;
     }
   }
-  (domain.data() == nullptr ? call.Null() : call.Bytes(domain.size())).Number(domain_size).Number(1);
+  (domain == nullptr ? call.Null() : call.Bytes(domain->size())).Number(domain_size).Number(1);
   state_.gate.Record(call, BoolText(Ok(error)));
   return error;
 }
@@ -85,7 +85,7 @@ Error MachineKeySecurity::RegSetKeySecurity(KeyHandle key, std::uint32_t informa
   return error;
 }
 
-Error MachineKeySecurity::RegEnumKeyExA(KeyHandle key, std::uint32_t index, Buffer name, std::uint32_t& length) {
+Error MachineKeySecurity::RegEnumKeyExA(KeyHandle key, std::uint32_t index, TextBuffer& name, std::uint32_t& length) {
   Error error = state_.gate.Enter("RegEnumKeyExA");
   if (Ok(error)) {
     const MachineRegistry::Opened opened = registry_.Resolve(key);
@@ -95,10 +95,11 @@ Error MachineKeySecurity::RegEnumKeyExA(KeyHandle key, std::uint32_t index, Buff
       error = Error::NoMoreItems;
     } else {
       const std::string& found = opened.key->Children()[index]->name;
-      if (name.size() <= found.size())
-        error = Error::MoreData;
+      const std::uint32_t filled = name.Fill(found);
+      if (filled < name.size())
+        length = filled;
       else
-        length = FillText(name, found);
+        error = Error::MoreData;
     }
   }
   CallText call("RegEnumKeyExA");

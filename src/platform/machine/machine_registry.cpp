@@ -12,10 +12,8 @@ constexpr std::uint32_t kQueryValue = 0x1, kSetValue = 0x2, kEnumerate = 0x8;
 // What a denied key still grants.
 constexpr std::uint32_t kGrantedWhenDenied = kKeyRead | kWriteDac;
 
-Error CopyName(Buffer buffer, std::string_view name) {
-  if (buffer.size() <= name.size()) return Error::MoreData;
-  FillText(buffer, name);
-  return Error::Success;
+Error CopyName(TextBuffer& buffer, std::string_view name) {
+  return buffer.Takes(name) ? Error::Success : Error::MoreData;
 }
 
 // Data into a buffer: a null one only asks.
@@ -219,7 +217,7 @@ Error MachineRegistry::RegDeleteValueA(KeyHandle key, std::string_view name) {
   return Recorded(call, error);
 }
 
-Error MachineRegistry::RegEnumKeyA(KeyHandle key, std::uint32_t index, Buffer name) {
+Error MachineRegistry::RegEnumKeyA(KeyHandle key, std::uint32_t index, TextBuffer& name) {
   CallText call("RegEnumKeyA");
   call.Handle(Plain(key)).Number(index).Bytes(name.size()).Number(name.size());
   Error error = state_.gate.Enter("RegEnumKeyA");
@@ -237,7 +235,8 @@ Error MachineRegistry::RegEnumKeyA(KeyHandle key, std::uint32_t index, Buffer na
   return Recorded(call, error);
 }
 
-Error MachineRegistry::RegEnumValueA(KeyHandle key, std::uint32_t index, Buffer name, Buffer data, RegValueInfo& info) {
+Error MachineRegistry::RegEnumValueA(KeyHandle key, std::uint32_t index, TextBuffer& name, Buffer data,
+                                     RegValueInfo& info) {
   Error error = state_.gate.Enter("RegEnumValueA");
   if (Ok(error)) {
     const Opened opened = Resolve(key);

@@ -20,8 +20,8 @@ class MachineRegistry : public Registry {
   Error RegSetValueExA(KeyHandle key, std::string_view name, std::uint32_t type, std::string_view data) override;
   Error RegDeleteKeyA(KeyHandle key, std::string_view sub_key) override;
   Error RegDeleteValueA(KeyHandle key, std::string_view name) override;
-  Error RegEnumKeyA(KeyHandle key, std::uint32_t index, Buffer name) override;
-  Error RegEnumValueA(KeyHandle key, std::uint32_t index, Buffer name, Buffer data, RegValueInfo& info) override;
+  Error RegEnumKeyA(KeyHandle key, std::uint32_t index, TextBuffer& name) override;
+  Error RegEnumValueA(KeyHandle key, std::uint32_t index, TextBuffer& name, Buffer data, RegValueInfo& info) override;
 
   // Forgets the handles of programs that have ended.
   void EndAll() { handles_.clear(); }

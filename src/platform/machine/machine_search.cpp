@@ -127,14 +127,14 @@ Result<std::string> MachineFiles::PathInNames(std::string_view path, bool short_
   return text;
 }
 
-Result<std::uint32_t> MachineFiles::GetShortPathNameA(std::string_view path, Buffer buffer) {
+Result<std::uint32_t> MachineFiles::GetShortPathNameA(std::string_view path, TextBuffer& buffer) {
   CallText call("GetShortPathNameA");
   call.Text(path).Bytes(buffer.size()).Number(buffer.size());
   Result<std::uint32_t> outcome = state_.gate.Enter("GetShortPathNameA");
   if (outcome.ok()) {
     auto text = PathInNames(path, true);
     if (text.ok())
-      outcome = FillText(buffer, text.value);
+      outcome = buffer.Fill(text.value);
     else
       outcome = text.error;
   }
@@ -142,14 +142,14 @@ Result<std::uint32_t> MachineFiles::GetShortPathNameA(std::string_view path, Buf
   return outcome;
 }
 
-Result<std::uint32_t> MachineFiles::GetLongPathNameA(std::string_view path, Buffer buffer) {
+Result<std::uint32_t> MachineFiles::GetLongPathNameA(std::string_view path, TextBuffer& buffer) {
   CallText call("GetLongPathNameA");
   call.Text(path).Bytes(buffer.size()).Number(buffer.size());
   Result<std::uint32_t> outcome = state_.gate.Enter("GetLongPathNameA");
   if (outcome.ok()) {
     auto text = PathInNames(path, false);
     if (text.ok())
-      outcome = FillText(buffer, text.value);
+      outcome = buffer.Fill(text.value);
     else
       outcome = text.error;
   }

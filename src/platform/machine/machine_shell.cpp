@@ -106,14 +106,14 @@ Error DiscardEntry(MachineState& state, Entry& entry) {
   }
 }
 
-std::uint32_t MachineShell::SHGetFolderPathA(std::uint32_t folder, Buffer path) {
+std::uint32_t MachineShell::SHGetFolderPathA(std::uint32_t folder, TextBuffer& path) {
   CallText call("SHGetFolderPathA");
   call.Null().Number(folder).Null().Number(0).Bytes(path.size());
   std::uint32_t result = kFailed;
   if (Ok(state_.gate.Enter("SHGetFolderPathA"))) {
     auto found = state_.config.special_folders.find(folder);
     result = found == state_.config.special_folders.end() ? kInvalidArgument : found->second.result;
-    if (result == 0 && FillText(path, found->second.path) >= path.size()) result = kFailed;
+    if (result == 0 && !path.Takes(found->second.path)) result = kFailed;
   }
   state_.gate.Record(call, std::to_string(result));
   return result;
@@ -152,11 +152,11 @@ ItemIdList MachineShell::SHBrowseForFolderA(WindowHandle /*owner*/, std::string_
   return item;
 }
 
-bool MachineShell::SHGetPathFromIDListA(ItemIdList item, Buffer path) {
+bool MachineShell::SHGetPathFromIDListA(ItemIdList item, TextBuffer& path) {
   bool found = false;
   if (Ok(state_.gate.Enter("SHGetPathFromIDListA"))) {
     auto place = items_.find(Plain(item));
-    found = place != items_.end() && FillText(path, place->second) < path.size();
+    found = place != items_.end() && path.Takes(place->second);
   }
   CallText call("SHGetPathFromIDListA");
   call.Handle(Plain(item)).Bytes(path.size());
@@ -204,7 +204,7 @@ std::uint32_t MachineShell::ShellExecuteA(WindowHandle owner, std::optional<std:
 }
 
 std::uint32_t MachineShell::FindExecutableA(std::string_view file, std::optional<std::string_view> folder,
-                                            Buffer program) {
+                                            TextBuffer& program) {
   CallText call("FindExecutableA");
   call.Text(file);
   AddOptional(call, folder).Bytes(program.size());
@@ -216,9 +216,9 @@ std::uint32_t MachineShell::FindExecutableA(std::string_view file, std::optional
     if (!state_.Find(file, true).ok()) {
       result = kFileNotFound;
     } else if (IsProgram(extension)) {
-      result = FillText(program, file) < program.size() ? kStarted : kAccessDenied;
+      result = program.Takes(file) ? kStarted : kAccessDenied;
     } else if (associated != state_.config.associations.end()) {
-      result = FillText(program, associated->second) < program.size() ? kStarted : kAccessDenied;
+      result = program.Takes(associated->second) ? kStarted : kAccessDenied;
     }
   }
   state_.gate.Record(call, std::to_string(result));

@@ -144,20 +144,6 @@ struct MachineState {
   }
 };
 
-// Writes a text and its closing zero into a buffer as Windows does: the length without the zero, or the
-// size that is needed, with the zero, where the buffer is too small.
-inline std::uint32_t FillText(Buffer buffer, std::string_view text) {
-  if (buffer.size() <= text.size()) return static_cast<std::uint32_t>(text.size() + 1);
-  std::copy(text.begin(), text.end(), buffer.begin());
-  buffer[text.size()] = '\0';
-  return static_cast<std::uint32_t>(text.size());
-}
-
-// As much as fits, with a closing zero; gives the length without it.
-inline std::uint32_t FillCut(Buffer buffer, std::string_view text) {
-  return buffer.empty() ? 0 : FillText(buffer, text.substr(0, buffer.size() - 1));
-}
-
 template <typename HandleType>
 constexpr std::uint64_t Plain(HandleType handle) {
   return static_cast<std::uint64_t>(handle);

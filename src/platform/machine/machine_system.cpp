@@ -15,34 +15,33 @@ Result<VersionInfo> MachineSystem::GetVersionExA() {
   return outcome;
 }
 
-Result<std::uint32_t> MachineSystem::GetUserNameA(Buffer buffer) {
+Result<std::uint32_t> MachineSystem::GetUserNameA(TextBuffer& buffer) {
   CallText call("GetUserNameA");
   Result<std::uint32_t> outcome = state_.gate.Enter("GetUserNameA");
-  const auto needed = static_cast<std::uint32_t>(state_.config.user.size() + 1);
   if (outcome.ok()) {
-    if (needed > buffer.size()) {
+    const std::uint32_t length = buffer.Fill(state_.config.user);
+    if (length < buffer.size())
+      outcome = length + 1;
+    else
       outcome = Error::InsufficientBuffer;
-    } else {
-      FillText(buffer, state_.config.user);
-      outcome = needed;
-    }
   }
-  call.Bytes(buffer.size()).Number(outcome.ok() ? needed : buffer.size());
+  call.Bytes(buffer.size()).Number(outcome.ok() ? outcome.value : buffer.size());
   state_.gate.Record(call, BoolText(outcome.ok()));
   return outcome;
 }
 
-Result<std::uint32_t> MachineSystem::GetWindowsDirectoryA(Buffer buffer) {
+Result<std::uint32_t> MachineSystem::GetWindowsDirectoryA(TextBuffer& buffer) {
   CallText call("GetWindowsDirectoryA");
   call.Bytes(buffer.size()).Number(buffer.size());
   Result<std::uint32_t> outcome = state_.gate.Enter("GetWindowsDirectoryA");
-  if (outcome.ok()) outcome = FillText(buffer, state_.config.windows_folder);
+  if (outcome.ok()) outcome = buffer.Fill(state_.config.windows_folder);
   state_.gate.Record(call, std::to_string(outcome.value));
   return outcome;
 }
 
 std::uint32_t MachineSystem::GetPrivateProfileStringA(std::string_view section, std::string_view key,
-                                                      std::string_view fallback, Buffer buffer, std::string_view file) {
+                                                      std::string_view fallback, TextBuffer& buffer,
+                                                      std::string_view file) {
   CallText call("GetPrivateProfileStringA");
   call.Text(section).Text(key).Text(fallback).Bytes(buffer.size()).Number(buffer.size()).Text(file);
   std::string value(fallback);
@@ -78,11 +77,7 @@ std::uint32_t MachineSystem::GetPrivateProfileStringA(std::string_view section, 
   } else {
     value.clear();
   }
-  std::uint32_t length = 0;
-  if (!buffer.empty()) {
-    if (value.size() >= buffer.size()) value.resize(buffer.size() - 1);
-    length = FillText(buffer, value);
-  }
+  const std::uint32_t length = buffer.FillCut(value);
   state_.gate.Record(call, std::to_string(length));
   return length;
 }

@@ -12,10 +12,10 @@ class MachineSystem : public System {
   explicit MachineSystem(MachineState& state) : state_(state) {}
 
   Result<VersionInfo> GetVersionExA() override;
-  Result<std::uint32_t> GetUserNameA(Buffer buffer) override;
-  Result<std::uint32_t> GetWindowsDirectoryA(Buffer buffer) override;
+  Result<std::uint32_t> GetUserNameA(TextBuffer& buffer) override;
+  Result<std::uint32_t> GetWindowsDirectoryA(TextBuffer& buffer) override;
   std::uint32_t GetPrivateProfileStringA(std::string_view section, std::string_view key, std::string_view fallback,
-                                         Buffer buffer, std::string_view file) override;
+                                         TextBuffer& buffer, std::string_view file) override;
   std::optional<std::string> GetEnvironmentVariableA(std::string_view name) override;
   Result<std::string> GetModuleFileNameA() override;
   bool InitCommonControlsEx(std::uint32_t size, std::uint32_t classes) override;

@@ -8,8 +8,10 @@ namespace qb::machine {
 
 namespace {
 
-constexpr std::size_t kMaxPath = 260;  // with the closing zero
-constexpr char32_t kLoneLow = 0xDC00;  // + byte, for a byte that is no UTF-8
+// In characters, with the closing zero: of a relative path, and of one that begins at a root, which Windows is given in
+// its extended form.
+constexpr std::size_t kMaxPath = 260, kMaxExtendedPath = 32767;
+constexpr char32_t kStrayUnit = 0xDC00;  // + byte, for a byte that is no UTF-8
 
 // A locale of its own, so that upper case does not depend on the one of the process.
 class UnicodeLocale {
@@ -27,51 +29,6 @@ class UnicodeLocale {
  private:
   locale_t locale_;
 };
-
-// Takes one character off the front; a byte that begins none comes as kLoneLow + byte.
-char32_t TakeCharacter(std::string_view& text) {
-  const auto lead = static_cast<unsigned char>(text[0]);
-  const std::size_t length = lead < 0x80                   ? 1
-                             : lead >= 0xC2 && lead < 0xE0 ? 2
-                             : lead >= 0xE0 && lead < 0xF0 ? 3
-                             : lead >= 0xF0 && lead < 0xF5 ? 4
-                                                           : 0;
-  auto broken = [&] {
-    text.remove_prefix(1);
-    return kLoneLow + lead;
-  };
-  if (length == 0 || length > text.size()) return broken();
-  char32_t c = length == 1 ? lead : lead & (0xFFu >> (length + 1));
-  for (std::size_t i = 1; i < length; ++i) {
-    const auto next = static_cast<unsigned char>(text[i]);
-    if ((next & 0xC0) != 0x80) return broken();
-    c = (c << 6) | (next & 0x3F);
-  }
-  constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  if (c < kSmallest[length] || c > 0x10FFFF || (c >= 0xD800 && c < 0xE000)) return broken();
-  text.remove_prefix(length);
-  return c;
-}
-
-void PutCharacter(char32_t c, std::string& text) {
-  if (c >= kLoneLow + 0x80 && c <= kLoneLow + 0xFF) {
-    text += static_cast<char>(c - kLoneLow);
-  } else if (c < 0x80) {
-    text += static_cast<char>(c);
-  } else if (c < 0x800) {
-    text += static_cast<char>(0xC0 | (c >> 6));
-    text += static_cast<char>(0x80 | (c & 0x3F));
-  } else if (c < 0x10000) {
-    text += static_cast<char>(0xE0 | (c >> 12));
-    text += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    text += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    text += static_cast<char>(0xF0 | (c >> 18));
-    text += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-    text += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    text += static_cast<char>(0x80 | (c & 0x3F));
-  }
-}
 
 bool Letter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
@@ -110,49 +67,65 @@ bool SameName(std::string_view a, std::string_view b) {
   return a.size() == b.size();
 }
 
-std::string ToUtf16(std::string_view utf8) {
+std::string ToUtf16Bytes(std::string_view utf8) {
   std::string bytes;
   auto put = [&bytes](char32_t unit) {
     bytes += static_cast<char>(unit & 0xFF);
     bytes += static_cast<char>((unit >> 8) & 0xFF);
   };
   while (!utf8.empty()) {
+    const std::string_view before = utf8;
     const char32_t c = TakeCharacter(utf8);
-    if (c < 0x10000) {
-      put(c);
+    const std::string_view taken = before.substr(0, before.size() - utf8.size());
+    if (c >= kStrayByte || (c >= kStrayUnit + 0x80 && c <= kStrayUnit + 0xFF)) {
+      for (char byte : taken) put(kStrayUnit + static_cast<unsigned char>(byte));
     } else {
-      put(0xD800 + ((c - 0x10000) >> 10));
-      put(0xDC00 + ((c - 0x10000) & 0x3FF));
+      for (char16_t unit : qb::ToUtf16(taken)) put(unit);
     }
   }
   return bytes;
 }
 
-std::string FromUtf16(std::string_view utf16) {
+std::string FromUtf16Bytes(std::string_view bytes) {
   std::string text;
-  auto unit = [&utf16](std::size_t i) {
-    return static_cast<char32_t>(static_cast<unsigned char>(utf16[i]) |
-                                 (static_cast<unsigned char>(utf16[i + 1]) << 8));
+  std::u16string run;
+  auto end_run = [&] {
+    text += ToUtf8(run);
+    run.clear();
   };
-  for (std::size_t i = 0; i + 1 < utf16.size(); i += 2) {
-    char32_t c = unit(i);
-    if (c >= 0xD800 && c < 0xDC00 && i + 3 < utf16.size() && unit(i + 2) >= 0xDC00 && unit(i + 2) < 0xE000) {
-      c = 0x10000 + ((c - 0xD800) << 10) + (unit(i + 2) - 0xDC00);
-      i += 2;
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    const auto unit =
+        static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) | (static_cast<unsigned char>(bytes[i + 1]) << 8));
+    const bool stray = unit >= kStrayUnit + 0x80 && unit <= kStrayUnit + 0xFF;
+    const bool low = !run.empty() && run.back() >= 0xD800 && run.back() < 0xDC00;  // the second half of a pair
+    if (stray && !low) {
+      end_run();
+      PutCharacter(kStrayByte + (unit - kStrayUnit), text);
+    } else {
+      run += unit;
     }
-    PutCharacter(c, text);
   }
+  end_run();
   return text;
+}
+
+bool FromRoot(std::string_view path) {
+  if (path.starts_with("\\\\?\\")) path.remove_prefix(4);
+  return path.size() >= 3 && Letter(path[0]) && path[1] == ':' && (path[2] == '\\' || path[2] == '/');
 }
 
 Result<ParsedPath> ParsePath(std::string_view path, const ParsedPath& current, bool pattern) {
   if (path.empty()) return Error::PathNotFound;
-  if (path.size() >= kMaxPath) return Error::PathNotFound;
+  if (path.find('\0') != std::string_view::npos) return Error::InvalidName;
   std::string text(path);
   std::replace(text.begin(), text.end(), '/', '\\');
   std::string_view rest = text;
   if (rest.substr(0, 4) == "\\\\?\\") rest.remove_prefix(4);
   if (rest.substr(0, 2) == "\\\\") return Error::PathNotFound;  // a machine has no network
+
+  const std::size_t length = Utf16Length(path);
+  if (length >= kMaxExtendedPath) return Error::FilenameTooLong;
+  if (length >= kMaxPath && !FromRoot(path)) return Error::PathNotFound;
 
   ParsedPath parsed;
   parsed.drive = current.drive;

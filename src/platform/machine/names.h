@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/types.h"
+#include "platform/utf16.h"
 
 namespace qb::machine {
 
@@ -17,8 +18,8 @@ bool SameName(std::string_view a, std::string_view b);
 
 // UTF-16LE bytes of a UTF-8 text and back. Bytes that are no UTF-8 become lone surrogates, so that every
 // byte string survives the way there and back.
-std::string ToUtf16(std::string_view utf8);
-std::string FromUtf16(std::string_view utf16);
+std::string ToUtf16Bytes(std::string_view utf8);
+std::string FromUtf16Bytes(std::string_view bytes);
 
 struct ParsedPath {
   char drive = 'C';
@@ -26,8 +27,12 @@ struct ParsedPath {
   bool closing_backslash = false;
 };
 
+// "C:\…", with or without the prefix of an extended path.
+bool FromRoot(std::string_view path);
+
 // Resolves a path against the current drive and folder. InvalidName for characters that no name may
-// hold (* and ? pass in the last part if `pattern`), PathNotFound for one of 260 characters or more.
+// hold (* and ? pass in the last part if `pattern`), and for a zero character; PathNotFound for a relative path of 260
+// characters or more, FilenameTooLong for any of 32,767.
 Result<ParsedPath> ParsePath(std::string_view path, const ParsedPath& current, bool pattern);
 
 // "C:\a\b"; a root is "C:\".

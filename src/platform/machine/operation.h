@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/machine/gate.h"
+#include "platform/text_buffer.h"
 
 namespace qb::machine {
 
@@ -18,6 +19,7 @@ inline constexpr NullArgument kNull;
 inline constexpr StructureArgument kStructure;
 struct Bytes {
   explicit Bytes(std::size_t size) : count(size) {}
+  explicit Bytes(const TextBuffer& buffer) : count(buffer.size()) {}
   // A null buffer shows as null.
   explicit Bytes(std::span<const char> buffer) : count(buffer.size()), null(buffer.data() == nullptr) {}
   std::size_t count;

@@ -50,24 +50,24 @@ class MachineDesktop final : public Desktop {
     });
   }
 
-  std::uint32_t GetClassNameA(WindowHandle window, Buffer name) override {
+  std::uint32_t GetClassNameA(WindowHandle window, TextBuffer& name) override {
     return gate_.Call<"GetClassNameA">(window, Bytes(name), name.size()).ReturnsValue([&] {
       const OtherWindow* found = windows_.Find(Plain(window));
-      return found == nullptr ? 0 : FillCut(name, found->class_name);
+      return found == nullptr ? 0 : name.FillCut(found->class_name);
     });
   }
 
-  std::uint32_t GetWindowTextA(WindowHandle window, Buffer title) override {
+  std::uint32_t GetWindowTextA(WindowHandle window, TextBuffer& title) override {
     return gate_.Call<"GetWindowTextA">(window, Bytes(title), title.size()).ReturnsValue([&] {
       const OtherWindow* found = windows_.Find(Plain(window));
-      return found == nullptr ? 0 : FillCut(title, found->title);
+      return found == nullptr ? 0 : title.FillCut(found->title);
     });
   }
 
   std::uint32_t GetWindowTextLengthA(WindowHandle window) override {
     return gate_.Call<"GetWindowTextLengthA">(window).ReturnsValue([&] {
       const OtherWindow* found = windows_.Find(Plain(window));
-      return static_cast<std::uint32_t>(found == nullptr ? 0 : found->title.size());
+      return static_cast<std::uint32_t>(found == nullptr ? 0 : Utf16Length(found->title));
     });
   }
 

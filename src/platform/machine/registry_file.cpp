@@ -85,7 +85,7 @@ bool ReadData(std::string_view text, RegKey::Value& value) {
   if (text.empty() || text.front() != ':') return false;
   std::string bytes;
   if (!ReadHexBytes(text.substr(1), bytes)) return false;
-  value.data = IsText(value.type) ? FromUtf16(bytes) : bytes;
+  value.data = IsText(value.type) ? FromUtf16Bytes(bytes) : bytes;
   return true;
 }
 
@@ -106,7 +106,7 @@ bool Plain(const RegKey::Value& value) {
     if (static_cast<unsigned char>(c) < 0x20) return false;
   }
   // Bytes that are no UTF-8 come back as they are too, but other programs could not read the file.
-  return FromUtf16(ToUtf16(text)) == text && ToUtf16(text).find('\xdc') == std::string::npos;
+  return FromUtf16Bytes(ToUtf16Bytes(text)) == text && ToUtf16Bytes(text).find('\xdc') == std::string::npos;
 }
 
 std::string HexBytes(std::string_view bytes) {
@@ -133,7 +133,7 @@ std::string DataText(const RegKey::Value& value) {
   if (value.type == kRegBinary) return "hex:" + HexBytes(value.data);
   std::array<char, 16> head{};
   std::snprintf(head.data(), head.size(), "hex(%x):", value.type);
-  return head.data() + HexBytes(IsText(value.type) ? ToUtf16(value.data) : value.data);
+  return head.data() + HexBytes(IsText(value.type) ? ToUtf16Bytes(value.data) : value.data);
 }
 
 void WriteKey(const RegKey& key, const std::string& path, std::string& text) {
@@ -171,7 +171,7 @@ bool TakeLine(std::string_view& text, std::string& line, std::size_t& number) {
 bool ReadRegistryFile(std::string_view bytes, RegistryTree& tree, std::string& problem) {
   std::string converted;
   if (bytes.substr(0, 2) == "\xff\xfe") {
-    converted = FromUtf16(bytes.substr(2));
+    converted = FromUtf16Bytes(bytes.substr(2));
     bytes = converted;
   } else if (bytes.substr(0, 3) == "\xef\xbb\xbf") {
     bytes.remove_prefix(3);

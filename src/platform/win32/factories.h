@@ -1,4 +1,4 @@
-// The families of operations that Windows answers.
+// Makers of the operations that Windows answers, one for each family. Each is used from one thread.
 #pragma once
 
 #include <memory>
@@ -9,5 +9,14 @@ namespace qb::win32 {
 
 std::unique_ptr<HotKeysAndTray> MakeHotKeysAndTray();
 std::unique_ptr<RandomSource> MakeRandomSource();
+std::unique_ptr<Registry> MakeRegistry();
+std::unique_ptr<Files> MakeFiles();
+// COM must be initialised for the thread while this is used.
+std::unique_ptr<Shell> MakeShell();
+std::unique_ptr<System> MakeSystem();
+std::unique_ptr<Processes> MakeProcesses();
+std::unique_ptr<UrlCache> MakeUrlCache();
+std::unique_ptr<Com> MakeCom();
+std::unique_ptr<KeySecurity> MakeKeySecurity();
 
 }  // namespace qb::win32

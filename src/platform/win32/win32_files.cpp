@@ -1,37 +1,46 @@
-#include "platform/win32/win32_files.h"
-
-#include <array>
-
+// Files, folders and drives, answered by Windows.
 #include "platform/win32/convert.h"
+#include "platform/win32/factories.h"
+#include "platform/win32/native_path.h"
 
 namespace qb::win32 {
 
 namespace {
 
-constexpr DWORD kPathSize = MAX_PATH + 1;
+constexpr DWORD kNameSize = MAX_PATH + 1;
+constexpr DWORD kLinuxSymbolicLink = 0xA000001D;  // IO_REPARSE_TAG_LX_SYMLINK
 
-// What GetShortPathName and its kin return: 0 is failure.
-Result<std::uint32_t> Length(DWORD length) {
-  if (length == 0) return LastError();
-  return length;
+// Attributes as the program acts on them: only what leads elsewhere is a reparse point. A deduplicated file or one of a
+// cloud folder has that bit too and is a file like all others. A tag of 0 is one that could not be read.
+std::uint32_t Attributes(DWORD attributes, DWORD reparse_tag) {
+  const bool link = reparse_tag == IO_REPARSE_TAG_MOUNT_POINT || reparse_tag == IO_REPARSE_TAG_SYMLINK ||
+                    reparse_tag == kLinuxSymbolicLink || reparse_tag == 0;
+  return link ? attributes : attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_REPARSE_POINT);
 }
 
-Result<std::string> Text(DWORD length, const char* buffer) {
-  if (length == 0) return LastError();
-  if (length >= kPathSize) return Error::InsufficientBuffer;
-  return std::string(buffer, length);
+// The reparse tag of what stands at a path itself; 0 if it cannot be read.
+DWORD ReparseTag(const std::wstring& path) {
+  HANDLE opened =
+      ::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) return 0;
+  FILE_ATTRIBUTE_TAG_INFO info{};
+  const BOOL known = ::GetFileInformationByHandleEx(opened, FileAttributeTagInfo, &info, sizeof info);
+  ::CloseHandle(opened);
+  return known ? info.ReparseTag : 0;
 }
 
-FindData FromNative(const WIN32_FIND_DATAA& native) {
+FindData FromNative(const WIN32_FIND_DATAW& native) {
   FindData data;
-  data.attributes = native.dwFileAttributes;
+  // Windows tells the tag here, where there is one.
+  data.attributes = Attributes(native.dwFileAttributes, native.dwReserved0);
   data.created = win32::FromNative(native.ftCreationTime);
   data.accessed = win32::FromNative(native.ftLastAccessTime);
   data.written = win32::FromNative(native.ftLastWriteTime);
   data.size_high = native.nFileSizeHigh;
   data.size_low = native.nFileSizeLow;
-  data.name = native.cFileName;
-  data.short_name = native.cAlternateFileName;
+  data.name = TextOf(native.cFileName);
+  data.short_name = TextOf(native.cAlternateFileName);
   return data;
 }
 
@@ -44,12 +53,70 @@ const FILETIME* PointerTo(const std::optional<FILETIME>& time) {
   return time ? &*time : nullptr;
 }
 
+// Calls with a path and gives the failure of either.
+template <typename Call>
+Error OnPath(std::string_view path, Call call) {
+  auto native = NativePath(path);
+  return native.ok() ? FromBool(call(native.value.c_str())) : native.error;
+}
+
+// Fills the buffer with another form of a path.
+template <typename Call>
+Result<std::uint32_t> OtherForm(std::string_view path, TextBuffer& buffer, Call call) {
+  auto native = NativePath(path);
+  if (!native.ok()) return native.error;
+  auto text = FilledText([&](wchar_t* filled, DWORD size) { return call(native.value.c_str(), filled, size); });
+  if (!text.ok()) return text.error;
+  return buffer.Fill(PlainPath(text.value));
+}
+
+class Win32Files : public Files {
+ public:
+  Result<FileHandle> CreateFileA(std::string_view path, std::uint32_t access, std::uint32_t share,
+                                 std::uint32_t disposition, std::uint32_t flags_and_attributes) override;
+  Result<std::uint32_t> ReadFile(FileHandle file, Buffer buffer) override;
+  Result<std::uint32_t> WriteFile(FileHandle file, std::string_view data) override;
+  Result<std::uint64_t> SetFilePointer(FileHandle file, std::int64_t distance, SeekFrom from) override;
+  Error SetEndOfFile(FileHandle file) override;
+  Result<std::uint64_t> GetFileSize(FileHandle file) override;
+  Error FlushFileBuffers(FileHandle file) override;
+  Error SetFileTime(FileHandle file, std::optional<FileTime> created, std::optional<FileTime> accessed,
+                    std::optional<FileTime> written) override;
+  Error CloseHandle(FileHandle file) override;
+
+  Error DeleteFileA(std::string_view path) override;
+  Error MoveFileExA(std::string_view from, std::optional<std::string_view> to, std::uint32_t flags) override;
+  Error CopyFileA(std::string_view from, std::string_view to, bool fail_if_exists) override;
+  Error CreateDirectoryA(std::string_view path) override;
+  Error RemoveDirectoryA(std::string_view path) override;
+  Result<std::uint32_t> GetFileAttributesA(std::string_view path) override;
+  Error SetFileAttributesA(std::string_view path, std::uint32_t attributes) override;
+
+  Result<FirstFile> FindFirstFileA(std::string_view pattern) override;
+  Result<FindData> FindNextFileA(FindHandle handle) override;
+  Error FindClose(FindHandle handle) override;
+
+  Result<std::uint32_t> GetShortPathNameA(std::string_view path, TextBuffer& buffer) override;
+  Result<std::uint32_t> GetLongPathNameA(std::string_view path, TextBuffer& buffer) override;
+  Result<std::string> GetTempPathA() override;
+  Result<std::string> GetTempFileNameA(std::string_view folder, std::string_view prefix) override;
+  Result<std::string> GetCurrentDirectoryA() override;
+  Error SetCurrentDirectoryA(std::string_view path) override;
+
+  Result<std::uint32_t> GetLogicalDriveStringsA(Buffer buffer) override;
+  DriveType GetDriveTypeA(std::string_view root) override;
+  Result<VolumeInfo> GetVolumeInformationA(std::string_view root) override;
+  Error SetVolumeLabelA(std::string_view root, std::string_view label) override;
+  Result<DiskSpace> GetDiskFreeSpaceExA(std::string_view root) override;
+};
+
 }  // namespace
 
 Result<FileHandle> Win32Files::CreateFileA(std::string_view path, std::uint32_t access, std::uint32_t share,
                                            std::uint32_t disposition, std::uint32_t flags_and_attributes) {
-  HANDLE file =
-      ::CreateFileA(std::string(path).c_str(), access, share, nullptr, disposition, flags_and_attributes, nullptr);
+  auto native = NativePath(path);
+  if (!native.ok()) return native.error;
+  HANDLE file = ::CreateFileW(native.value.c_str(), access, share, nullptr, disposition, flags_and_attributes, nullptr);
   if (file == INVALID_HANDLE_VALUE) return LastError();
   return Wrap<FileHandle>(file);
 }
@@ -100,45 +167,55 @@ Error Win32Files::CloseHandle(FileHandle file) {
 }
 
 Error Win32Files::DeleteFileA(std::string_view path) {
-  return FromBool(::DeleteFileA(std::string(path).c_str()));
+  return OnPath(path, ::DeleteFileW);
 }
 
 Error Win32Files::MoveFileExA(std::string_view from, std::optional<std::string_view> to, std::uint32_t flags) {
-  return FromBool(::MoveFileExA(std::string(from).c_str(), OptionalText(to).get(), flags));
+  auto target = NativePath(to.value_or(""));
+  if (!target.ok()) return target.error;
+  return OnPath(
+      from, [&](const wchar_t* source) { return ::MoveFileExW(source, to ? target.value.c_str() : nullptr, flags); });
 }
 
 Error Win32Files::CopyFileA(std::string_view from, std::string_view to, bool fail_if_exists) {
-  return FromBool(::CopyFileA(std::string(from).c_str(), std::string(to).c_str(), fail_if_exists));
+  auto target = NativePath(to);
+  if (!target.ok()) return target.error;
+  return OnPath(from, [&](const wchar_t* source) { return ::CopyFileW(source, target.value.c_str(), fail_if_exists); });
 }
 
 Error Win32Files::CreateDirectoryA(std::string_view path) {
-  return FromBool(::CreateDirectoryA(std::string(path).c_str(), nullptr));
+  return OnPath(path, [](const wchar_t* native) { return ::CreateDirectoryW(native, nullptr); });
 }
 
 Error Win32Files::RemoveDirectoryA(std::string_view path) {
-  return FromBool(::RemoveDirectoryA(std::string(path).c_str()));
+  return OnPath(path, ::RemoveDirectoryW);
 }
 
 Result<std::uint32_t> Win32Files::GetFileAttributesA(std::string_view path) {
-  const DWORD attributes = ::GetFileAttributesA(std::string(path).c_str());
+  auto native = NativePath(path);
+  if (!native.ok()) return native.error;
+  const DWORD attributes = ::GetFileAttributesW(native.value.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) return LastError();
-  return attributes;
+  if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return attributes;
+  return Attributes(attributes, ReparseTag(native.value));
 }
 
 Error Win32Files::SetFileAttributesA(std::string_view path, std::uint32_t attributes) {
-  return FromBool(::SetFileAttributesA(std::string(path).c_str(), attributes));
+  return OnPath(path, [&](const wchar_t* native) { return ::SetFileAttributesW(native, attributes); });
 }
 
 Result<FirstFile> Win32Files::FindFirstFileA(std::string_view pattern) {
-  WIN32_FIND_DATAA data;
-  HANDLE handle = ::FindFirstFileA(std::string(pattern).c_str(), &data);
+  auto native = NativePath(pattern);
+  if (!native.ok()) return native.error;
+  WIN32_FIND_DATAW data;
+  HANDLE handle = ::FindFirstFileW(native.value.c_str(), &data);
   if (handle == INVALID_HANDLE_VALUE) return LastError();
   return FirstFile{Wrap<FindHandle>(handle), FromNative(data)};
 }
 
 Result<FindData> Win32Files::FindNextFileA(FindHandle handle) {
-  WIN32_FIND_DATAA data;
-  if (!::FindNextFileA(Unwrap<HANDLE>(handle), &data)) return LastError();
+  WIN32_FIND_DATAW data;
+  if (!::FindNextFileW(Unwrap<HANDLE>(handle), &data)) return LastError();
   return FromNative(data);
 }
 
@@ -146,61 +223,69 @@ Error Win32Files::FindClose(FindHandle handle) {
   return FromBool(::FindClose(Unwrap<HANDLE>(handle)));
 }
 
-Result<std::uint32_t> Win32Files::GetShortPathNameA(std::string_view path, Buffer buffer) {
-  return Length(::GetShortPathNameA(std::string(path).c_str(), buffer.data(), SizeOf(buffer)));
+Result<std::uint32_t> Win32Files::GetShortPathNameA(std::string_view path, TextBuffer& buffer) {
+  return OtherForm(path, buffer, ::GetShortPathNameW);
 }
 
-Result<std::uint32_t> Win32Files::GetLongPathNameA(std::string_view path, Buffer buffer) {
-  return Length(::GetLongPathNameA(std::string(path).c_str(), buffer.data(), SizeOf(buffer)));
+Result<std::uint32_t> Win32Files::GetLongPathNameA(std::string_view path, TextBuffer& buffer) {
+  return OtherForm(path, buffer, ::GetLongPathNameW);
 }
 
 Result<std::string> Win32Files::GetTempPathA() {
-  std::array<char, kPathSize> buffer{};
-  return Text(::GetTempPathA(kPathSize, buffer.data()), buffer.data());
+  return FilledText([](wchar_t* buffer, DWORD size) { return ::GetTempPathW(size, buffer); });
 }
 
 Result<std::string> Win32Files::GetTempFileNameA(std::string_view folder, std::string_view prefix) {
-  std::array<char, kPathSize> buffer{};
-  if (!::GetTempFileNameA(std::string(folder).c_str(), std::string(prefix).c_str(), 0, buffer.data()))
-    return LastError();
-  return std::string(buffer.data());
+  wchar_t name[kNameSize];
+  auto native = NativePath(folder);
+  if (!native.ok()) return native.error;
+  if (!::GetTempFileNameW(native.value.c_str(), Wide(prefix).c_str(), 0, name)) return LastError();
+  return TextOf(name);
 }
 
 Result<std::string> Win32Files::GetCurrentDirectoryA() {
-  std::array<char, kPathSize> buffer{};
-  return Text(::GetCurrentDirectoryA(kPathSize, buffer.data()), buffer.data());
+  return FilledText([](wchar_t* buffer, DWORD size) { return ::GetCurrentDirectoryW(size, buffer); });
 }
 
 Error Win32Files::SetCurrentDirectoryA(std::string_view path) {
-  return FromBool(::SetCurrentDirectoryA(std::string(path).c_str()));
+  return OnPath(path, ::SetCurrentDirectoryW);
 }
 
 Result<std::uint32_t> Win32Files::GetLogicalDriveStringsA(Buffer buffer) {
-  return Length(::GetLogicalDriveStringsA(SizeOf(buffer), buffer.data()));
+  // Letters, colons and backslashes alone: the same in every code page.
+  const DWORD length = ::GetLogicalDriveStringsA(SizeOf(buffer), buffer.data());
+  if (length == 0) return LastError();
+  return length;
 }
 
 DriveType Win32Files::GetDriveTypeA(std::string_view root) {
-  return static_cast<DriveType>(::GetDriveTypeA(std::string(root).c_str()));
+  return static_cast<DriveType>(::GetDriveTypeW(Wide(root).c_str()));
 }
 
 Result<VolumeInfo> Win32Files::GetVolumeInformationA(std::string_view root) {
-  std::array<char, kPathSize> label{}, file_system{};
+  wchar_t label[kNameSize]{}, file_system[kNameSize]{};
   DWORD serial = 0;
-  if (!::GetVolumeInformationA(std::string(root).c_str(), label.data(), kPathSize, &serial, nullptr, nullptr,
-                               file_system.data(), kPathSize)) {
-    return LastError();
-  }
-  return VolumeInfo{label.data(), file_system.data(), serial};
+  const Error error = OnPath(root, [&](const wchar_t* native) {
+    return ::GetVolumeInformationW(native, label, kNameSize, &serial, nullptr, nullptr, file_system, kNameSize);
+  });
+  if (!Ok(error)) return error;
+  return VolumeInfo{TextOf(label), TextOf(file_system), serial};
 }
 
 Error Win32Files::SetVolumeLabelA(std::string_view root, std::string_view label) {
-  return FromBool(::SetVolumeLabelA(std::string(root).c_str(), std::string(label).c_str()));
+  return OnPath(root, [&](const wchar_t* native) { return ::SetVolumeLabelW(native, Wide(label).c_str()); });
 }
 
 Result<DiskSpace> Win32Files::GetDiskFreeSpaceExA(std::string_view root) {
   ULARGE_INTEGER to_caller, total, free;
-  if (!::GetDiskFreeSpaceExA(std::string(root).c_str(), &to_caller, &total, &free)) return LastError();
+  const Error error =
+      OnPath(root, [&](const wchar_t* native) { return ::GetDiskFreeSpaceExW(native, &to_caller, &total, &free); });
+  if (!Ok(error)) return error;
   return DiskSpace{to_caller.QuadPart, total.QuadPart, free.QuadPart};
+}
+
+std::unique_ptr<Files> MakeFiles() {
+  return std::make_unique<Win32Files>();
 }
 
 }  // namespace qb::win32

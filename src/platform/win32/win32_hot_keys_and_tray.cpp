@@ -27,21 +27,23 @@ class Win32HotKeysAndTray final : public HotKeysAndTray {
   }
 
   bool Shell_NotifyIconA(std::uint32_t message, const NotifyIconData& data) override {
-    NOTIFYICONDATAA native{};
-    native.cbSize = data.size;
+    NOTIFYICONDATAW native{};
+    native.cbSize = data.size == kTrayRecordSize ? NOTIFYICONDATAW_V1_SIZE : data.size;
     native.hWnd = Unwrap<HWND>(data.window);
     native.uID = data.id;
     native.uFlags = data.flags;
     native.uCallbackMessage = data.callback_message;
     native.hIcon = Unwrap<HICON>(data.icon);
-    data.tip.copy(native.szTip, kTrayTipSize - 1);
-    return ::Shell_NotifyIconA(message, &native) != FALSE;
+    TextBuffer tip(kTrayTipSize);
+    tip.FillCut(data.tip);
+    Wide(tip.text()).copy(native.szTip, kTrayTipSize - 1);
+    return ::Shell_NotifyIconW(message, &native) != FALSE;
   }
   std::uint32_t RegisterWindowMessageA(std::string_view name) override {
-    return ::RegisterWindowMessageA(std::string(name).c_str());
+    return ::RegisterWindowMessageW(Wide(name).c_str());
   }
   IconHandle GetClassLongPtrA(WindowHandle window, std::int32_t index) override {
-    return static_cast<IconHandle>(::GetClassLongPtrA(Unwrap<HWND>(window), index));
+    return static_cast<IconHandle>(::GetClassLongPtrW(Unwrap<HWND>(window), index));
   }
 
   WindowProcedure SetWindowLongA(WindowHandle window, std::int32_t index, WindowFunction procedure) override {
@@ -64,7 +66,7 @@ class Win32HotKeysAndTray final : public HotKeysAndTray {
   }
 
   CursorHandle LoadCursorA(std::uint32_t number) override {
-    return Wrap<CursorHandle>(::LoadCursorA(nullptr, MAKEINTRESOURCEA(number)));
+    return Wrap<CursorHandle>(::LoadCursorW(nullptr, MAKEINTRESOURCEW(number)));
   }
   CursorHandle SetCursor(CursorHandle cursor) override {
     return Wrap<CursorHandle>(::SetCursor(Unwrap<HCURSOR>(cursor)));

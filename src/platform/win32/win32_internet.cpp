@@ -1,6 +1,7 @@
-#include "platform/win32/win32_internet.h"
-
+// The URL cache and COM, answered by Windows.
 #include "platform/win32/convert.h"
+#include "platform/win32/factories.h"
+#include "platform/win32/system_library.h"
 // After the basic types of windows.h.
 #include <objbase.h>
 #include <oleauto.h>
@@ -10,11 +11,28 @@ namespace qb::win32 {
 
 namespace {
 
-std::string TextOrNothing(const char* text) {
-  return text == nullptr ? std::string() : std::string(text);
+class Win32UrlCache : public UrlCache {
+ public:
+  CacheCall FindFirstUrlCacheEntryA(std::optional<std::string_view> pattern, CacheEntryInfo* entry,
+                                    std::uint32_t& size) override;
+  CacheCall FindNextUrlCacheEntryA(std::uint64_t search, CacheEntryInfo* entry, std::uint32_t& size) override;
+  Error FindCloseUrlCache(std::uint64_t search) override;
+  Error DeleteUrlCacheEntryA(std::string_view url) override;
+};
+
+class Win32Com : public Com {
+ public:
+  Result<ComObject> CoCreateInstance(std::string_view class_id, std::uint32_t context,
+                                     std::string_view interface_id) override;
+  Result<std::uint32_t> DispCallFunc(ComObject object, std::uint32_t offset, std::uint32_t convention,
+                                     std::uint32_t result_type) override;
+};
+
+std::string TextOrNothing(const wchar_t* text) {
+  return text == nullptr ? std::string() : Narrow(text);
 }
 
-void Convert(const INTERNET_CACHE_ENTRY_INFOA& native, CacheEntryInfo& entry) {
+void Convert(const INTERNET_CACHE_ENTRY_INFOW& native, CacheEntryInfo& entry) {
   entry.struct_size = native.dwStructSize;
   entry.source_url = TextOrNothing(native.lpszSourceUrlName);
   entry.local_file = TextOrNothing(native.lpszLocalFileName);
@@ -37,8 +55,8 @@ void Convert(const INTERNET_CACHE_ENTRY_INFOA& native, CacheEntryInfo& entry) {
 template <typename Call>
 CacheCall WithBlock(CacheEntryInfo* entry, std::uint32_t& size, Call call) {
   // The record has pointers in it, so the block is aligned for them.
-  std::vector<std::uint64_t> block(entry == nullptr ? 0 : (size + sizeof(INTERNET_CACHE_ENTRY_INFOA)) / 8 + 1);
-  auto* native = entry == nullptr ? nullptr : reinterpret_cast<INTERNET_CACHE_ENTRY_INFOA*>(block.data());
+  std::vector<std::uint64_t> block(entry == nullptr ? 0 : (size + sizeof(INTERNET_CACHE_ENTRY_INFOW)) / 8 + 1);
+  auto* native = entry == nullptr ? nullptr : reinterpret_cast<INTERNET_CACHE_ENTRY_INFOW*>(block.data());
   DWORD native_size = size;
   if (native != nullptr) native->dwStructSize = native_size;
   ::SetLastError(ERROR_SUCCESS);
@@ -50,18 +68,10 @@ CacheCall WithBlock(CacheEntryInfo* entry, std::uint32_t& size, Call call) {
   return outcome;
 }
 
-// wininet.dll is no known DLL on every Windows: one that lies beside the program would be loaded in its
-// place if the import table named it. So it is taken from the system folder, once, and stays loaded.
+// Looked up, so that the import table does not name it: wininet.dll is no known DLL on every Windows.
 template <typename Function>
 Function FromWininet(const char* name) {
-  HMODULE library = ::GetModuleHandleW(L"wininet.dll");
-  if (library == nullptr) library = ::LoadLibraryExW(L"wininet.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-  if (library == nullptr) return nullptr;
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(library, name)));
-}
-
-std::wstring Wide(std::string_view text) {
-  return std::wstring(text.begin(), text.end());  // an identifier is plain ASCII
+  return FromSystemLibrary<Function>(L"wininet.dll", name);
 }
 
 }  // namespace
@@ -70,17 +80,17 @@ CacheCall Win32UrlCache::FindFirstUrlCacheEntryA(std::optional<std::string_view>
                                                  std::uint32_t& size) {
   // Windows ignores a pattern that names none of its containers; other systems that offer this call find
   // nothing then, so it is left out here.
-  const OptionalText text(pattern == "cookie:" || pattern == "visited:" ? pattern : std::nullopt);
-  const auto find = FromWininet<decltype(&::FindFirstUrlCacheEntryA)>("FindFirstUrlCacheEntryA");
-  return WithBlock(entry, size, [&](INTERNET_CACHE_ENTRY_INFOA* native, DWORD* native_size) {
+  const WideText text(pattern == "cookie:" || pattern == "visited:" ? pattern : std::nullopt);
+  const auto find = FromWininet<decltype(&::FindFirstUrlCacheEntryW)>("FindFirstUrlCacheEntryW");
+  return WithBlock(entry, size, [&](INTERNET_CACHE_ENTRY_INFOW* native, DWORD* native_size) {
     HANDLE search = find == nullptr ? nullptr : find(text.get(), native, native_size);
     return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(search));
   });
 }
 
 CacheCall Win32UrlCache::FindNextUrlCacheEntryA(std::uint64_t search, CacheEntryInfo* entry, std::uint32_t& size) {
-  const auto next = FromWininet<decltype(&::FindNextUrlCacheEntryA)>("FindNextUrlCacheEntryA");
-  return WithBlock(entry, size, [&](INTERNET_CACHE_ENTRY_INFOA* native, DWORD* native_size) {
+  const auto next = FromWininet<decltype(&::FindNextUrlCacheEntryW)>("FindNextUrlCacheEntryW");
+  return WithBlock(entry, size, [&](INTERNET_CACHE_ENTRY_INFOW* native, DWORD* native_size) {
     HANDLE handle = reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(search));
     return static_cast<std::uint64_t>(next == nullptr ? FALSE : next(handle, native, native_size));
   });
@@ -93,9 +103,10 @@ Error Win32UrlCache::FindCloseUrlCache(std::uint64_t search) {
 }
 
 Error Win32UrlCache::DeleteUrlCacheEntryA(std::string_view url) {
-  const auto remove = FromWininet<decltype(&::DeleteUrlCacheEntryA)>("DeleteUrlCacheEntryA");
+  const auto remove = FromWininet<decltype(&::DeleteUrlCacheEntryW)>("DeleteUrlCacheEntryW");
   if (remove == nullptr) return LastError();
-  return FromBool(remove(std::string(url).c_str()));
+  auto name = NativeText(url);
+  return name.ok() ? FromBool(remove(name.value.c_str())) : name.error;
 }
 
 Result<ComObject> Win32Com::CoCreateInstance(std::string_view class_id, std::uint32_t context,
@@ -120,6 +131,14 @@ Result<std::uint32_t> Win32Com::DispCallFunc(ComObject object, std::uint32_t off
                                         nullptr, nullptr, &returned);
   if (FAILED(result)) return static_cast<Error>(result);
   return static_cast<std::uint32_t>(returned.lVal);
+}
+
+std::unique_ptr<UrlCache> MakeUrlCache() {
+  return std::make_unique<Win32UrlCache>();
+}
+
+std::unique_ptr<Com> MakeCom() {
+  return std::make_unique<Win32Com>();
 }
 
 }  // namespace qb::win32

@@ -8,13 +8,21 @@ namespace qb::win32 {
 
 namespace {
 
-constexpr char kTimerClass[] = "QuillbarrowTimers";
+constexpr wchar_t kTimerClass[] = L"QuillbarrowTimers";
 
 Point FromNative(const POINT& point) {
   return {point.x, point.y};
 }
 POINT ToNative(const Point& point) {
   return {point.x, point.y};
+}
+
+// Fills the buffer from a call that cuts to a size in characters and gives the length.
+template <typename Call>
+std::uint32_t FilledCut(TextBuffer& buffer, Call call) {
+  std::wstring text(buffer.size(), L'\0');
+  text.resize(static_cast<std::size_t>(call(text.data(), static_cast<int>(text.size()))));
+  return buffer.FillCut(Narrow(text));
 }
 
 BOOL CALLBACK VisitWindow(HWND window, LPARAM visit) {
@@ -25,16 +33,16 @@ BOOL CALLBACK VisitWindow(HWND window, LPARAM visit) {
 }  // namespace
 
 Win32Messages::Win32Messages() {
-  WNDCLASSA window_class{};
+  WNDCLASSW window_class{};
   window_class.lpfnWndProc = TimerWindowProc;
-  window_class.hInstance = ::GetModuleHandleA(nullptr);
+  window_class.hInstance = ::GetModuleHandleW(nullptr);
   window_class.lpszClassName = kTimerClass;
-  ::RegisterClassA(&window_class);  // fails where a second object finds the class made; that serves as well
+  ::RegisterClassW(&window_class);  // fails where a second object finds the class made; that serves as well
   // Timers hang on a message-only window: it is in no z-order, and its WM_TIMER is also handed out by
   // the loops that Windows runs for message boxes and menus.
   timer_window_ =
-      ::CreateWindowExA(0, kTimerClass, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, window_class.hInstance, nullptr);
-  ::SetWindowLongPtrA(timer_window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+      ::CreateWindowExW(0, kTimerClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, window_class.hInstance, nullptr);
+  ::SetWindowLongPtrW(timer_window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 
 Win32Messages::~Win32Messages() {
@@ -42,8 +50,8 @@ Win32Messages::~Win32Messages() {
 }
 
 LRESULT CALLBACK Win32Messages::TimerWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-  auto* self = reinterpret_cast<Win32Messages*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
-  if (message != WM_TIMER || self == nullptr) return ::DefWindowProcA(window, message, wparam, lparam);
+  auto* self = reinterpret_cast<Win32Messages*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (message != WM_TIMER || self == nullptr) return ::DefWindowProcW(window, message, wparam, lparam);
   self->Tick(wparam);
   return 0;
 }
@@ -58,31 +66,30 @@ void Win32Messages::Tick(UINT_PTR native_id) {
 
 WindowHandle Win32Messages::FindWindowA(std::optional<std::string_view> class_name,
                                         std::optional<std::string_view> title) {
-  return Wrap<WindowHandle>(::FindWindowA(OptionalText(class_name).get(), OptionalText(title).get()));
+  return Wrap<WindowHandle>(::FindWindowW(WideText(class_name).get(), WideText(title).get()));
 }
 
 WindowHandle Win32Messages::FindWindowExA(WindowHandle parent, WindowHandle after,
                                           std::optional<std::string_view> class_name,
                                           std::optional<std::string_view> title) {
-  return Wrap<WindowHandle>(::FindWindowExA(Unwrap<HWND>(parent), Unwrap<HWND>(after), OptionalText(class_name).get(),
-                                            OptionalText(title).get()));
+  return Wrap<WindowHandle>(
+      ::FindWindowExW(Unwrap<HWND>(parent), Unwrap<HWND>(after), WideText(class_name).get(), WideText(title).get()));
 }
 
 bool Win32Messages::EnumWindows(const std::function<bool(WindowHandle)>& visit) {
   return ::EnumWindows(VisitWindow, reinterpret_cast<LPARAM>(&visit)) != FALSE;
 }
 
-std::uint32_t Win32Messages::GetClassNameA(WindowHandle window, Buffer name) {
-  return static_cast<std::uint32_t>(::GetClassNameA(Unwrap<HWND>(window), name.data(), static_cast<int>(name.size())));
+std::uint32_t Win32Messages::GetClassNameA(WindowHandle window, TextBuffer& name) {
+  return FilledCut(name, [&](wchar_t* text, int size) { return ::GetClassNameW(Unwrap<HWND>(window), text, size); });
 }
 
-std::uint32_t Win32Messages::GetWindowTextA(WindowHandle window, Buffer title) {
-  return static_cast<std::uint32_t>(
-      ::GetWindowTextA(Unwrap<HWND>(window), title.data(), static_cast<int>(title.size())));
+std::uint32_t Win32Messages::GetWindowTextA(WindowHandle window, TextBuffer& title) {
+  return FilledCut(title, [&](wchar_t* text, int size) { return ::GetWindowTextW(Unwrap<HWND>(window), text, size); });
 }
 
 std::uint32_t Win32Messages::GetWindowTextLengthA(WindowHandle window) {
-  return static_cast<std::uint32_t>(::GetWindowTextLengthA(Unwrap<HWND>(window)));
+  return static_cast<std::uint32_t>(::GetWindowTextLengthW(Unwrap<HWND>(window)));
 }
 
 Error Win32Messages::GetWindowPlacement(WindowHandle window, WindowPlacement& placement) {
@@ -127,12 +134,12 @@ bool Win32Messages::SetForegroundWindow(WindowHandle window) {
 }
 
 bool Win32Messages::SetWindowTextA(WindowHandle window, std::string_view text) {
-  return ::SetWindowTextA(Unwrap<HWND>(window), std::string(text).c_str()) != FALSE;
+  return ::SetWindowTextW(Unwrap<HWND>(window), Wide(text).c_str()) != FALSE;
 }
 
 Error Win32Messages::PostMessageA(WindowHandle window, std::uint32_t message, std::uint64_t wparam,
                                   std::int64_t lparam) {
-  return FromBool(::PostMessageA(Unwrap<HWND>(window), message, wparam, lparam));
+  return FromBool(::PostMessageW(Unwrap<HWND>(window), message, wparam, lparam));
 }
 
 BoxAnswer Win32Messages::MessageBoxA(WindowHandle owner, std::string_view text, std::string_view title,
@@ -140,7 +147,7 @@ BoxAnswer Win32Messages::MessageBoxA(WindowHandle owner, std::string_view text, 
   // A box disables its owner only; one without an owner must hold all windows of the thread.
   const UINT hold = owner == WindowHandle::None ? MB_TASKMODAL : MB_APPLMODAL;
   return static_cast<BoxAnswer>(
-      ::MessageBoxA(Unwrap<HWND>(owner), std::string(text).c_str(), std::string(title).c_str(), type | hold));
+      ::MessageBoxW(Unwrap<HWND>(owner), Wide(text).c_str(), Wide(title).c_str(), type | hold));
 }
 
 bool Win32Messages::SetTimer(WindowHandle window, std::uint32_t id, std::uint32_t interval,

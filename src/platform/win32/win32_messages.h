@@ -29,8 +29,8 @@ class Win32Messages : public Desktop, public Pump {
   WindowHandle FindWindowExA(WindowHandle parent, WindowHandle after, std::optional<std::string_view> class_name,
                              std::optional<std::string_view> title) override;
   bool EnumWindows(const std::function<bool(WindowHandle)>& visit) override;
-  std::uint32_t GetClassNameA(WindowHandle window, Buffer name) override;
-  std::uint32_t GetWindowTextA(WindowHandle window, Buffer title) override;
+  std::uint32_t GetClassNameA(WindowHandle window, TextBuffer& name) override;
+  std::uint32_t GetWindowTextA(WindowHandle window, TextBuffer& title) override;
   std::uint32_t GetWindowTextLengthA(WindowHandle window) override;
   Error GetWindowPlacement(WindowHandle window, WindowPlacement& placement) override;
   Error SetWindowPlacement(WindowHandle window, const WindowPlacement& placement) override;

@@ -1,16 +1,10 @@
 // The platform, answered by Windows itself. One object serves one thread for the life of the process.
 #pragma once
 
+#include <memory>
+
 #include "platform/platform.h"
-#include "platform/win32/factories.h"
-#include "platform/win32/win32_files.h"
-#include "platform/win32/win32_internet.h"
-#include "platform/win32/win32_key_security.h"
 #include "platform/win32/win32_messages.h"
-#include "platform/win32/win32_processes.h"
-#include "platform/win32/win32_registry.h"
-#include "platform/win32/win32_shell.h"
-#include "platform/win32/win32_system.h"
 
 namespace qb::win32 {
 
@@ -34,19 +28,19 @@ class Win32Platform {
   };
 
   ComApartment com_;
-  Win32Registry registry_;
-  Win32Files files_;
-  Win32Shell shell_;
-  Win32System system_;
-  Win32Processes processes_;
+  std::unique_ptr<Registry> registry_;
+  std::unique_ptr<Files> files_;
+  std::unique_ptr<Shell> shell_;
+  std::unique_ptr<System> system_;
+  std::unique_ptr<Processes> processes_;
   Win32Messages messages_;
-  std::unique_ptr<HotKeysAndTray> hot_keys_and_tray_ = MakeHotKeysAndTray();
-  std::unique_ptr<RandomSource> random_source_ = MakeRandomSource();
-  Win32UrlCache url_cache_;
-  Win32Com com_objects_;
-  Win32KeySecurity key_security_;
-  Platform platform_{registry_,           files_,    shell_,          system_,    processes_,   messages_,
-                     *hot_keys_and_tray_, messages_, *random_source_, url_cache_, com_objects_, key_security_};
+  std::unique_ptr<HotKeysAndTray> hot_keys_and_tray_;
+  std::unique_ptr<RandomSource> random_source_;
+  std::unique_ptr<UrlCache> url_cache_;
+  std::unique_ptr<Com> com_objects_;
+  std::unique_ptr<KeySecurity> key_security_;
+  Platform platform_{*registry_,          *files_,   *shell_,         *system_,    *processes_,   messages_,
+                     *hot_keys_and_tray_, messages_, *random_source_, *url_cache_, *com_objects_, *key_security_};
 };
 
 }  // namespace qb::win32

@@ -14,7 +14,7 @@ class Win32RandomSource final : public RandomSource {
                                             std::optional<std::string_view> provider, std::uint32_t type,
                                             std::uint32_t flags) override {
     HCRYPTPROV context = 0;
-    if (!::CryptAcquireContextA(&context, OptionalText(container).get(), OptionalText(provider).get(), type, flags)) {
+    if (!::CryptAcquireContextW(&context, WideText(container).get(), WideText(provider).get(), type, flags)) {
       return LastError();
     }
     return static_cast<CryptContext>(context);

@@ -1,53 +1,80 @@
-#include "platform/win32/win32_system.h"
-
-#include <array>
-
+// The system's version, account, folders and clock, answered by Windows.
 #include "platform/win32/convert.h"
+#include "platform/win32/factories.h"
+#include "platform/win32/native_path.h"
 // After the basic types of windows.h.
 #include <commctrl.h>
+#include <lmcons.h>
 
 namespace qb::win32 {
 
+namespace {
+
+class Win32System : public System {
+ public:
+  Result<VersionInfo> GetVersionExA() override;
+  Result<std::uint32_t> GetUserNameA(TextBuffer& buffer) override;
+  Result<std::uint32_t> GetWindowsDirectoryA(TextBuffer& buffer) override;
+  std::uint32_t GetPrivateProfileStringA(std::string_view section, std::string_view key, std::string_view fallback,
+                                         TextBuffer& buffer, std::string_view file) override;
+  std::optional<std::string> GetEnvironmentVariableA(std::string_view name) override;
+  Result<std::string> GetModuleFileNameA() override;
+  bool InitCommonControlsEx(std::uint32_t size, std::uint32_t classes) override;
+
+  SystemTime GetLocalTime() override;
+  SystemTime GetSystemTime() override;
+  std::uint64_t GetTickCount() override;
+  Result<FileTime> FileTimeToLocalFileTime(FileTime utc) override;
+  Result<FileTime> LocalFileTimeToFileTime(FileTime local) override;
+};
+
+}  // namespace
+
 Result<VersionInfo> Win32System::GetVersionExA() {
-  OSVERSIONINFOA info{};
+  OSVERSIONINFOW info{};
   info.dwOSVersionInfoSize = sizeof info;
   // A program whose manifest names no newer system is told at most 6.2.
-  if (!::GetVersionExA(&info)) return LastError();
+  if (!::GetVersionExW(&info)) return LastError();
   return VersionInfo{info.dwMajorVersion, info.dwMinorVersion, info.dwBuildNumber, info.dwPlatformId};
 }
 
-Result<std::uint32_t> Win32System::GetUserNameA(Buffer buffer) {
-  DWORD size = SizeOf(buffer);
-  if (!::GetUserNameA(buffer.data(), &size)) return LastError();
-  return size;
+Result<std::uint32_t> Win32System::GetUserNameA(TextBuffer& buffer) {
+  wchar_t name[UNLEN + 1]{};
+  DWORD size = UNLEN + 1;
+  if (!::GetUserNameW(name, &size)) return LastError();
+  const std::uint32_t length = buffer.Fill(TextOf(name));
+  if (length >= buffer.size()) return Error::InsufficientBuffer;
+  return length + 1;
 }
 
-Result<std::uint32_t> Win32System::GetWindowsDirectoryA(Buffer buffer) {
-  const UINT length = ::GetWindowsDirectoryA(buffer.data(), SizeOf(buffer));
-  if (length == 0) return LastError();
-  return length;
+Result<std::uint32_t> Win32System::GetWindowsDirectoryA(TextBuffer& buffer) {
+  auto folder = FilledText([](wchar_t* filled, DWORD size) { return ::GetWindowsDirectoryW(filled, size); });
+  if (!folder.ok()) return folder.error;
+  return buffer.Fill(folder.value);
 }
 
 std::uint32_t Win32System::GetPrivateProfileStringA(std::string_view section, std::string_view key,
-                                                    std::string_view fallback, Buffer buffer, std::string_view file) {
-  return ::GetPrivateProfileStringA(std::string(section).c_str(), std::string(key).c_str(),
-                                    std::string(fallback).c_str(), buffer.data(), SizeOf(buffer),
-                                    std::string(file).c_str());
+                                                    std::string_view fallback, TextBuffer& buffer,
+                                                    std::string_view file) {
+  auto native = NativePath(file);
+  if (!native.ok()) return 0;
+  std::wstring value(buffer.size(), L'\0');
+  value.resize(::GetPrivateProfileStringW(Wide(section).c_str(), Wide(key).c_str(), Wide(fallback).c_str(),
+                                          value.data(), static_cast<DWORD>(value.size()), native.value.c_str()));
+  return buffer.FillCut(Narrow(value));
 }
 
 std::optional<std::string> Win32System::GetEnvironmentVariableA(std::string_view name) {
-  const std::string wanted(name);
-  std::string value(::GetEnvironmentVariableA(wanted.c_str(), nullptr, 0), '\0');
-  if (value.empty()) return std::nullopt;
-  value.resize(::GetEnvironmentVariableA(wanted.c_str(), value.data(), static_cast<DWORD>(value.size())));
-  return value;
+  const std::wstring wanted = Wide(name);
+  auto value =
+      FilledText([&](wchar_t* filled, DWORD size) { return ::GetEnvironmentVariableW(wanted.c_str(), filled, size); });
+  // A variable may be there and empty.
+  if (!value.ok() && value.error == Error::Success) return std::string();
+  return value.ok() ? std::optional(value.value) : std::nullopt;
 }
 
 Result<std::string> Win32System::GetModuleFileNameA() {
-  std::array<char, 32768> buffer{};
-  const DWORD length = ::GetModuleFileNameA(nullptr, buffer.data(), static_cast<DWORD>(buffer.size()));
-  if (length == 0) return LastError();
-  return std::string(buffer.data(), length);
+  return FilledText([](wchar_t* filled, DWORD size) { return ::GetModuleFileNameW(nullptr, filled, size); });
 }
 
 bool Win32System::InitCommonControlsEx(std::uint32_t size, std::uint32_t classes) {
@@ -83,6 +110,10 @@ Result<FileTime> Win32System::LocalFileTimeToFileTime(FileTime local) {
   FILETIME to;
   if (!::LocalFileTimeToFileTime(&from, &to)) return LastError();
   return FromNative(to);
+}
+
+std::unique_ptr<System> MakeSystem() {
+  return std::make_unique<Win32System>();
 }
 
 }  // namespace qb::win32

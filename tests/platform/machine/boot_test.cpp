@@ -93,14 +93,14 @@ TEST_F(BootOfMachine, SettingsAndTheClockGoOn) {
   auto& platform = world().platform();
   const auto version = platform.system.GetVersionExA().value;
   EXPECT_EQ(version.major * 100 + version.minor * 10 + version.platform_id, 491u);
-  std::array<char, 260> text{};
+  TextBuffer text(260);
   StepOver(platform.system.GetUserNameA(text));
-  EXPECT_EQ(TextOf(text), "J\xC3\xB6rg =x");
+  EXPECT_EQ(text.text(), "J\xC3\xB6rg =x");
   StepOver(platform.system.GetWindowsDirectoryA(text));
-  EXPECT_EQ(TextOf(text), "C:\\WIN98");
+  EXPECT_EQ(text.text(), "C:\\WIN98");
   EXPECT_EQ(platform.shell.SHGetFolderPathA(26, text), 1u);
   EXPECT_EQ(platform.shell.SHGetFolderPathA(28, text), 0u);
-  EXPECT_EQ(TextOf(text), "C:\\Local");
+  EXPECT_EQ(text.text(), "C:\\Local");
   EXPECT_EQ(platform.shell.SHGetFolderPathA(200, text), 0x80070057u);
   EXPECT_EQ(world().Exists("C:\\Tools\\QB\\Quillbarrow.exe"), "file");
   EXPECT_EQ(platform.files.GetDriveTypeA("E:\\"), DriveType::CdRom);

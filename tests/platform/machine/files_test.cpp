@@ -36,14 +36,34 @@ TEST_F(FilesOfMachine, PathsLeadWhereWindowsLeadsThem) {
   for (const Row& row : rows) EXPECT_EQ(files().GetFileAttributesA(row.path).error, row.error) << row.path;
 }
 
-TEST_F(FilesOfMachine, APathHoldsAtMost259Characters) {
-  const std::string folder = "C:\\" + std::string(200, 'd');
-  ASSERT_TRUE(world().MakeFolder(folder));
-  const std::string longest = folder + '\\' + std::string(259 - folder.size() - 1, 'n');
-  EXPECT_EQ(TryOpen(longest, kGenericWrite, kCreateNew), Error::Success);
-  const Error too_long = TryOpen(longest + 'n', kGenericWrite, kCreateNew);
-  EXPECT_TRUE(too_long == Error::FilenameTooLong || too_long == Error::PathNotFound);
-  EXPECT_EQ(world().ListBelow(folder)->size(), 1u);
+TEST_F(FilesOfMachine, OnlyARelativePathHoldsAtMost259Characters) {
+  const std::string part = '\\' + std::string(99, 'p');
+  std::string folder = "C:";
+  while (folder.size() < 1000) ASSERT_EQ(files().CreateDirectoryA(folder += part), Error::Success) << folder.size();
+  EXPECT_EQ(TryOpen(folder + "\\sub\\..\\deep.txt", kGenericWrite, kCreateNew), Error::Success);
+  EXPECT_EQ(Names(folder + "\\*.txt"), std::vector<std::string>{"deep.txt"});
+  EXPECT_EQ(files().DeleteFileA(folder + "\\deep.txt"), Error::Success);
+  EXPECT_EQ(files().SetCurrentDirectoryA("C:\\"), Error::Success);
+  const std::string u_umlaut = "\xC3\xBC";  // one character of two bytes
+  std::string dots;
+  while (dots.size() < 250) dots += ".\\";
+  EXPECT_EQ(TryOpen(dots + u_umlaut + "8901234.", kGenericWrite, kCreateNew), Error::Success);
+  EXPECT_EQ(TryOpen(dots + u_umlaut + "89012345.", kGenericWrite, kOpenExisting), Error::PathNotFound);
+  while (folder.size() < 32767) folder += part;
+  EXPECT_EQ(TryOpen(folder, kGenericWrite, kCreateNew), Error::FilenameTooLong);
+}
+
+TEST_F(FilesOfMachine, APathWithAZeroCharacterFailsWhole) {
+  ASSERT_TRUE(world().MakeFile("C:\\Data\\keep", "keep"));
+  const std::string_view bent("C:\\Data\\keep\0.txt", 17);
+  EXPECT_EQ(TryOpen(bent, kGenericWrite, kCreateAlways), Error::InvalidName);
+  EXPECT_EQ(files().DeleteFileA(bent), Error::InvalidName);
+  EXPECT_EQ(files().SetFileAttributesA(bent, kAttributeHidden), Error::InvalidName);
+  EXPECT_EQ(files().GetFileAttributesA(bent).error, Error::InvalidName);
+  EXPECT_EQ(files().FindFirstFileA(bent).error, Error::InvalidName);
+  EXPECT_EQ(files().MoveFileExA(bent, std::nullopt, kMoveDelayUntilReboot), Error::InvalidName);
+  EXPECT_EQ(files().CopyFileA("C:\\Data\\keep", bent, false), Error::InvalidName);
+  EXPECT_EQ(world().Content("C:\\Data\\keep"), "keep");
 }
 
 TEST_F(FilesOfMachine, NamesAreCaseBlindInEveryScriptAndKeepTheirCase) {
@@ -102,11 +122,11 @@ TEST_F(FilesOfMachine, ShortNamesFollowTheOrderOfMakingAndStay) {
   SaveAndReopen();
   check("opened anew");
 
-  std::array<char, 260> buffer{};
-  const auto needed = files().GetShortPathNameA("C:\\Long folder", Buffer(buffer.data(), 4));
+  TextBuffer buffer(260), too_small(4);
+  const auto needed = files().GetShortPathNameA("C:\\Long folder", too_small);
   EXPECT_EQ(needed.value, 12u);  // with the closing zero
-  const auto length = files().GetLongPathNameA("C:\\LONGFO~1\\ZEBRAF~3.TEX", buffer);
-  EXPECT_EQ(std::string(buffer.data(), length.value), "C:\\Long folder\\Zebra files.text");
+  StepOver(files().GetLongPathNameA("C:\\LONGFO~1\\ZEBRAF~3.TEX", buffer));
+  EXPECT_EQ(buffer.text(), "C:\\Long folder\\Zebra files.text");
 }
 
 TEST_F(FilesOfMachine, SharingIsAskedBothWays) {

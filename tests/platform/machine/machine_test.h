@@ -65,9 +65,9 @@ class MachineTest : public ::testing::Test {
     return names;
   }
   std::string ShortPath(std::string_view path) {
-    std::array<char, 260> buffer{};
-    auto length = files().GetShortPathNameA(path, buffer);
-    return length.ok() ? std::string(buffer.data(), length.value) : std::string();
+    TextBuffer buffer(260);
+    StepOver(files().GetShortPathNameA(path, buffer));
+    return buffer.text();
   }
 
   static std::string HostRead(const std::filesystem::path& path) {

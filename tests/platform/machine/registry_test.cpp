@@ -27,7 +27,7 @@ TEST_F(RegistryOfMachine, AHandleGrantsWhatItWasOpenedFor) {
   EXPECT_EQ(registry().RegQueryValueExA(reader.value, "V", {}, info), Error::Success);
   auto writer = registry().RegOpenKeyExA(kUser, "Soft\\Deep\\Key", kSetValue);
   ASSERT_TRUE(writer.ok());
-  std::array<char, 16> name{};
+  TextBuffer name(16);
   EXPECT_EQ(registry().RegQueryValueExA(writer.value, "v", {}, info), Error::AccessDenied);
   EXPECT_EQ(registry().RegEnumKeyA(writer.value, 0, name), Error::AccessDenied);
   EXPECT_EQ(registry().RegSetValueExA(writer.value, "w", kRegDword, std::string(4, '\1')), Error::Success);
@@ -65,7 +65,9 @@ TEST_F(RegistryOfMachine, ADeniedKeyCanOnlyBeRead) {
 
 TEST_F(RegistryOfMachine, QueriesTellSizesFirst) {
   ASSERT_TRUE(world().RegistrySetValue("HKCU\\Q", {"text", kRegSz, "abc"}));
-  ASSERT_TRUE(world().RegistryAddKey("HKCU\\Q\\Sub"));
+  ASSERT_TRUE(
+      world().RegistryAddKey("HKCU\\Q\\S\xC3\xBC"
+                             "b"));
   auto key = registry().RegOpenKeyA(kUser, "Q");
   ASSERT_TRUE(key.ok());
   RegValueInfo info;
@@ -77,13 +79,19 @@ TEST_F(RegistryOfMachine, QueriesTellSizesFirst) {
   EXPECT_EQ(registry().RegQueryValueExA(key.value, "TEXT", data, info), Error::Success);
   EXPECT_EQ(std::string_view(data.data(), 4), std::string_view("abc\0", 4));
   EXPECT_EQ(registry().RegQueryValueExA(key.value, "none", data, info), Error::FileNotFound);
-  EXPECT_EQ(registry().RegEnumKeyA(key.value, 0, Buffer(data.data(), 3)), Error::MoreData);
-  EXPECT_EQ(registry().RegEnumKeyA(key.value, 0, data), Error::Success);
-  EXPECT_EQ(TextOf(data), "Sub");
-  EXPECT_EQ(registry().RegEnumKeyA(key.value, 1, data), Error::NoMoreItems);
+  TextBuffer too_small(3), name(4);  // of characters: the letter takes two bytes
+  EXPECT_EQ(registry().RegEnumKeyA(key.value, 0, too_small), Error::MoreData);
+  EXPECT_EQ(registry().RegEnumKeyA(key.value, 0, name), Error::Success);
+  EXPECT_EQ(name.text(),
+            "S\xC3\xBC"
+            "b");
+  EXPECT_EQ(registry().RegEnumKeyA(key.value, 1, name), Error::NoMoreItems);
   // An index counts what is left: a loop that deletes at 0 meets each sub-key once.
-  EXPECT_EQ(registry().RegDeleteKeyA(key.value, "Sub"), Error::Success);
-  EXPECT_EQ(registry().RegEnumKeyA(key.value, 0, data), Error::NoMoreItems);
+  EXPECT_EQ(registry().RegDeleteKeyA(key.value,
+                                     "S\xC3\xBC"
+                                     "b"),
+            Error::Success);
+  EXPECT_EQ(registry().RegEnumKeyA(key.value, 0, name), Error::NoMoreItems);
   EXPECT_EQ(registry().RegCloseKey(key.value), Error::Success);
 }
 

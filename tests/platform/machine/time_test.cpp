@@ -111,9 +111,9 @@ TEST_F(TimeOfMachine, BoxesAndChoosersTakeTheirAnswersInOrder) {
   auto& shell = world().platform().shell;
   const ItemIdList chosen = shell.SHBrowseForFolderA(WindowHandle::None, "where", 1);
   ASSERT_NE(chosen, ItemIdList::None);
-  std::array<char, 260> path{};
+  TextBuffer path(260);
   EXPECT_TRUE(shell.SHGetPathFromIDListA(chosen, path));
-  EXPECT_EQ(TextOf(path), "C:\\Chosen");
+  EXPECT_EQ(path.text(), "C:\\Chosen");
   shell.CoTaskMemFree(chosen);
   EXPECT_EQ(desktop().MessageBoxA(WindowHandle::None, "sure?", "T", kQuestion), BoxAnswer::No);
   EXPECT_EQ(desktop().MessageBoxA(WindowHandle::None, "none left", "T", kQuestion), BoxAnswer::No);
