@@ -1,10 +1,15 @@
 #include "runtime/folders.h"
 
+#include <algorithm>
+
 #include "runtime/text.h"
 
 namespace qb {
 
 namespace {
+
+// Failures one after the other that make a listing end: a drive that was pulled out never says that it has ended.
+constexpr int kMostFailures = 100;
 
 bool MatchExactly(std::string_view pattern, std::string_view name) {
   std::size_t p = 0, n = 0, star = std::string_view::npos, resume = 0;
@@ -37,13 +42,20 @@ bool MatchesPattern(std::string_view pattern, std::string_view name, bool match_
   return match_case ? MatchExactly(pattern, name) : MatchExactly(UpperCase(pattern), UpperCase(name));
 }
 
+bool IsEntryName(std::string_view name) {
+  if (name.empty() || name == "." || name == "..") return false;
+  return std::none_of(name.begin(), name.end(), [](char c) {
+    return static_cast<unsigned char>(c) < 0x20 || std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos;
+  });
+}
+
 std::vector<FolderEntry> ListEntries(Files& files, std::string_view pattern, std::uint32_t attribute_mask) {
   constexpr std::uint32_t kOnlyWhenAsked = kAttributeHidden | kAttributeSystem | kAttributeDirectory;
   std::vector<FolderEntry> entries;
   const std::string_view name_pattern = LastComponent(pattern);
   const bool wild = name_pattern.find_first_of("*?") != std::string_view::npos;
   auto take = [&](const FindData& found) {
-    if (found.name == "." || found.name == "..") return;
+    if (!IsEntryName(found.name)) return;
     if ((found.attributes & kOnlyWhenAsked & ~attribute_mask) != 0) return;
     if (wild && !MatchesPattern(name_pattern, found.name)) return;
     entries.push_back({found.name, found.attributes});
@@ -51,8 +63,11 @@ std::vector<FolderEntry> ListEntries(Files& files, std::string_view pattern, std
   auto first = files.FindFirstFileA(pattern);
   if (!first.ok()) return entries;
   take(first.value.data);
-  for (auto next = files.FindNextFileA(first.value.handle); next.ok(); next = files.FindNextFileA(first.value.handle)) {
-    take(next.value);
+  for (int failures = 0; failures < kMostFailures;) {
+    auto next = files.FindNextFileA(first.value.handle);
+    if (next.error == Error::NoMoreFiles) break;
+    failures = next.ok() ? 0 : failures + 1;
+    if (next.ok()) take(next.value);
   }
   StepOver(files.FindClose(first.value.handle));
   return entries;

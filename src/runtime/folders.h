@@ -28,9 +28,13 @@ inline constexpr std::uint32_t kListEverything =
 // True if the whole name matches a pattern with * and ?; "*.*" matches all. Case counts only with `match_case`.
 bool MatchesPattern(std::string_view pattern, std::string_view name, bool match_case = false);
 
-// Names that match the pattern in the path's last component, in the system's order, "." and ".." left
-// out. Windows also matches 8.3 names; an entry whose long name does not match is left out. Empty if
-// nothing matches or the folder cannot be read.
+// What a listing gives is a name, and no path, only then: it is not empty, "." or "..", and holds no separator, colon,
+// wildcard or other character that no name may hold. Anything else is never joined to a path.
+bool IsEntryName(std::string_view name);
+
+// Names that match the pattern in the path's last component, in the system's order. What is no entry name is left out.
+// A failure at one entry does not hide the rest. Windows also matches 8.3 names; an entry whose long name does not
+// match is left out. Empty if nothing matches or the folder cannot be read.
 std::vector<FolderEntry> ListEntries(Files& files, std::string_view pattern, std::uint32_t attribute_mask);
 
 // Deletes one file, or all that a pattern matches, hidden and system ones left alone. With a pattern, a

@@ -1,6 +1,8 @@
 // The quick wipe and the folder walker at their edges.
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "tests/support/rehearsal.h"
 
 namespace qb {
@@ -51,6 +53,10 @@ TEST(DeletePath, EdgesOfTheWipeAndTheWalker) {
        "start\ndo Wipe_Folder_Files C:\\j\ndo Delete_Folder_Files C:\\w\nexpect get HistoryRemoved is 0\n"
        "expect exists C:\\keep\\a is file\nexpect exists C:\\WINDOWS\\c is file\ndo Wipe_Folder_Files C:\\j\\t\n"
        "expect exists C:\\keep\\t\\b is no\n"},
+      {"an error at one entry does not hide the rest, and one at every entry ends",
+       "file C:\\t\\a x\nfile C:\\t\\b x\nfile C:\\t\\c x\nstart\nfail FindNextFileA 3 1392\n"
+       "do Wipe_Folder_Files C:\\t\nexpect files C:\\t is\nfile C:\\t\\d x\nfail FindNextFileA every 1392\n"
+       "do Wipe_Folder_Files C:\\t\nexpect text C:\\t\\d is x\n"},
       {"a close request that really ends the program stops the walk",
        "file C:\\t\\a x\nfile C:\\t\\b x\nfile C:\\t\\c x\nstart\nclose\nduring 3 close frmMain\n"
        "do Wipe_Folder_Files C:\\t\nexpect running is no\nexpect exists C:\\t\\a is no\nexpect exists C:\\t\\c is "
@@ -60,6 +66,37 @@ TEST(DeletePath, EdgesOfTheWipeAndTheWalker) {
     Rehearsal rehearsal;
     rehearsal.Play(c.script);
     EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << c.what << "\n" << rehearsal.printed();
+  }
+}
+
+// A listing that gives what is no name, as a foreign file system or a bent conversion does. The names stand on the
+// host.
+TEST(DeletePath, WhatAListingGivesIsNeverAPath) {
+  const char* const names[] = {"..\\..\\victim\\a.txt",
+                               "..\\victim",
+                               "C:\\victim\\a.txt",
+                               "C:",
+                               "sub\\..\\..\\victim\\a.txt",
+                               "*",
+                               "a?",
+                               "x<",
+                               "q\"",
+                               "tab\there",
+                               "\\"};
+  for (bool folders : {false, true}) {
+    Rehearsal rehearsal;
+    rehearsal.Play("file C:\\victim\\a.txt keep\nfile C:\\t\\sub\\b x\nfile C:\\t\\ab keep\n");
+    for (const char* name : names) {
+      const auto bait = rehearsal.folder() / "drives" / "C" / "t" / "sub" / name;
+      if (folders) std::filesystem::create_directories(bait / "a.txt");
+      if (!folders) std::ofstream(bait) << "bait";
+    }
+    rehearsal.Reopen();
+    rehearsal.Play(
+        "start\ndo Wipe_Folder_Files C:\\t\\sub\nexpect files C:\\victim is a.txt\n"
+        "expect text C:\\victim\\a.txt is keep\nexpect text C:\\t\\ab is keep\n"
+        "expect exists C:\\t\\sub\\b is no\n");
+    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << folders << rehearsal.printed();
   }
 }
 

@@ -35,6 +35,8 @@ class Rehearsal {
   }
 
   machine::Machine& machine() { return *machine_; }
+  // Where the machine lies on this computer.
+  std::filesystem::path folder() const { return folder_.path() / "machine"; }
   rehearse::Status status() const { return status_; }
   // What the last script printed, for the message of a failed test.
   const std::string& printed() const { return printed_; }
