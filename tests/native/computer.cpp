@@ -9,14 +9,27 @@ namespace native {
 
 namespace {
 
-std::string ReadAll(const std::string& path) {
+// Paths of the comparison are wide, so that each name is itself, and extended, so that none is too long.
+std::string ReadAll(const std::wstring& path) {
   std::string content;
-  FILE* file = std::fopen(path.c_str(), "rb");
+  FILE* file = _wfopen(path.c_str(), L"rb");
   if (file == nullptr) return "(cannot be read)";
   char block[65536];
   for (std::size_t got; (got = std::fread(block, 1, sizeof block, file)) > 0;) content.append(block, got);
   std::fclose(file);
   return content;
+}
+
+std::wstring Wide(const std::string& ascii) {
+  return std::wstring(ascii.begin(), ascii.end());
+}
+
+std::string Utf8(const std::wstring& text) {
+  std::string narrow(4 * text.size() + 1, '\0');
+  narrow.resize(
+      static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
+                                                   narrow.data(), static_cast<int>(narrow.size()), nullptr, nullptr)));
+  return narrow;
 }
 
 // Short enough to keep for every file of the system: length and a sum over the bytes.
@@ -26,22 +39,23 @@ std::string Digest(const std::string& content) {
   return std::to_string(content.size()) + ":" + std::to_string(sum);
 }
 
-void AddFolder(const std::string& folder, State& state) {
-  WIN32_FIND_DATAA found;
-  HANDLE search = FindFirstFileA((folder + "\\*").c_str(), &found);
+void AddFolder(const std::wstring& folder, State& state) {
+  const std::wstring extended = L"\\\\?\\" + folder;
+  WIN32_FIND_DATAW found;
+  HANDLE search = FindFirstFileW((extended + L"\\*").c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) return;
   do {
-    const std::string name = found.cFileName;
-    if (name == "." || name == "..") continue;
-    const std::string path = folder + "\\" + name;
+    const std::wstring name = found.cFileName;
+    if (name == L"." || name == L"..") continue;
+    const std::wstring path = folder + L"\\" + name;
     const bool is_folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     // The system's own programs are many and large, and the program cannot tell one from another.
-    const bool system_part = _stricmp(path.c_str(), "C:\\windows\\system32") == 0 ||
-                             _stricmp(path.c_str(), "C:\\windows\\syswow64") == 0 ||
-                             _stricmp(path.c_str(), "C:\\windows\\winsxs") == 0;
-    state[path] = is_folder ? "folder" : Digest(ReadAll(path));
+    const bool system_part = _wcsicmp(path.c_str(), L"C:\\windows\\system32") == 0 ||
+                             _wcsicmp(path.c_str(), L"C:\\windows\\syswow64") == 0 ||
+                             _wcsicmp(path.c_str(), L"C:\\windows\\winsxs") == 0;
+    state[Utf8(path)] = is_folder ? "folder" : Digest(ReadAll(extended + L"\\" + name));
     if (is_folder && !system_part) AddFolder(path, state);
-  } while (FindNextFileA(search, &found));
+  } while (FindNextFileW(search, &found));
   FindClose(search);
 }
 
@@ -84,7 +98,7 @@ void MakeFile(const std::string& path, const std::string& content) {
 
 std::vector<std::string> FilesIn(const std::string& folder) {
   State all;
-  AddFolder(folder, all);
+  AddFolder(Wide(folder), all);
   std::vector<std::string> names;
   for (const auto& [path, content] : all) {
     const std::string name = path.substr(folder.size() + 1);
@@ -119,7 +133,7 @@ void DeleteKey(const std::string& key) {
 
 std::string ReadFile(const std::string& path) {
   if (!Exists(path)) return {};
-  std::string content = ReadAll(path);
+  std::string content = ReadAll(Wide(path));
   content.erase(std::remove(content.begin(), content.end(), '\r'), content.end());
   return content;
 }
@@ -172,7 +186,7 @@ std::string Joined(const std::vector<std::string>& lines) {
 
 State TakeState() {
   State state;
-  AddFolder("C:", state);
+  AddFolder(L"C:", state);
   AddKey(HKEY_CURRENT_USER, "Software", state);
   return state;
 }

@@ -6,6 +6,7 @@
 #include "browser_story.h"
 #include "computer.h"
 #include "internet_story.h"
+#include "names_story.h"
 #include "remote_program.h"
 #include "window_stories.h"
 
@@ -183,6 +184,7 @@ int main(int count, char** arguments) {
       {"setup", SetupStory},
       {"browsers", [] { BrowserStory(Check); }},
       {"internet", [] { InternetStory(Check); }},
+      {"names", [] { NamesStory(Check); }},
       {"windows", [] { WindowStories(Check); }},
   };
   for (const auto& story : stories) {

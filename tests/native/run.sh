@@ -11,7 +11,8 @@ throwaway_prefix
 # The temp folder is emptied by the story: it begins as one that only the story fills.
 find "$WINEPREFIX/drive_c/windows/temp" -mindepth 1 -delete
 cp "$ROOT/build/windows/native_driver.exe" "$ROOT/build/windows/native_helper.exe" \
-  "$ROOT/tests/native/browsers.rehearsal" "$WINEPREFIX/drive_c/"
+  "$ROOT/build/windows/program_of_bytes.exe" "$ROOT/tests/native/browsers.rehearsal" "$WINEPREFIX/drive_c/"
+cp "$ROOT/build/windows/Quillbarrow.exe" "$WINEPREFIX/drive_c/program_of_unicode.exe"
 
 plays() { [ -z "$story" ] || [ "$story" = "$1" ]; }
 

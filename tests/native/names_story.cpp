@@ -1,0 +1,105 @@
+#include "names_story.h"
+
+#include <cstdio>
+
+#include "computer.h"
+#include "remote_program.h"
+
+namespace native {
+
+namespace {
+
+constexpr const char* kProgram = "C:\\Program Files\\Quillbarrow\\Quillbarrow.exe";
+const std::wstring kTemp = L"C:\\windows\\temp\\";
+// Fullwidth forms: a conversion by best fit makes dots, backslashes, a colon, an asterisk of them.
+const std::wstring kUp = L"\uFF0E\uFF0E\uFF3C";
+
+bool Make(const std::wstring& path) {
+  HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return false;
+  DWORD written = 0;
+  WriteFile(file, "bait", 4, &written, nullptr);
+  CloseHandle(file);
+  return true;
+}
+
+// A folder with one file of the same name in it.
+bool MakeFolderOf(const std::wstring& folder, const std::wstring& name) {
+  return CreateDirectoryW(folder.c_str(), nullptr) && Make(folder + L"\\" + name);
+}
+
+bool IsThere(const std::wstring& path) {
+  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+}  // namespace
+
+void NamesStory(const Report& check) {
+  EmptyUrlCache();
+  MakeFile("C:\\victim\\letter.txt", "keep");
+  MakeFile("C:\\victim\\sub\\letter.txt", "keep");
+  const std::wstring baits[] = {
+      kUp + kUp + L"victim\uFF3Cletter.txt",
+      kUp + kUp + L"victim\uFF3Csub",
+      L"C\uFF1A\uFF3Cvictim\uFF3Cletter.txt",
+      L"\uFF0E\uFF0E",
+      L"\uFF0A",
+      std::wstring(255, L'n'),
+      L"\u0436\u4E16\U0001F5D1.tmp",
+  };
+  std::vector<std::wstring> files, folders;
+  bool made = true;
+  for (const std::wstring& bait : baits) {
+    files.push_back(kTemp + bait);
+    made = Make(files.back()) && made;
+    // Beside the file, as a folder of the same length that holds it once more.
+    std::wstring folder = bait;
+    folder.back() = folder.back() == L'\uFF0E' ? L'\uFF3C' : L'_';
+    folders.push_back(kTemp + folder);
+    made = MakeFolderOf(folders.back(), bait) && made;
+    files.push_back(folders.back() + L"\\" + bait);
+  }
+  // A file system that keeps names in UTF-8 may refuse an unpaired surrogate; Windows takes it.
+  for (const wchar_t* lone : {L"\xD800z.tmp", L"z\xDC00.tmp"}) {
+    if (Make(kTemp + lone)) files.push_back(kTemp + lone);
+  }
+  std::printf("     %u baits\n", static_cast<unsigned>(files.size()));
+  std::wstring deep = L"\\\\?\\" + kTemp + L"deep";
+  for (int level = 0; level < 12; ++level) {
+    made = CreateDirectoryW(deep.c_str(), nullptr) && made;
+    files.push_back(deep + L"\\page.htm");
+    made = Make(files.back()) && made;
+    deep += L"\\" + std::wstring(60, L'd');
+  }
+  check(made, "names that a conversion bends, and a tree of 700 characters, are in the temp folder");
+
+  check(CopyFileA("C:\\program_of_bytes.exe", kProgram, FALSE) != FALSE,
+        "the program runs in the code page of the system");
+  const State before = TakeState();
+  {
+    RemoteProgram program("");
+    HWND window = program.MainWindow();
+    WaitFor([&] { return IsWindowVisible(window) != FALSE; });
+    program.PickTab(4);
+    if (!program.Ticked("Windows Temp Folder")) program.Click("Windows Temp Folder");
+    check(program.Ticked("Windows Temp Folder") && program.Kill(), "a run over the temp folder ends");
+    check(program.End(), "and the program");
+  }
+  CopyFileA("C:\\program_of_unicode.exe", kProgram, FALSE);
+
+  std::size_t left = 0;
+  for (const std::wstring& file : files) left += IsThere(file) ? 1 : 0;
+  check(left == 0, "the baits themselves are gone");
+  for (const std::wstring& folder : folders) left += IsThere(folder) ? 0 : 1;
+  check(left == 0, "their folders stay");
+  const auto differences = Differences(before, TakeState(),
+                                       {"C:\\windows\\temp\\", kProgram, "Software\\VB and VBA Program Settings",
+                                        "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\",
+                                        "C:\\users\\root\\AppData\\Local\\Quillbarrow", "Software\\Wine\\"});
+  for (const std::string& line : differences) std::printf("     %s\n", line.c_str());
+  check(differences.empty() && ReadFile("C:\\victim\\letter.txt") == "keep" &&
+            ReadFile("C:\\victim\\sub\\letter.txt") == "keep",
+        "nothing outside the temp folder changed, byte for byte");
+}
+
+}  // namespace native
