@@ -1,7 +1,5 @@
 #include "bosskey/window_hider.h"
 
-#include <array>
-
 #include "bosskey/window_classes.h"
 
 namespace qb {
@@ -56,15 +54,15 @@ void WindowHider::Boss_Enum_Proc(WindowHandle window) {
 }
 
 std::string WindowHider::Get_Class_Name(WindowHandle window) {
-  std::array<char, 255> buffer{};
-  const std::uint32_t length = desktop_.GetClassNameA(window, buffer);
-  return {buffer.data(), length};
+  TextBuffer name(255);
+  desktop_.GetClassNameA(window, name);
+  return name.text();
 }
 
 std::string WindowHider::Get_Window_Title(WindowHandle window) {
-  std::string title(desktop_.GetWindowTextLengthA(window) + 1, '\0');
-  title.resize(desktop_.GetWindowTextA(window, title));
-  return title;
+  TextBuffer title(desktop_.GetWindowTextLengthA(window) + 1);
+  desktop_.GetWindowTextA(window, title);
+  return title.text();
 }
 
 }  // namespace qb
