@@ -10,7 +10,14 @@ constexpr std::int16_t kHoldTicks = 30;
 
 }  // namespace
 
-void AutoKill::Timer1_Timer() {
+void AutoKill::Once(bool& running, void (AutoKill::*tick)()) {
+  if (running) return;
+  running = true;
+  (this->*tick)();
+  running = false;
+}
+
+void AutoKill::WatcherTick() {
   if (hold_count_ != 0) {
     ++hold_count_;
     hold_ = hold_count_ < kHoldTicks;
@@ -51,7 +58,7 @@ void AutoKill::LastWindowClosed(const FamilyRow& row) {
   hold_count_ = 1;
 }
 
-void AutoKill::Timer_AutoKill_Timer() {
+void AutoKill::IntervalTick() {
   if (!interval_.MinutePassed()) return;
   runAutoKillnow_Click();
   if (life_.Over()) return;

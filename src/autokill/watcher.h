@@ -17,10 +17,10 @@ class AutoKill {
   AutoKill(Desktop& desktop, Settings& settings, AutoKillInterval& interval, const Lifetime& life, AutoKillHost& host)
       : desktop_(desktop), settings_(settings), interval_(interval), life_(life), host_(host) {}
 
-  // One tick of the watcher, once a second.
-  void Timer1_Timer();
-  // One tick of the interval, once a minute.
-  void Timer_AutoKill_Timer();
+  // One tick of the watcher, once a second, and one of the interval, once a minute. Neither runs inside itself: a
+  // tick that comes meanwhile is dropped. Each may run inside the other.
+  void Timer1_Timer() { Once(in_watcher_, &AutoKill::WatcherTick); }
+  void Timer_AutoKill_Timer() { Once(in_interval_, &AutoKill::IntervalTick); }
 
   // The entries of a run: after a browser was closed, asked for by the user or the interval, and one more.
   void runAutoKill_AutoRun() { Run(kAfterBrowser); }
@@ -38,6 +38,9 @@ class AutoKill {
   static std::size_t Index(Family family) { return static_cast<std::size_t>(family); }
   using Flags = std::array<bool, kFamilies.size()>;
 
+  void Once(bool& running, void (AutoKill::*tick)());
+  void WatcherTick();
+  void IntervalTick();
   void Run(std::int16_t mode);
   Flags Poll();
   void LastWindowClosed(const FamilyRow& row);
@@ -51,6 +54,7 @@ class AutoKill {
   Flags open_{};
   std::int16_t hold_count_ = 0;
   bool hold_ = false;
+  bool in_watcher_ = false, in_interval_ = false;
 };
 
 }  // namespace qb
