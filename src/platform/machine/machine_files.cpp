@@ -203,7 +203,12 @@ Error MachineFiles::FlushFileBuffers(FileHandle file) {
   CallText call("FlushFileBuffers");
   call.Handle(Plain(file));
   Error error = state_.gate.Enter("FlushFileBuffers");
-  if (Ok(error)) error = Get(file).error;
+  if (Ok(error)) {
+    auto open = Get(file);
+    error = open.error;
+    // Onto the disk of the host: what the program overwrites next must have been there.
+    if (open.ok() && open.value->host.fd() >= 0 && fdatasync(open.value->host.fd()) != 0) error = Error::WriteProtect;
+  }
   state_.gate.Record(call, BoolText(Ok(error)));
   return error;
 }
