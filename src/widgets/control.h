@@ -23,6 +23,7 @@ enum class ControlKind {
   TextBox,
   TabStrip,
   ProgressBar,
+  PictureBox,
   Timer,
   MenuItem
 };

@@ -31,6 +31,16 @@ std::string EntryText(const std::vector<std::string>& entries, int index) {
 
 }  // namespace
 
+void Label::SetBold(bool bold) {
+  if (bold == bold_) return;
+  bold_ = bold;
+  Changed();
+}
+
+std::optional<std::string> Label::Property(std::string_view name) const {
+  return OneOf(*this, name, {{"FontBold", BooleanText(bold_)}});
+}
+
 std::optional<std::string> Button::Property(std::string_view name) const {
   return OneOf(*this, name, {{"Default", BooleanText(default_)}, {"Cancel", BooleanText(cancel_)}});
 }
@@ -103,6 +113,12 @@ bool ListBox::SetListIndex(int index) {
   return true;
 }
 
+void ListBox::SetHorizontalExtent(int extent) {
+  if (extent == horizontal_extent_) return;
+  horizontal_extent_ = extent;
+  Changed();
+}
+
 void ListBox::UserMark(const std::vector<int>& indices) {
   marked_.clear();
   for (int index : indices) {
@@ -120,7 +136,8 @@ std::optional<std::string> ListBox::Property(std::string_view name) const {
                {{"ListCount", std::to_string(ListCount())},
                 {"ListIndex", std::to_string(list_index_)},
                 {"Text", EntryText(entries_, list_index_)},
-                {"SelCount", std::to_string(marked_.size())}});
+                {"SelCount", std::to_string(marked_.size())},
+                {"Tag", horizontal_extent_ == 0 ? "" : std::to_string(horizontal_extent_)}});
 }
 
 void ComboBox::AddItem(std::string text) {

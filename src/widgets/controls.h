@@ -19,9 +19,15 @@ class Label : public Control {
   Label(Form& form, std::string name, std::string caption) : Control(form, ControlKind::Label, name, caption) {}
   // True for one that is drawn as a title across its window or page.
   bool IsHeading() const { return heading_; }
+  bool Bold() const { return bold_; }
+  void SetBold(bool bold);
+  std::optional<std::string> Property(std::string_view name) const override;
 
  protected:
   bool heading_ = false;
+
+ private:
+  bool bold_ = false;
 };
 
 class HeadingLabel : public Label {
@@ -123,6 +129,9 @@ class ListBox : public Control {
   // Selects one entry and scrolls it into view, without Click. An index past either end is refused.
   bool SetListIndex(int index);
   bool Selected(int index) const { return marked_.count(index) != 0; }
+  // How far the list scrolls sideways, in the unit of FormWatcher::TextWidth; 0 until it is set. It is the list's Tag.
+  int HorizontalExtent() const { return horizontal_extent_; }
+  void SetHorizontalExtent(int extent);
   // The user marks exactly these (of a single-select list, the last of them), and Click runs.
   void UserMark(const std::vector<int>& indices);
   std::optional<std::string> Property(std::string_view name) const override;
@@ -132,6 +141,7 @@ class ListBox : public Control {
   std::vector<std::string> entries_;
   std::set<int> marked_;
   int list_index_ = -1;
+  int horizontal_extent_ = 0;
 };
 
 // A drop-down list without a text field.

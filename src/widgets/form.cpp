@@ -93,6 +93,7 @@ bool Form::Unload(UnloadMode mode) {
   if (!loaded_) return true;
   bool cancel = false;
   Form_QueryUnload(cancel, mode);
+  if (!loaded_) return true;  // it has unloaded itself
   if (!cancel) Form_Unload(cancel);
   if (cancel) return false;
   Destroy();

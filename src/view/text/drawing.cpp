@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "widgets/picture_box.h"
+
 namespace qb {
 namespace {
 
@@ -13,10 +15,8 @@ constexpr std::size_t kFieldWidth = 24;
 constexpr std::size_t kBarWidth = 40;
 constexpr std::size_t kGap = 2;
 
-// Columns that a UTF-8 text takes: one for each character, none for continuation bytes.
 std::size_t Width(std::string_view text) {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+  return Columns(text);
 }
 
 std::size_t Width(const Block& block) {
@@ -82,6 +82,16 @@ std::string DrawBar(const ProgressBar& bar) {
          "/" + std::to_string(bar.Max());
 }
 
+// The row in the middle, a character for so many pixels: blank where nothing but the background is.
+std::string DrawPicture(const PictureBox& picture) {
+  constexpr int kPixels = 4;
+  std::string row = "[";
+  for (int column = kPixels / 2; picture.Rows() > 0 && column < picture.Columns(); column += kPixels) {
+    row += picture.PixelAt(column, picture.Rows() / 2) == picture.BackColor() ? ' ' : '#';
+  }
+  return row + "]";
+}
+
 std::string DrawCombo(const ComboBox& combo) {
   int index = combo.ListIndex();
   std::string chosen = index < 0 ? "" : combo.Entries()[static_cast<std::size_t>(index)];
@@ -121,6 +131,9 @@ Block DrawControl(const Control& control) {
       break;
     case ControlKind::ProgressBar:
       block = {DrawBar(static_cast<const ProgressBar&>(control))};
+      break;
+    case ControlKind::PictureBox:
+      block = {DrawPicture(static_cast<const PictureBox&>(control))};
       break;
     case ControlKind::TabStrip:
     case ControlKind::Timer:
@@ -212,6 +225,11 @@ Block DrawMenus(const Form& form) {
 }
 
 }  // namespace
+
+std::size_t Columns(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
 
 std::string PlainCaption(std::string_view caption) {
   std::string plain;

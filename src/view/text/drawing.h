@@ -16,4 +16,7 @@ std::string Draw(const Form& form);
 // A caption without the ampersand of its access key; "&&" stands for one ampersand.
 std::string PlainCaption(std::string_view caption);
 
+// Columns that a UTF-8 text takes: one for each character.
+std::size_t Columns(std::string_view text);
+
 }  // namespace qb

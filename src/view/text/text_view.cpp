@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "view/text/drawing.h"
+
 namespace qb {
 
 TextView::TextView(machine::Machine& machine, const std::string& application_title) : machine_(machine) {
@@ -62,6 +64,10 @@ void TextView::FormChanged(Form& form, Aspect aspect) {
 WindowHandle TextView::WindowOf(const Form& form) const {
   auto found = std::find_if(loaded_.begin(), loaded_.end(), [&](const Window& window) { return window.form == &form; });
   return found == loaded_.end() ? WindowHandle::None : found->handle;
+}
+
+int TextView::TextWidth(const Form&, std::string_view text) const {
+  return static_cast<int>(Columns(text));
 }
 
 void TextView::PopupMenu(Form&, MenuItem& menu) {

@@ -32,6 +32,7 @@ class TextView : public FormWatcher {
   // A drawing is made anew each time that it is asked for, so nothing is ever out of date.
   void ControlChanged(Control&) override {}
   WindowHandle WindowOf(const Form& form) const override;
+  int TextWidth(const Form& form, std::string_view text) const override;
   // Opens the menu and returns at once: the click of one of its items closes it.
   void PopupMenu(Form& form, MenuItem& menu) override;
 

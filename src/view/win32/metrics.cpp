@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "view/win32/wide_text.h"
+#include "widgets/picture_box.h"
 
 namespace qb::win32 {
 
@@ -170,6 +171,10 @@ Extent Metrics::Smallest(const Control& control) const {
       return {Horizontal(40), Vertical(14)};  // the strip itself knows better, once it is made
     case ControlKind::ProgressBar:
       return {Horizontal(100), Vertical(9)};
+    case ControlKind::PictureBox: {
+      const auto& picture = static_cast<const PictureBox&>(control);
+      return {picture.Columns(), picture.Rows()};
+    }
     case ControlKind::Timer:
     case ControlKind::MenuItem:
       return {};

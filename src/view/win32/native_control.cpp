@@ -29,7 +29,8 @@ struct NativeControl::Kind {
 const NativeControl::Kind& NativeControl::KindOf(const Control& control) {
   using C = NativeControl;
   static const Kind frame{L"Button", BS_GROUPBOX, WS_EX_TRANSPARENT, &C::RefreshNothing, &C::ActNothing};
-  static const Kind label{L"Static", SS_LEFT | SS_NOTIFY, 0, &C::RefreshNothing, &C::ActNothing};
+  static const Kind label{L"Static", SS_LEFT | SS_NOTIFY, 0, &C::RefreshLabel, &C::ActNothing};
+  static const Kind picture{L"Static", SS_BITMAP | SS_NOTIFY, 0, &C::RefreshPicture, &C::ActNothing};
   static const Kind heading{L"Static", SS_OWNERDRAW, 0, &C::RefreshNothing, &C::ActNothing};
   static const Kind link{L"SysLink", WS_TABSTOP, 0, &C::RefreshNothing, &C::ActLink};
   static const Kind button{L"Button", BS_PUSHBUTTON | WS_TABSTOP, 0, &C::RefreshPushButton, &C::ActClick};
@@ -67,6 +68,8 @@ const NativeControl::Kind& NativeControl::KindOf(const Control& control) {
       return tabs;
     case ControlKind::ProgressBar:
       return progress;
+    case ControlKind::PictureBox:
+      return picture;
     case ControlKind::Timer:
     case ControlKind::MenuItem:
       break;
@@ -112,6 +115,9 @@ void NativeControl::SetMetrics(const Metrics& metrics) {
   }
   const bool heading = control_.kind() == ControlKind::Label && static_cast<const Label&>(control_).IsHeading();
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(heading ? metrics.HeadingFont() : metrics.font()), TRUE);
+  // The weight is to be given to the new font.
+  bold_ = false;
+  if (control_.kind() == ControlKind::Label && !heading) RefreshLabel();
   if (control_.kind() == ControlKind::TabStrip) {
     MeasureTabs(::MulDiv(kRoomBesideTabs, static_cast<int>(metrics.dpi()), 96));
   }
@@ -192,6 +198,21 @@ bool NativeControl::Refresh() {
   return text_changed || visible_changed;
 }
 
+void NativeControl::RefreshLabel() {
+  const bool bold = static_cast<Label&>(control_).Bold();
+  if (bold == bold_) return;
+  bold_ = bold;
+  GdiObject font = WithWeight(reinterpret_cast<HFONT>(Send(WM_GETFONT)), bold);
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+  own_font_ = std::move(font);
+}
+
+void NativeControl::RefreshPicture() {
+  GdiObject picture = BitmapOf(static_cast<PictureBox&>(control_));
+  Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(picture.get()));
+  picture_ = std::move(picture);
+}
+
 void NativeControl::RefreshPushButton() {
   const UINT type = static_cast<Button&>(control_).Default() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
   const auto style = static_cast<UINT>(::GetWindowLongW(window_, GWL_STYLE));
@@ -244,6 +265,10 @@ void NativeControl::RefreshList() {
   const std::size_t before = entries_.size();
   SyncEntries(list.Entries(), LB_ADDSTRING, LB_DELETESTRING, LB_RESETCONTENT);
   for (std::size_t i = before; i < entries_.size(); ++i) WidenList(entries_[i]);
+  if (list.HorizontalExtent() > widest_entry_) {
+    widest_entry_ = list.HorizontalExtent();
+    Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest_entry_));
+  }
   if (!list.MultiSelect()) {
     if (Send(LB_GETCURSEL) != list.ListIndex()) Send(LB_SETCURSEL, static_cast<WPARAM>(list.ListIndex()));
     return;

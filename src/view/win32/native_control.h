@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/win32/windows_api.h"
+#include "view/win32/drawn_controls.h"
 #include "view/win32/metrics.h"
 #include "widgets/controls.h"
 
@@ -43,6 +44,8 @@ class NativeControl {
   struct Kind;
   static const Kind& KindOf(const Control& control);
 
+  void RefreshLabel();
+  void RefreshPicture();
   void RefreshPushButton();
   void RefreshMark();
   void RefreshList();
@@ -78,6 +81,8 @@ class NativeControl {
   bool refreshing_ = false;           // the window changes because a property did, not by the user
   std::vector<std::string> entries_;  // what the native list holds
   int widest_entry_ = 0;              // pixels
+  bool bold_ = false;
+  GdiObject own_font_, picture_;  // of a label whose weight was changed, and of a picture box
 };
 
 }  // namespace qb::win32

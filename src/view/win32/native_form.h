@@ -53,6 +53,8 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   // Keys that mean something to the window as a whole. True if the message is done with.
   bool TakeMessage(MSG& message);
   void PopupMenu(MenuItem& menu);
+  // In pixels, on one line.
+  int TextWidth(const std::string& text) const { return metrics_->TextExtent(text).width; }
 
  private:
   class OwnChange;

@@ -102,6 +102,11 @@ WindowHandle NativeView::WindowOf(const Form& form) const {
   return native == nullptr ? WindowHandle::None : Wrap<WindowHandle>(native->window());
 }
 
+int NativeView::TextWidth(const Form& form, std::string_view text) const {
+  const NativeForm* native = NativeOf(form);
+  return native == nullptr ? 0 : native->TextWidth(std::string(text));
+}
+
 void NativeView::PopupMenu(Form& form, MenuItem& menu) {
   if (const std::shared_ptr<NativeForm> native = NativeOf(form)) native->PopupMenu(menu);
 }

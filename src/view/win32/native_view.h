@@ -28,6 +28,7 @@ class NativeView : public FormWatcher, private NativeForm::Host {
   void FormChanged(Form& form, Aspect aspect) override;
   void ControlChanged(Control& control) override;
   WindowHandle WindowOf(const Form& form) const override;
+  int TextWidth(const Form& form, std::string_view text) const override;
   void PopupMenu(Form& form, MenuItem& menu) override;
 
  private:
