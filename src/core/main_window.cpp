@@ -52,6 +52,7 @@ frmMain::frmMain(const FormHost& host, Services& services, ProgramLife& life)
       life_(life),
       SftTabs1(*this, "SftTabs1", TabPages()),
       cmdKILLALL(*this, "cmdKILLALL", "Kill Now!"),
+      cmdThumbs(*this, "cmdThumbs", "Thumbs.db Scan/Remove"),
       lblURL(*this, "lblURL", "Quillbarrow on the web"),
       lstStatus(*this, "lstStatus"),
       pBar(*this, "pBar"),
@@ -78,6 +79,8 @@ frmMain::frmMain(const FormHost& host, Services& services, ProgramLife& life)
   lblJustKilled.SetToolTip(std::string(kCountTip));
   lblQuillbarrowed.SetToolTip(std::string(kCountTip));
   cmdKILLALL.Click = [this] { life_.KillNow(); };
+  cmdThumbs.Click = [this] { life_.ShowThumbnailScan(); };
+  cmdThumbs.SetToolTip("Find and remove the hidden pictures that Windows keeps of images you have viewed");
   cmdClearLog.Click = [this] { cmdClearLog_Click(); };
   lblURL.Click = [this] { services_.folders.Open_URL(kHomeSite, services_.data_folder, Window()); };
   cmdSetCookies.Click = [this] { life_.ShowCookieManager(); };
@@ -94,7 +97,7 @@ frmMain::frmMain(const FormHost& host, Services& services, ProgramLife& life)
   pages.push_back(boss_key_page_.Arrangement());
   pages.push_back(shredder_page_.Arrangement());
   pages.push_back(LogPage());
-  Arrange(Column({Tabs(SftTabs1, std::move(pages)).Stretched(), Row({cmdKILLALL, lblURL})}));
+  Arrange(Column({Tabs(SftTabs1, std::move(pages)).Stretched(), Row({cmdKILLALL, cmdThumbs, lblURL})}));
 }
 
 void frmMain::MakeTraceBoxes() {

@@ -23,6 +23,7 @@ class frmMain : public Form, public RunDisplay {
   // Sets every control that shows a setting.
   void LoadFromSettings();
   void EnableHomePageTimer(bool enabled) { Timer_HomePage.SetTimerEnabled(enabled); }
+  void EnableWatcherTimer(bool enabled) { Timer1.SetTimerEnabled(enabled); }
 
   void cmdClearLog_Click();
   void Timer2_Timer();
@@ -64,7 +65,7 @@ class frmMain : public Form, public RunDisplay {
   std::map<std::string, CheckBox*, std::less<>> boxes_;  // by name
 
   TabStrip SftTabs1;
-  Button cmdKILLALL;
+  Button cmdKILLALL, cmdThumbs;
   LinkLabel lblURL;
   ListBox lstStatus;
   ProgressBar pBar;

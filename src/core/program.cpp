@@ -28,7 +28,10 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
                services_.profiles, keep_list_, services_.history_removed, services_.run, services_.thumbs,
                ie_folders_moved_, services_.life},
               main_window_, *this),
-      resident_(services_, main_window_, engine_.run(), *this) {}
+      resident_(services_, main_window_, engine_.run(), *this),
+      thumbs_({platform, watcher, services_.life},
+              {services_.channels, services_.settings, services_.folders, engine_.delete_path(),
+               services_.history_removed, services_.thumbs, services_.data_folder}) {}
 
 Program::~Program() {
   if (instance_ != MutexHandle::None) StepOver(platform_.processes.CloseHandle(instance_));
@@ -61,6 +64,19 @@ void Program::ShowForRun() {
 void Program::HideAfterRun() {
   main_window_.Hide();
   main_window_.SetState(WindowState::Minimised);
+}
+
+void Program::ShowThumbnailScan() {
+  constexpr std::int16_t kThumbsKilled = 29, kThumbsFound = 30;
+  if (thumbs_.Loaded()) return thumbs_.SetFocus();
+  main_window_.EnableWatcherTimer(false);
+  thumbs_.ShowModal();
+  if (Ended()) return;
+  main_window_.EnableWatcherTimer(true);
+  main_window_.ShowLog();
+  run_log().Log_Step(services_.thumbs.Thumbs_Deleted >= 1 ? kThumbsKilled : kThumbsFound);
+  if (Ended()) return;
+  main_window_.SetValue(main_window_.Max());
 }
 
 void Program::Pause_Seconds(double seconds) {
@@ -102,6 +118,7 @@ void Program::MainWindowUnload(bool& cancel) {
     main_window_.Hide();
     return;
   }
+  thumbs_.CloseWithProgram();
   End();
 }
 

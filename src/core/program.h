@@ -13,6 +13,7 @@
 #include "core/resident.h"
 #include "core/services.h"
 #include "kill/kill_engine.h"
+#include "thumbs/thumbs_window.h"
 
 namespace qb {
 
@@ -47,6 +48,7 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   ProductFolders& products() { return products_; }
   TraceUnits& trace_units() { return engine_.units(); }
   Resident& resident() { return resident_; }
+  frmThumbs& thumbs() { return thumbs_; }
   bool IEFoldersMoved() const { return ie_folders_moved_; }
 
   // Reads the settings anew, as the start does, and sets their controls. The product itself does not call it.
@@ -71,7 +73,7 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   void InvokeBossKey() override { resident_.boss_key.hider.InvokeBossKey(); }
   void ShowWizard() override { wizard_.Show(); }
   void ShowWizardModal() override { wizard_.ShowModal(); }
-  void ShowThumbnailScan() override {}
+  void ShowThumbnailScan() override;
   void ShowAbout() override { about_.Show(); }
   void OpenSupportSite() override;
   void ShutDown() override;
@@ -111,6 +113,7 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   frmAbout about_;
   KillEngine engine_;
   Resident resident_;
+  frmThumbs thumbs_;
   MutexHandle instance_ = MutexHandle::None;
   bool ie_folders_moved_ = false;
 };

@@ -82,11 +82,13 @@ bool LongStepFollows(int code) {
 }  // namespace
 
 std::string LogText(int code, const ThumbTotals& thumbs) {
-  const std::string counts = std::to_string(thumbs.images) + " images in " + std::to_string(thumbs.files);
-  if (code == kThumbsKilled) return " - Killed and Shredded " + counts + " hidden Thumbs.db files!";
+  const std::string images = std::to_string(thumbs.Thumbnails_Found) + " images in ";
+  if (code == kThumbsKilled) {
+    return " - Killed and Shredded " + images + std::to_string(thumbs.Thumbs_Deleted) + " hidden Thumbs.db files!";
+  }
   if (code == kThumbsFound) {
-    return " - Found " + counts +
-           (thumbs.files != 0 ? " hidden Thumbs.db files!  NONE REMOVED!" : " hidden Thumbs.db files.");
+    return " - Found " + images + std::to_string(thumbs.Thumbs_Located) +
+           (thumbs.Thumbs_Located != 0 ? " hidden Thumbs.db files!  NONE REMOVED!" : " hidden Thumbs.db files.");
   }
   const bool known = code >= 1 && static_cast<std::size_t>(code) <= std::size(kTexts);
   return known ? std::string(kTexts[code - 1]) : std::string();

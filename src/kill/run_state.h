@@ -15,10 +15,11 @@ struct RunState {
   bool StartedAtBoot = false;
 };
 
-// What the thumbnail audit found last, for its two log lines.
+// What the thumbnail audit found and removed last, for its two log lines. The audit changes them.
 struct ThumbTotals {
-  std::int32_t images = 0;
-  std::int32_t files = 0;
+  std::int32_t Thumbnails_Found = 0;  // pictures
+  std::int32_t Thumbs_Located = 0;    // files
+  std::int32_t Thumbs_Deleted = 0;    // files
 };
 
 }  // namespace qb

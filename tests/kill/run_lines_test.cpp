@@ -226,11 +226,11 @@ TEST(RunLines, RunsThatStopOrSelectNothing) {
 }
 
 TEST(RunLines, EveryCodeHasItsLine) {
-  const ThumbTotals none, some{7, 2};
+  const ThumbTotals none, some{7, 3, 2};
   for (int code = 1; code <= 54; ++code) EXPECT_EQ(LogText(code, none).substr(0, 3), " - ") << code;
   for (int code : {-1, 0, 55, 32767}) EXPECT_EQ(LogText(code, none), "") << code;
   EXPECT_EQ(LogText(29, some), " - Killed and Shredded 7 images in 2 hidden Thumbs.db files!");
-  EXPECT_EQ(LogText(30, some), " - Found 7 images in 2 hidden Thumbs.db files!  NONE REMOVED!");
+  EXPECT_EQ(LogText(30, some), " - Found 7 images in 3 hidden Thumbs.db files!  NONE REMOVED!");
   EXPECT_EQ(LogText(30, none), " - Found 0 images in 0 hidden Thumbs.db files.");
 }
 
