@@ -3,6 +3,7 @@
 Leaves WORK/chromium (a user data folder), WORK/firefox (a profile) and WORK/downloads. Prints one 'ok' or
 'FAIL' line for each browser: ok if it visited all pages and came to its end by itself.
 """
+import contextlib
 import fcntl
 import json
 import os
@@ -121,7 +122,9 @@ class DevTools:
         self.wait_for_event('Page.loadEventFired')
 
 
-def browse_with_chromium(work, port):
+@contextlib.contextmanager
+def chromium(work, *options):
+    """A Chromium with the profile WORK/chromium, and its DevTools at its first page."""
     browser_reads, to_browser = os.pipe()
     from_browser, browser_writes = os.pipe()
     # Numbers that cannot be in the way of 3 and 4, at which the browser expects its ends.
@@ -130,7 +133,7 @@ def browse_with_chromium(work, port):
     command = ['chromium', '--headless=new', '--no-sandbox', '--disable-gpu', '--disable-quic',
                '--disable-dev-shm-usage', '--no-first-run', '--no-default-browser-check', '--disable-breakpad',
                '--disable-background-networking', '--disable-component-update', '--disable-sync',
-               '--password-store=basic', '--remote-debugging-pipe', f'--proxy-server=http://127.0.0.1:{port}',
+               '--password-store=basic', '--remote-debugging-pipe', *options,
                f'--user-data-dir={work / "chromium"}', 'about:blank']
     browser = Browser(work, 'chromium',
                       ['bash', '-c', f'exec "$@" 3<&{ends[0]} 4>&{ends[1]} {ends[0]}<&- {ends[1]}>&-', 'bash', *command],
@@ -143,6 +146,15 @@ def browse_with_chromium(work, port):
                            'no page was opened')
         tools.session = tools.call('Target.attachToTarget', targetId=pages[0]['targetId'], flatten=True)['sessionId']
         tools.call('Page.enable')
+        yield tools
+        tools.call('Browser.close')
+        browser.wait_for_end()
+    os.close(to_browser)
+    os.close(from_browser)
+
+
+def browse_with_chromium(work, port):
+    with chromium(work, f'--proxy-server=http://127.0.0.1:{port}') as tools:
         tools.call('Browser.setDownloadBehavior', behavior='allow', downloadPath=str(work / 'downloads'))
         tools.visit(web_site.START)
         tools.visit(web_site.PAGE)
@@ -159,10 +171,6 @@ def browse_with_chromium(work, port):
         tools.evaluate(f'location.href = "{web_site.DOWNLOAD}"')
         wait_until((work / 'downloads' / web_site.DOWNLOAD_NAME).exists, 'nothing was downloaded')
         tools.visit(web_site.SECOND_PAGE)
-        tools.call('Browser.close')
-        browser.wait_for_end()
-    os.close(to_browser)
-    os.close(from_browser)
 
 
 class Marionette:

@@ -122,4 +122,11 @@ fi
 read -r _ good _ wrong _ <<<"$closing"
 passed=$((passed + good))
 failed=$((failed + wrong))
+
+# The pages of the thumbnail audit, with pictures that Chromium itself has made.
+timeout --foreground -k 20 240 python3 "$here/thumbs.py" "$WORK" "$program" >"$WORK/thumbs.txt" 2>&1 ||
+  bad "the pages of the thumbnail audit were not looked at"
+cat "$WORK/thumbs.txt"
+passed=$((passed + $(grep -c '^ok   ' "$WORK/thumbs.txt" || true)))
+failed=$((failed + $(grep -c '^FAIL ' "$WORK/thumbs.txt" || true)))
 finish

@@ -44,7 +44,7 @@ class Shredder : public test::MachineTest {
   }
   std::vector<std::string> Lines(std::string_view operation) const {
     std::vector<std::string> lines;
-    for (const Gate::Call& call : calls_) {
+    for (const Gate::RecordedCall& call : calls_) {
       if (call.operation == operation) lines.push_back(call.line);
     }
     return lines;
@@ -56,7 +56,7 @@ class Shredder : public test::MachineTest {
       return std::stoull(line.substr(line.find(text) + std::string_view(text).size()));
     };
     std::uint64_t place = 0;
-    for (const Gate::Call& call : calls_) {
+    for (const Gate::RecordedCall& call : calls_) {
       if (call.operation == "SetFilePointer") place = number_behind(call.line, ") = ");
       if (call.operation == "WriteFile") writes.emplace_back(place, number_behind(call.line, "<"));
     }
@@ -71,7 +71,7 @@ class Shredder : public test::MachineTest {
 
   std::optional<clsShredder> shredder_;
   std::vector<std::string> events_, contents_;
-  std::vector<Gate::Call> calls_;
+  std::vector<Gate::RecordedCall> calls_;
   Lifetime life_;
   std::int32_t end_after_ = -1;
 };
