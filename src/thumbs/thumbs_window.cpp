@@ -71,6 +71,9 @@ frmThumbs::frmThumbs(const FormHost& host, const ThumbsNeeds& needs)
   cmdDeleteAll.Click = [this] { cmdDeleteAll_Click(); };
   cmdCancel.Click = [this] { StepOver(Unload()); };
   cmdCancel.SetCancelButton(true);
+  cmdScan.SetIcon(ButtonIcon::Search);
+  cmdDeleteAll.SetIcon(ButtonIcon::Kill);
+  cmdCancel.SetIcon(ButtonIcon::Cancel);
   lstThumbs.Click = [this] { lstThumbs_Click(); };
   lblURL.Click = [this] { needs_.folders.Open_URL(kThumbsArticle, needs_.data_folder, Window()); };
   Timer1.Click = [this] { Timer1_Timer(); };

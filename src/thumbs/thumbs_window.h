@@ -117,8 +117,8 @@ class frmThumbs : public Form, private WalkObserver {
   bool Report_Busy_ = false;         // the page of one file is being made
   std::int32_t Thumbs_Index_ = 0;    // the number of the next cache file in the names of pictures
 
-  Label Label2, Label1, lblClickInfo, lblStatus, lblCount, lblThumbsCount, lblKills, lblClickHere, lblClickHere2,
-      Label3;
+  HeadingLabel Label2;
+  Label Label1, lblClickInfo, lblStatus, lblCount, lblThumbsCount, lblKills, lblClickHere, lblClickHere2, Label3;
   LinkLabel lblURL;
   ListBox lstThumbs;
   ProgressBar pBar, pBar2;

@@ -103,7 +103,7 @@ WindowHandle NativeView::WindowOf(const Form& form) const {
 }
 
 int NativeView::TextWidth(const Form& form, std::string_view text) const {
-  const NativeForm* native = NativeOf(form);
+  const auto native = NativeOf(form);
   return native == nullptr ? 0 : native->TextWidth(std::string(text));
 }
 
