@@ -13,6 +13,15 @@ namespace {
 constexpr wchar_t kApplicationClass[] = L"ThunderRT6Main";
 constexpr wchar_t kApplicationTitle[] = L"Quillbarrow";
 
+// The tray tells of the mouse by the message of a mouse move. A real one, which lies where the mouse was, means nothing
+// to a form's own window, and at the wrong place with a button down it would read as the tray's.
+bool IsMouseMove(const MSG& message) {
+  if (message.message != WM_MOUSEMOVE) return false;
+  POINT place{static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))};
+  ::ClientToScreen(message.hwnd, &place);
+  return place.x == message.pt.x && place.y == message.pt.y && ::GetAncestor(message.hwnd, GA_ROOT) == message.hwnd;
+}
+
 }  // namespace
 
 NativeView::NativeView(Win32Messages& messages) : messages_(messages) {
@@ -121,6 +130,7 @@ void NativeView::OrderChanged(Form& form) {
 }
 
 bool NativeView::TakeMessage(MSG& message) {
+  if (IsMouseMove(message)) return true;
   const bool key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
   HWND root = key ? ::GetAncestor(message.hwnd, GA_ROOT) : nullptr;
   if (root == nullptr) return false;
