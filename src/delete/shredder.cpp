@@ -1,7 +1,5 @@
 #include "delete/shredder.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -133,18 +131,15 @@ void clsShredder::Delete_On_Reboot() {
 }
 
 std::string clsShredder::Short_Path() const {
-  // The stated length is one more than the text that is taken can have.
-  constexpr std::size_t kText = 254;
-  std::array<char, kText + 1> buffer{};
-  auto length = platform_.files.GetShortPathNameA(p_SourceFile, buffer);
-  if (!length.ok()) return {};
-  return TextOf(std::span<const char>(buffer).first(std::min<std::size_t>(length.value, kText)));
+  constexpr std::size_t kStatedLength = 255;
+  TextBuffer buffer(kStatedLength);
+  return platform_.files.GetShortPathNameA(p_SourceFile, buffer).ok() ? buffer.text() : std::string();
 }
 
 bool clsShredder::File_Exists(std::string_view path) const {
   constexpr std::size_t kStatedLength = 259;
-  std::array<char, kStatedLength + 1> buffer{};
-  return platform_.files.GetShortPathNameA(path, Buffer(buffer).first(kStatedLength)).value_or(0) >= 1;
+  TextBuffer buffer(kStatedLength);
+  return platform_.files.GetShortPathNameA(path, buffer).value_or(0) >= 1;
 }
 
 void clsShredder::Clear_Attributes() {
