@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/utf16.h"
 #include "runtime/text.h"
 
 namespace qb {
@@ -13,15 +14,24 @@ constexpr int kMostFailures = 100;
 
 bool MatchExactly(std::string_view pattern, std::string_view name) {
   std::size_t p = 0, n = 0, star = std::string_view::npos, resume = 0;
+  // A letter outside of ASCII is one character of several bytes.
+  auto past = [name](std::size_t at) {
+    std::string_view rest = name.substr(at);
+    TakeCharacter(rest);
+    return name.size() - rest.size();
+  };
   while (n < name.size()) {
-    if (p < pattern.size() && (pattern[p] == '?' || pattern[p] == name[n]) && pattern[p] != '*') {
+    if (p < pattern.size() && pattern[p] == '?') {
+      ++p;
+      n = past(n);
+    } else if (p < pattern.size() && pattern[p] == name[n] && pattern[p] != '*') {
       ++p, ++n;
     } else if (p < pattern.size() && pattern[p] == '*') {
       star = p++;
       resume = n;
     } else if (star != std::string_view::npos) {
       p = star + 1;
-      n = ++resume;
+      n = resume = past(resume);
     } else {
       return false;
     }
@@ -80,6 +90,15 @@ RuntimeError DeleteFiles(Files& files, std::string_view path_or_pattern) {
   std::vector<FolderEntry> entries = ListEntries(files, path_or_pattern, kListFiles);
   for (const FolderEntry& entry : entries) StepOver(files.DeleteFileA(folder + entry.name));
   return entries.empty() ? RuntimeError::FileNotFound : RuntimeError::None;
+}
+
+Error ChangeFolder(Files& files, std::string_view path) {
+  const bool with_drive = path.size() >= 2 && path[1] == ':';
+  const auto current = files.GetCurrentDirectoryA();
+  if (with_drive && current.ok() && !SameText(path.substr(0, 1), std::string_view(current.value).substr(0, 1))) {
+    return FolderExists(files, path) ? Error::Success : Error::PathNotFound;
+  }
+  return files.SetCurrentDirectoryA(path);
 }
 
 bool FolderExists(Files& files, std::string_view path) {

@@ -41,6 +41,10 @@ std::vector<FolderEntry> ListEntries(Files& files, std::string_view pattern, std
 // file that cannot be deleted is passed over; FileNotFound if none matches.
 RuntimeError DeleteFiles(Files& files, std::string_view path_or_pattern);
 
+// Makes a folder the current one of its drive. Each drive has its own: the current drive stays what it is, and the
+// current folder of another is nothing that anybody asks for.
+Error ChangeFolder(Files& files, std::string_view path);
+
 bool FolderExists(Files& files, std::string_view path);
 bool FileExists(Files& files, std::string_view path);
 

@@ -7,15 +7,36 @@
 #include <cstdio>
 #include <limits>
 
+#include "platform/utf16.h"
+#include "runtime/letter_case.h"
+
 namespace qb {
 
 namespace {
 
+constexpr bool Ascii(char c) {
+  return static_cast<unsigned char>(c) < 0x80;
+}
 constexpr char Upper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 constexpr char Lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// Each letter by one of the two tables; most texts are ASCII from end to end.
+std::string WithLetters(std::string_view text, char (*ascii)(char), char32_t (*other)(char32_t)) {
+  std::string result;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    if (Ascii(text[0])) {
+      result += ascii(text[0]);
+      text.remove_prefix(1);
+    } else {
+      PutCharacter(other(TakeCharacter(text)), result);
+    }
+  }
+  return result;
 }
 constexpr bool Blank(char c) {
   return c == ' ' || c == '\t';
@@ -52,19 +73,21 @@ std::string Format(const char* format, Args... args) {
 }  // namespace
 
 std::string UpperCase(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(), Upper);
-  return result;
+  return WithLetters(text, Upper, Capital);
 }
 
 std::string LowerCase(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(), Lower);
-  return result;
+  return WithLetters(text, Lower, SmallLetter);
 }
 
 bool SameText(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Upper(x) == Upper(y); });
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < common; ++i) {
+    // From the first character on that is not ASCII, capitals may differ in length.
+    if (!Ascii(a[i]) || !Ascii(b[i])) return UpperCase(a.substr(i)) == UpperCase(b.substr(i));
+    if (Upper(a[i]) != Upper(b[i])) return false;
+  }
+  return a.size() == b.size();
 }
 
 std::string Trim(std::string_view text) {

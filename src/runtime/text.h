@@ -10,10 +10,11 @@
 
 namespace qb {
 
-// ASCII letters only; bytes above 0x7F stay as they are.
+// Letters of all languages as Windows pairs them; bytes that are no UTF-8 stay as they are. The length in bytes may
+// change.
 std::string UpperCase(std::string_view text);
 std::string LowerCase(std::string_view text);
-bool SameText(std::string_view a, std::string_view b);  // without regard to the case of ASCII letters
+bool SameText(std::string_view a, std::string_view b);  // the same in capitals
 
 // Without blanks at either end.
 std::string Trim(std::string_view text);

@@ -1,8 +1,6 @@
 #include "platform/machine/names.h"
 
 #include <algorithm>
-#include <clocale>
-#include <cwctype>
 
 namespace qb::machine {
 
@@ -12,23 +10,6 @@ namespace {
 // its extended form.
 constexpr std::size_t kMaxPath = 260, kMaxExtendedPath = 32767;
 constexpr char32_t kStrayUnit = 0xDC00;  // + byte, for a byte that is no UTF-8
-
-// A locale of its own, so that upper case does not depend on the one of the process.
-class UnicodeLocale {
- public:
-  UnicodeLocale() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {}
-  ~UnicodeLocale() {
-    if (locale_ != nullptr) freelocale(locale_);
-  }
-  UnicodeLocale(const UnicodeLocale&) = delete;
-  UnicodeLocale& operator=(const UnicodeLocale&) = delete;
-  char32_t Upper(char32_t c) const {
-    return locale_ == nullptr ? c : static_cast<char32_t>(towupper_l(static_cast<wint_t>(c), locale_));
-  }
-
- private:
-  locale_t locale_;
-};
 
 bool Letter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
@@ -41,31 +22,6 @@ char Capital(char c) {
 }
 
 }  // namespace
-
-std::string FoldName(std::string_view name) {
-  std::string folded;
-  folded.reserve(name.size());
-  const bool ascii = std::all_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-  if (ascii) {
-    for (char c : name) folded += Capital(c);
-    return folded;
-  }
-  static const UnicodeLocale locale;
-  while (!name.empty()) PutCharacter(locale.Upper(TakeCharacter(name)), folded);
-  return folded;
-}
-
-bool SameName(std::string_view a, std::string_view b) {
-  const std::size_t common = std::min(a.size(), b.size());
-  for (std::size_t i = 0; i < common; ++i) {
-    // From the first character on that is not ASCII, capitals may differ in length.
-    if (static_cast<unsigned char>(a[i]) >= 0x80 || static_cast<unsigned char>(b[i]) >= 0x80) {
-      return FoldName(a.substr(i)) == FoldName(b.substr(i));
-    }
-    if (Capital(a[i]) != Capital(b[i])) return false;
-  }
-  return a.size() == b.size();
-}
 
 std::string ToUtf16Bytes(std::string_view utf8) {
   std::string bytes;

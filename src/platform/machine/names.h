@@ -7,14 +7,17 @@
 
 #include "platform/types.h"
 #include "platform/utf16.h"
+#include "runtime/text.h"
 
 namespace qb::machine {
 
-// Capitals by the simple upper case of Unicode. Bytes that are no UTF-8 stay as they are.
-std::string FoldName(std::string_view name);
-
-// The same as comparing what FoldName gives, but for names in ASCII without making any text.
-bool SameName(std::string_view a, std::string_view b);
+// What names that Windows takes for the same have in common.
+inline std::string FoldName(std::string_view name) {
+  return UpperCase(name);
+}
+inline bool SameName(std::string_view a, std::string_view b) {
+  return SameText(a, b);
+}
 
 // UTF-16LE bytes of a UTF-8 text and back. Bytes that are no UTF-8 become lone surrogates, so that every
 // byte string survives the way there and back.
