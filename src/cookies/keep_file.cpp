@@ -1,5 +1,7 @@
 #include "cookies/keep_file.h"
 
+#include "platform/utf16.h"
+
 namespace qb {
 
 namespace {
@@ -27,7 +29,7 @@ RuntimeError SaveKeepFile(Channels& channels, const std::string& path, const std
   if (auto error = channels.Open(number, path, ChannelMode::Output); !Ok(error)) return error;
   RuntimeError outcome = RuntimeError::None;
   for (const std::string& entry : entries) {
-    if (entry.size() < kShortestEntry) continue;
+    if (Utf16Length(entry) < kShortestEntry) continue;
     if (auto error = channels.PrintLine(number, entry); !Ok(error)) outcome = error;
   }
   StepOver(channels.Close(number));

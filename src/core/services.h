@@ -20,7 +20,7 @@ namespace qb {
 struct Services {
   explicit Services(Platform& windows)
       : platform(windows),
-        channels(windows.files),
+        channels(windows.files, windows.system),
         store(windows.registry),
         settings(store, history_removed),
         reg_settings(windows.registry),

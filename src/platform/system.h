@@ -31,6 +31,11 @@ class System {
   // Size and class mask of INITCOMMONCONTROLSEX.
   virtual bool InitCommonControlsEx(std::uint32_t size, std::uint32_t classes) = 0;
 
+  // Between texts and the system's ANSI code page, in which text files are. A character that the page lacks becomes
+  // "?".
+  virtual Result<std::string> WideCharToMultiByte(std::string_view text) = 0;
+  virtual Result<std::string> MultiByteToWideChar(std::string_view bytes) = 0;
+
   virtual SystemTime GetLocalTime() = 0;
   virtual SystemTime GetSystemTime() = 0;
   // Milliseconds since the system started; the caller takes differences only.

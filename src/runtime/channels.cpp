@@ -18,7 +18,8 @@ ModeRights RightsOf(ChannelMode mode) {
     case ChannelMode::BinaryInput:
       return {kGenericRead, kOpenExisting};
     case ChannelMode::Output:
-      return {kGenericWrite, kCreateAlways};
+      // Cut once it is open: a file that is made anew would have to have the attributes that it has now.
+      return {kGenericWrite, kOpenAlways};
     case ChannelMode::Append:
     case ChannelMode::Binary:
       return {kGenericRead | kGenericWrite, kOpenAlways};
@@ -59,6 +60,7 @@ RuntimeError Channels::Open(int number, std::string_view path, ChannelMode mode)
   channel.mode = mode;
   RuntimeError outcome = RuntimeError::None;
   if (mode == ChannelMode::Input) outcome = ReadAll(channel);
+  if (mode == ChannelMode::Output) outcome = FromWindows(files_.SetEndOfFile(channel.file));
   if (mode == ChannelMode::Append) outcome = FromWindows(files_.SetFilePointer(channel.file, 0, SeekFrom::End).error);
   if (!Ok(outcome)) {
     StepOver(files_.CloseHandle(channel.file));
@@ -70,12 +72,17 @@ RuntimeError Channels::Open(int number, std::string_view path, ChannelMode mode)
 
 RuntimeError Channels::ReadAll(Channel& channel) {
   std::array<char, 16384> block;
+  std::string bytes;
   for (;;) {
     auto count = files_.ReadFile(channel.file, block);
     if (!count.ok()) return FromWindows(count.error);
-    if (count.value == 0) return RuntimeError::None;
-    channel.text.append(block.data(), count.value);
+    if (count.value == 0) break;
+    bytes.append(block.data(), count.value);
   }
+  auto text = system_.MultiByteToWideChar(bytes);
+  if (!text.ok()) return FromWindows(text.error);
+  channel.text = std::move(text.value);
+  return RuntimeError::None;
 }
 
 RuntimeError Channels::Close(int number) {
@@ -141,10 +148,17 @@ RuntimeError Channels::PrintLine(int number, std::string_view text) {
 
 RuntimeError Channels::Print(int number, std::string_view text) {
   auto found = open_.find(number);
+  if (found == open_.end() || found->second.mode == ChannelMode::Binary) return PrintBytes(number, text);
+  auto bytes = system_.WideCharToMultiByte(text);
+  return bytes.ok() ? PrintBytes(number, bytes.value) : FromWindows(bytes.error);
+}
+
+RuntimeError Channels::PrintBytes(int number, std::string_view bytes) {
+  auto found = open_.find(number);
   if (found == open_.end() || found->second.mode == ChannelMode::Input) return RuntimeError::BadFileNumber;
-  auto written = files_.WriteFile(found->second.file, text);
+  auto written = files_.WriteFile(found->second.file, bytes);
   if (!written.ok()) return FromWindows(written.error);
-  return written.value == text.size() ? RuntimeError::None : RuntimeError::DiskFull;
+  return written.value == bytes.size() ? RuntimeError::None : RuntimeError::DiskFull;
 }
 
 RuntimeError Channels::Put(int number, std::uint64_t position, std::string_view bytes) {

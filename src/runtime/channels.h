@@ -1,6 +1,6 @@
 // Files by number, as the plain file statements use them: text for reading, text for writing or
-// appending, and binary. Bytes are kept as they are; a line ends in CR LF, LF or CR when read and in
-// CR LF when written.
+// appending, and binary. A text file is in the system's ANSI code page, binary bytes are kept as they are; a line ends
+// in CR LF, LF or CR when read and in CR LF when written.
 #pragma once
 
 #include <map>
@@ -8,13 +8,14 @@
 #include <string_view>
 
 #include "platform/files.h"
+#include "platform/system.h"
 #include "runtime/errors.h"
 
 namespace qb {
 
 enum class ChannelMode {
   Input,       // the file must exist
-  Output,      // cut to length 0, or made
+  Output,      // cut to length 0 as it is, whatever its attributes but read-only, or made
   Append,      // written at its end, or made
   Binary,      // read and written at any place, or made
   BinaryInput  // read at any place; the file must exist, and may be read-only
@@ -24,7 +25,7 @@ class Channels {
  public:
   static constexpr int kHighest = 511;
 
-  explicit Channels(Files& files) : files_(files) {}
+  Channels(Files& files, System& system) : files_(files), system_(system) {}
   ~Channels();
   Channels(const Channels&) = delete;
   Channels& operator=(const Channels&) = delete;
@@ -50,8 +51,10 @@ class Channels {
 
   // Output and Append: the text and a line end.
   RuntimeError PrintLine(int number, std::string_view text);
-  // Output, Append (at the end) and Binary (where the last Put ended): the bytes alone.
+  // Output, Append (at the end) and Binary (where the last Put ended): the text or the bytes alone.
   RuntimeError Print(int number, std::string_view text);
+  // The same, for bytes that are no text.
+  RuntimeError PrintBytes(int number, std::string_view bytes);
   // Binary: the bytes at a place counted from 1, over what is there.
   RuntimeError Put(int number, std::uint64_t position, std::string_view bytes);
   // Binary and BinaryInput: `count` bytes from a place counted from 1; fewer where the file ends.
@@ -71,6 +74,7 @@ class Channels {
   void SkipLineEnd(Channel& channel);
 
   Files& files_;
+  System& system_;
   std::map<int, Channel> open_;
 };
 

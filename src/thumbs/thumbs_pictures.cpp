@@ -3,8 +3,8 @@
 #include <stdexcept>
 
 #include "runtime/folders.h"
+#include "runtime/html_text.h"
 #include "runtime/text.h"
-#include "runtime/windows_1252.h"
 #include "thumbs/picture_cut.h"
 #include "thumbs/report_page.h"
 #include "thumbs/thumbs_window.h"
@@ -34,7 +34,7 @@ std::string frmThumbs::ReportPath(bool single) const {
 }
 
 void frmThumbs::PrintPageLine(int file_number, std::string_view line) {
-  StepOver(needs_.channels.PrintLine(file_number, HtmlText(line)));
+  StepOver(needs_.channels.PrintLine(file_number, HtmlText(platform().system, line)));
 }
 
 void frmThumbs::PrintLines(int file_number, const std::vector<std::string>& lines) {
@@ -71,7 +71,7 @@ void frmThumbs::Write_Image_File(const std::string& folder, const std::string& n
   }
   const int number = channels.FreeNumber();
   if (!Ok(channels.Open(number, folder + name, ChannelMode::Output))) return;
-  StepOver(channels.Print(number, data));
+  StepOver(channels.PrintBytes(number, data));
   StepOver(channels.Close(number));
 }
 

@@ -52,7 +52,7 @@ TEST(KeepList, AnyFileGivesItsRowsAndTheyAreKept) {
        std::string("ba\0nk\r\nshop\r\n", 13),
        {std::string("ba\0nk", 5), "shop"},
        {"me@shop[1].txt"}},
-      {"bytes above 0x7F", "caf\xe9\r\n\xff\xfe\r\n", {"caf\xe9", "\xff\xfe"}, {}},
+      {"bytes above 0x7F", "caf\xe9\r\n\xff\xfe\r\n", {"caf\u00e9", "\u00ff\u00fe"}, {}},
       {"a megabyte without a line end", long_row, {long_row}, {}},
   };
   for (const KeepFile& test : cases) {

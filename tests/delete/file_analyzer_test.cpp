@@ -23,7 +23,7 @@ class FileAnalyzer : public ::testing::Test {
     std::string problem;
     machine_ = machine::Machine::Open((folder_.path() / "machine").string(), problem);
     if (machine_ == nullptr) throw std::runtime_error(problem);
-    channels_ = std::make_unique<Channels>(machine_->platform().files);
+    channels_ = std::make_unique<Channels>(machine_->platform().files, machine_->platform().system);
     analyzer_ = std::make_unique<clsFileAnalyzer>(machine_->platform(), *channels_, life_);
     machine_->MakeFolder("C:\\a");
   }
@@ -45,7 +45,7 @@ class FileAnalyzer : public ::testing::Test {
     machine_->MakeFile("C:\\a\\full\\deep\\three.log", "333");
     ASSERT_TRUE(machine_->ChangeAttributes("C:\\a\\full\\one.txt", {"+r", "+h", "+s"}));
     ASSERT_TRUE(machine_->ChangeAttributes("C:\\a\\full\\deep", {"+r", "+h"}));
-    ASSERT_TRUE(machine_->MakeJunction("C:\\a\\full\\link", "C:\\kept"));
+    ASSERT_TRUE(machine_->MakeLink("C:\\a\\full\\link", "C:\\kept"));
   }
 
   Names CallsOf(const std::string& operation) {
@@ -250,7 +250,7 @@ TEST_F(FileAnalyzer, DeletesAWholeFolderButNothingBehindALink) {
   EXPECT_EQ(machine_->Content("C:\\kept\\mine.txt"), "not yours");
 
   for (const char* path : {"C:\\a\\link", "C:\\a\\link\\", "C:\\a\\link\\\\"}) {
-    ASSERT_TRUE(machine_->MakeJunction("C:\\a\\link", "C:\\kept"));
+    ASSERT_TRUE(machine_->MakeLink("C:\\a\\link", "C:\\kept"));
     EXPECT_EQ(analyzer_->DeleteFolder(path), 0) << path;
     EXPECT_EQ(machine_->Exists("C:\\a\\link"), "no") << path;
     EXPECT_EQ(machine_->Content("C:\\kept\\mine.txt"), "not yours") << path;

@@ -15,7 +15,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string path = "C:\\list.dat";
   qb::test::Require(stage.machine->MakeFile(path, bytes));
   qb::Platform& platform = stage.machine->platform();
-  qb::Channels channels(platform.files);
+  qb::Channels channels(platform.files, platform.system);
 
   std::vector<std::string> rows;
   qb::test::Require(qb::LoadKeepFile(channels, path, rows));

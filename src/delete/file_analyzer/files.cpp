@@ -48,6 +48,7 @@ std::string clsFileAnalyzer::GetFileContents(const std::string& path, std::uint6
   const std::uint64_t size = channels_.Length(number).value_or(0);
   std::string contents;
   if (!Ok(channels_.Get(number, start, std::min(length, size), contents))) contents.clear();
+  contents = platform_.system.MultiByteToWideChar(contents).value_or({});
   StepOver(channels_.Close(number));
   return contents;
 }
@@ -85,7 +86,9 @@ RuntimeError clsFileAnalyzer::Write(const std::string& path, const std::string& 
   if (number == 0) return RuntimeError::TooManyFiles;
   const ChannelMode channel_mode = ModeOf(mode);
   if (RuntimeError error = channels_.Open(number, path, channel_mode); !Ok(error)) return error;
-  RuntimeError written = text.empty() ? RuntimeError::None : channels_.Print(number, text);
+  const std::string bytes =
+      channel_mode == ChannelMode::Binary ? platform_.system.WideCharToMultiByte(text).value_or({}) : text;
+  RuntimeError written = text.empty() ? RuntimeError::None : channels_.Print(number, bytes);
   RuntimeError closed = channels_.Close(number);
   return Ok(written) ? closed : written;
 }

@@ -41,6 +41,24 @@ Error FromErrno(int error) {
   }
 }
 
+// Puts a copy of an open file in the place of its name in a folder.
+Error PartFromOtherNames(const HostFile& folder, const std::string& name, const HostFile& file) {
+  constexpr const char* kCopy = "*copy";  // no name that a file of the machine can have
+  unlinkat(folder.fd(), kCopy, 0);
+  const HostFile copy(openat(folder.fd(), kCopy, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
+  if (!copy.ok()) return FromErrno(errno);
+  char block[65536];
+  off_t place = 0;
+  ssize_t got = 0;
+  while ((got = pread(file.fd(), block, sizeof block, place)) > 0) {
+    if (pwrite(copy.fd(), block, static_cast<std::size_t>(got), place) != got) break;
+    place += got;
+  }
+  if (got == 0 && renameat(folder.fd(), kCopy, folder.fd(), name.c_str()) == 0) return Error::Success;
+  unlinkat(folder.fd(), kCopy, 0);
+  return Error::DiskFull;
+}
+
 FileTime HostTime(const timespec& time) {
   return {(static_cast<std::uint64_t>(time.tv_sec) + kSecondsFrom1601To1970) * kTicksASecond +
           static_cast<std::uint64_t>(time.tv_nsec) / 100};
@@ -64,7 +82,7 @@ HostFile& HostFile::operator=(HostFile&& other) noexcept {
 std::uint32_t Entry::WindowsAttributes() const {
   std::uint32_t all = attributes;
   if (IsFolder()) all |= kAttributeDirectory;
-  if (kind == Kind::Junction || kind == Kind::HostLink) all |= kAttributeReparsePoint;
+  if (IsLink() || kind == Kind::HostLink) all |= kAttributeReparsePoint;
   return all == 0 ? kAttributeNormal : all;
 }
 
@@ -161,7 +179,7 @@ Entry* Disk::Child(const Entry& folder, std::string_view name) const {
 }
 
 Result<Entry*> Disk::Follow(Entry* entry, int depth) const {
-  if (entry->kind != Entry::Kind::Junction) return entry;
+  if (!entry->IsLink()) return entry;
   if (depth >= kDeepestJunctions) return Error::PathNotFound;
   auto target = ParsePath(entry->target, ParsedPath(), false);
   if (!target.ok()) return Error::PathNotFound;
@@ -266,10 +284,13 @@ Result<Entry*> Disk::MakeFolder(Entry& folder, const std::string& name) {
   return Adopt(folder, std::move(entry));
 }
 
-Result<Entry*> Disk::MakeJunction(Entry& folder, const std::string& name, const std::string& target) {
-  auto made = MakeFolder(folder, name);
+Result<Entry*> Disk::MakeLink(Entry& folder, const std::string& name, const std::string& target) {
+  auto path = ParsePath(target, ParsedPath(), false);
+  auto led_to = path.ok() ? Find(path.value, true) : Result<Entry*>(path.error);
+  const bool to_file = led_to.ok() && led_to.value->kind == Entry::Kind::File;
+  auto made = to_file ? MakeFile(folder, name) : MakeFolder(folder, name);
   if (made.ok()) {
-    made.value->kind = Entry::Kind::Junction;
+    made.value->kind = to_file ? Entry::Kind::FileLink : Entry::Kind::Junction;
     made.value->target = target;
   }
   return made;
@@ -324,9 +345,16 @@ Result<HostFile> Disk::Open(const Entry& entry, bool write) const {
   if (entry.kind != Entry::Kind::File) return Error::AccessDenied;
   const HostFile host = OpenFolder(*entry.parent);
   if (!host.ok()) return Error::PathNotFound;
-  HostFile file(openat(host.fd(), entry.name.c_str(), (write ? O_RDWR : O_RDONLY) | O_NOFOLLOW | O_CLOEXEC));
+  const int mode = (write ? O_RDWR : O_RDONLY) | O_NOFOLLOW | O_CLOEXEC;
+  HostFile file(openat(host.fd(), entry.name.c_str(), mode));
   if (!file.ok()) return FromErrno(errno);
-  return file;
+  struct stat info {};
+  if (!write || (fstat(file.fd(), &info) == 0 && info.st_nlink == 1)) return file;
+  // The host knows this file by another name too, maybe outside the machine.
+  if (Error error = PartFromOtherNames(host, entry.name, file); !Ok(error)) return error;
+  HostFile own(openat(host.fd(), entry.name.c_str(), mode));
+  if (!own.ok()) return FromErrno(errno);
+  return own;
 }
 
 std::uint64_t Disk::SizeOf(const Entry& entry) const {

@@ -33,13 +33,13 @@ class HostFile {
 };
 
 struct Entry {
-  enum class Kind { File, Folder, Junction, HostLink };
+  enum class Kind { File, Folder, Junction, FileLink, HostLink };
 
   std::string name;        // keeps its case
   std::string short_name;  // made one; empty where the name is its own
   Kind kind = Kind::File;
   std::uint32_t attributes = 0;  // hidden, system, read-only, archive alone
-  std::string target;            // of a junction
+  std::string target;            // of a junction or a link to a file
   FileTime created, accessed, written;
   Entry* parent = nullptr;
   bool locked = false;  // another program holds it without sharing
@@ -57,6 +57,7 @@ struct Entry {
 
   // It is held open, by this or another program, or something below it is.
   bool InUse() const;
+  bool IsLink() const { return kind == Kind::Junction || kind == Kind::FileLink; }
   bool IsFolder() const { return kind == Kind::Folder || kind == Kind::Junction; }
   // As Windows reports them, with the directory and reparse point bits.
   std::uint32_t WindowsAttributes() const;
@@ -88,7 +89,8 @@ class Disk {
   // New entries on the host and in the tree. The name must be free.
   Result<Entry*> MakeFile(Entry& folder, const std::string& name);
   Result<Entry*> MakeFolder(Entry& folder, const std::string& name);
-  Result<Entry*> MakeJunction(Entry& folder, const std::string& name, const std::string& target);
+  // A symbolic link if the target is a file, else a junction.
+  Result<Entry*> MakeLink(Entry& folder, const std::string& name, const std::string& target);
   // A file, an empty folder or a junction.
   Error Remove(Entry& entry);
   Error RemoveTree(Entry& entry);

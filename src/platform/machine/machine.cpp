@@ -89,7 +89,7 @@ class MachineImpl final : public Machine {
   bool Discard(std::string_view path) override;
   bool Lock(std::string_view path) override { return SetLocked(path, true); }
   bool Unlock(std::string_view path) override { return SetLocked(path, false); }
-  bool MakeJunction(std::string_view path, std::string_view target) override;
+  bool MakeLink(std::string_view path, std::string_view target) override;
 
   bool RegistryAddKey(std::string_view key) override { return MakeKey(key) != nullptr; }
   bool RegistrySetValue(std::string_view key, const RegistryValue& value) override;
@@ -371,14 +371,14 @@ bool MachineImpl::SetLocked(std::string_view path, bool locked) {
   return true;
 }
 
-bool MachineImpl::MakeJunction(std::string_view path, std::string_view target) {
+bool MachineImpl::MakeLink(std::string_view path, std::string_view target) {
   auto parsed = state_.Parse(path);
   if (!parsed.ok() || parsed.value.parts.empty() || !state_.Parse(target).ok()) return false;
   const std::string name = parsed.value.parts.back();
   parsed.value.parts.pop_back();
   auto folder = FolderWithParents(PathText(parsed.value));
   if (!folder.ok() || state_.disk.Child(*folder.value, name) != nullptr) return false;
-  return state_.disk.MakeJunction(*folder.value, name, std::string(target)).ok();
+  return state_.disk.MakeLink(*folder.value, name, std::string(target)).ok();
 }
 
 RegKey* MachineImpl::FindKey(std::string_view key) const {

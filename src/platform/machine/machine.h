@@ -106,7 +106,8 @@ class Machine {
   virtual bool Discard(std::string_view path) = 0;  // to the Recycle Bin
   virtual bool Lock(std::string_view path) = 0;
   virtual bool Unlock(std::string_view path) = 0;
-  virtual bool MakeJunction(std::string_view path, std::string_view target) = 0;
+  // A junction to a folder, also to one that is not there; a symbolic link to a file that is there.
+  virtual bool MakeLink(std::string_view path, std::string_view target) = 0;
 
   // Keys begin with "HKCU" or "HKLM".
   virtual bool RegistryAddKey(std::string_view key) = 0;

@@ -23,7 +23,9 @@ void CarryOut(MachineState& state, std::string_view from, std::string_view to) {
   if (!source.ok() || source.value->parent == nullptr) return;
   if (!to.empty()) return Rename(state, *source.value, to);
   source.value->attributes = 0;
-  if (source.value->kind == Entry::Kind::File) StepOver(state.disk.Remove(*source.value));
+  if (!source.value->IsFolder() && source.value->kind != Entry::Kind::HostLink) {
+    StepOver(state.disk.Remove(*source.value));
+  }
 }
 
 }  // namespace
@@ -41,7 +43,7 @@ void CarryOutWininit(MachineState& state) {
   const std::string path = state.config.windows_folder + "\\WININIT.INI";
   auto file = state.Find(path);
   if (!file.ok() || file.value->kind != Entry::Kind::File) return;
-  const std::string content = state.disk.Read(*file.value).value_or({});
+  const std::string content = state.config.code_page.ToText(state.disk.Read(*file.value).value_or({}));
   bool inside = false;
   std::string_view rest = content;
   while (!rest.empty()) {

@@ -47,6 +47,11 @@ bool ReadMachineLine(const std::string& name, const std::string& value, MachineS
     config.platform_id = static_cast<std::uint32_t>(first);
   } else if (name == "clock") {
     if (!ReadNumber(value, state.boot_ticks)) return false;
+  } else if (name == "codepage") {
+    if (!ReadNumber(value, first) || first > CodePage::kUtf8) return false;
+    const auto page = CodePage::Of(static_cast<std::uint32_t>(first));
+    if (!page) return false;
+    config.code_page = *page;
   } else if (name == "user") {
     config.user = value;
   } else if (name == "windows") {
@@ -115,7 +120,7 @@ void CollectEntries(const Disk& disk, const Entry& folder, SavedEntries& saved) 
     if (child->attributes != usual && child->kind != Entry::Kind::HostLink) {
       saved.attributes[path] = AttributeLetters(child->attributes);
     }
-    if (child->kind == Entry::Kind::Junction) saved.junctions[path] = child->target;
+    if (child->IsLink()) saved.junctions[path] = child->target;
     if (!child->short_name.empty()) saved.short_names[path] = child->short_name;
     CollectEntries(disk, *child, saved);
   }
@@ -184,8 +189,8 @@ void GiveBack(const SavedEntries& saved, MachineState& state) {
   std::vector<std::pair<Entry*, std::string_view>> junctions;
   for (const auto& [path, target] : saved.junctions) junctions.emplace_back(entry(path), target);
   for (const auto& [found, target] : junctions) {
-    if (found == nullptr || (found->kind != Entry::Kind::Folder && found->kind != Entry::Kind::Junction)) continue;
-    found->kind = Entry::Kind::Junction;
+    if (found == nullptr || found->kind == Entry::Kind::HostLink) continue;
+    found->kind = found->IsFolder() ? Entry::Kind::Junction : Entry::Kind::FileLink;
     found->target = target;
   }
   for (const std::string& key : saved.denied_keys) {
@@ -202,6 +207,7 @@ std::string WriteConfig(const MachineState& state) {
   sections.push_back({"machine",
                       {{"version", std::to_string(config.major) + " " + std::to_string(config.minor)},
                        {"platform", std::to_string(config.platform_id)},
+                       {"codepage", std::to_string(config.code_page.number())},
                        {"user", config.user},
                        {"windows", config.windows_folder},
                        {"program", config.program_folder},

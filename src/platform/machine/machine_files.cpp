@@ -179,6 +179,7 @@ Error MachineFiles::SetEndOfFile(FileHandle file) {
         (!open.value->use.writes || ftruncate(open.value->host.fd(), static_cast<off_t>(open.value->position)) != 0)) {
       error = Error::AccessDenied;
     }
+    if (Ok(error)) open.value->changed = true;
   }
   state_.gate.Record(call, BoolText(Ok(error)));
   return error;
@@ -343,6 +344,7 @@ Error MachineFiles::Copy(std::string_view from, std::string_view to, bool fail_i
   if (!source.ok()) return source.error;
   if (source.value->kind != Entry::Kind::File) return Error::AccessDenied;
   if (source.value->locked) return Error::SharingViolation;
+  if (auto target = state_.Find(to, true); target.ok() && target.value == source.value) return Error::SharingViolation;
   const std::uint32_t attributes = source.value->attributes;
   auto reader = state_.disk.Open(*source.value, false);
   if (!reader.ok()) return reader.error;

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/machine/code_page.h"
 #include "platform/machine/disk.h"
 #include "platform/machine/gate.h"
 #include "platform/machine/machine.h"
@@ -36,6 +37,7 @@ struct OutsideProgramEnd {
 // The settings of a machine: what machine.ini holds besides files.
 struct MachineConfig {
   std::uint32_t major = 6, minor = 1, platform_id = 2;
+  CodePage code_page;  // of text files
   std::string user = "user";
   std::string windows_folder = "C:\\WINDOWS";
   std::string program_folder = "C:\\Program Files\\Quillbarrow";

@@ -109,6 +109,16 @@ bool MachineSystem::InitCommonControlsEx(std::uint32_t size, std::uint32_t /*cla
   return done;
 }
 
+Result<std::string> MachineSystem::WideCharToMultiByte(std::string_view text) {
+  if (Error error = state_.gate.Enter("WideCharToMultiByte"); !Ok(error)) return error;
+  return state_.config.code_page.ToBytes(text);
+}
+
+Result<std::string> MachineSystem::MultiByteToWideChar(std::string_view bytes) {
+  if (Error error = state_.gate.Enter("MultiByteToWideChar"); !Ok(error)) return error;
+  return state_.config.code_page.ToText(bytes);
+}
+
 SystemTime MachineSystem::GetLocalTime() {
   const bool entered = Ok(state_.gate.Enter("GetLocalTime"));
   state_.gate.Record(CallText("GetLocalTime").Structure(), "");

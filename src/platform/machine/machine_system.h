@@ -19,6 +19,9 @@ class MachineSystem : public System {
   std::optional<std::string> GetEnvironmentVariableA(std::string_view name) override;
   Result<std::string> GetModuleFileNameA() override;
   bool InitCommonControlsEx(std::uint32_t size, std::uint32_t classes) override;
+  // They pass the gate and are not recorded: every line of a text file would be.
+  Result<std::string> WideCharToMultiByte(std::string_view text) override;
+  Result<std::string> MultiByteToWideChar(std::string_view bytes) override;
   SystemTime GetLocalTime() override;
   SystemTime GetSystemTime() override;
   std::uint64_t GetTickCount() override;

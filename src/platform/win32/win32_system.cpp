@@ -6,6 +6,8 @@
 #include <commctrl.h>
 #include <lmcons.h>
 
+#include <cwchar>
+
 namespace qb::win32 {
 
 namespace {
@@ -21,12 +23,24 @@ class Win32System : public System {
   Result<std::string> GetModuleFileNameA() override;
   bool InitCommonControlsEx(std::uint32_t size, std::uint32_t classes) override;
 
+  Result<std::string> WideCharToMultiByte(std::string_view text) override;
+  Result<std::string> MultiByteToWideChar(std::string_view bytes) override;
   SystemTime GetLocalTime() override;
   SystemTime GetSystemTime() override;
   std::uint64_t GetTickCount() override;
   Result<FileTime> FileTimeToLocalFileTime(FileTime utc) override;
   Result<FileTime> LocalFileTimeToFileTime(FileTime local) override;
 };
+
+// The system's own page: that of the process is the one that the manifest asks for.
+UINT SystemCodePage() {
+  wchar_t number[8]{};
+  DWORD size = sizeof number;
+  const LSTATUS status = ::RegGetValueW(HKEY_LOCAL_MACHINE, L"SYSTEM\\CurrentControlSet\\Control\\Nls\\CodePage",
+                                        L"ACP", RRF_RT_REG_SZ, nullptr, number, &size);
+  const auto page = status == ERROR_SUCCESS ? static_cast<UINT>(std::wcstoul(number, nullptr, 10)) : 0;
+  return page != 0 && ::IsValidCodePage(page) ? page : ::GetACP();
+}
 
 }  // namespace
 
@@ -80,6 +94,29 @@ Result<std::string> Win32System::GetModuleFileNameA() {
 bool Win32System::InitCommonControlsEx(std::uint32_t size, std::uint32_t classes) {
   const INITCOMMONCONTROLSEX wanted{size, classes};
   return ::InitCommonControlsEx(&wanted) != FALSE;
+}
+
+Result<std::string> Win32System::WideCharToMultiByte(std::string_view text) {
+  const std::wstring wide = Wide(text);
+  const UINT page = SystemCodePage();
+  // UTF-8 takes neither the flag nor the default.
+  const DWORD flags = page == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
+  const char* missing = page == CP_UTF8 ? nullptr : "?";
+  const int length = static_cast<int>(wide.size());
+  std::string bytes(
+      static_cast<std::size_t>(::WideCharToMultiByte(page, flags, wide.data(), length, nullptr, 0, missing, nullptr)),
+      '\0');
+  ::WideCharToMultiByte(page, flags, wide.data(), length, bytes.data(), static_cast<int>(bytes.size()), missing,
+                        nullptr);
+  return bytes;
+}
+
+Result<std::string> Win32System::MultiByteToWideChar(std::string_view bytes) {
+  const UINT page = SystemCodePage();
+  const int length = static_cast<int>(bytes.size());
+  std::wstring wide(static_cast<std::size_t>(::MultiByteToWideChar(page, 0, bytes.data(), length, nullptr, 0)), L'\0');
+  ::MultiByteToWideChar(page, 0, bytes.data(), length, wide.data(), static_cast<int>(wide.size()));
+  return Narrow(wide);
 }
 
 SystemTime Win32System::GetLocalTime() {

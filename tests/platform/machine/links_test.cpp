@@ -101,8 +101,8 @@ TEST_F(LinksOfMachine, SavingReplacesALinkInsteadOfWritingThroughIt) {
 
 TEST_F(LinksOfMachine, JunctionsLeadInsideAndGoAlone) {
   ASSERT_TRUE(world().MakeFile("C:\\Target\\deep\\f.txt", "x"));
-  ASSERT_TRUE(world().MakeJunction("C:\\Way", "C:\\Target"));
-  EXPECT_FALSE(world().MakeJunction("C:\\Way", "C:\\Target")) << "the name is taken";
+  ASSERT_TRUE(world().MakeLink("C:\\Way", "C:\\Target"));
+  EXPECT_FALSE(world().MakeLink("C:\\Way", "C:\\Target")) << "the name is taken";
   for (const char* when : {"as made", "opened anew"}) {
     SCOPED_TRACE(when);
     EXPECT_EQ(world().Exists("C:\\Way"), "link");
@@ -118,17 +118,48 @@ TEST_F(LinksOfMachine, JunctionsLeadInsideAndGoAlone) {
   EXPECT_EQ(files().DeleteFileA("C:\\Way"), Error::AccessDenied);
   EXPECT_EQ(files().RemoveDirectoryA("C:\\Way"), Error::Success) << "the target is full, the junction is not";
   EXPECT_EQ(world().Exists("C:\\Way"), "no");
-  ASSERT_TRUE(world().MakeJunction("C:\\Box\\Way", "C:\\Target"));
+  ASSERT_TRUE(world().MakeLink("C:\\Box\\Way", "C:\\Target"));
   ASSERT_TRUE(world().Delete("C:\\Box"));
   EXPECT_EQ(world().Content("C:\\Target\\deep\\f.txt"), "x");
 }
 
+TEST_F(LinksOfMachine, ALinkToAFileGoesAlone) {
+  ASSERT_TRUE(world().MakeFile("C:\\Target\\f.txt", "x"));
+  ASSERT_TRUE(world().MakeLink("C:\\l.txt", "C:\\Target\\f.txt"));
+  SaveAndReopen();
+  EXPECT_EQ(world().Exists("C:\\l.txt"), "link");
+  EXPECT_EQ(files().GetFileAttributesA("C:\\l.txt").value & 0x410u, 0x400u);
+  EXPECT_EQ(TryOpen("C:\\l.txt", kGenericWrite, kCreateAlways), Error::Success);
+  EXPECT_EQ(world().Content("C:\\Target\\f.txt"), "") << "it leads there";
+  EXPECT_EQ(files().DeleteFileA("C:\\l.txt"), Error::Success);
+  EXPECT_EQ(world().Exists("C:\\l.txt"), "no");
+  EXPECT_EQ(world().Exists("C:\\Target\\f.txt"), "file");
+}
+
+TEST_F(LinksOfMachine, AFileWithAnotherNameOnTheHostIsCopiedBeforeItChanges) {
+  const fs::path drive = HostFolder() / "drives" / "C";
+  for (const char* name : {"cut.txt", "put.txt", "gone.txt"}) {
+    HostWrite(Beside() / name, "ours");
+    fs::create_hard_link(Beside() / name, drive / name);
+  }
+  Reopen();
+  EXPECT_EQ(TryOpen("C:\\cut.txt", kGenericWrite, kCreateAlways), Error::Success);
+  EXPECT_EQ(world().Content("C:\\cut.txt"), "");
+  auto put = files().CreateFileA("C:\\put.txt", kGenericRead | kGenericWrite, kShareRead, kOpenExisting, 0);
+  ASSERT_TRUE(put.ok());
+  EXPECT_TRUE(files().WriteFile(put.value, "X").ok());
+  EXPECT_EQ(files().CloseHandle(put.value), Error::Success);
+  EXPECT_EQ(world().Content("C:\\put.txt"), "Xurs");
+  EXPECT_EQ(files().DeleteFileA("C:\\gone.txt"), Error::Success);
+  for (const char* name : {"cut.txt", "put.txt", "gone.txt"}) EXPECT_EQ(HostRead(Beside() / name), "ours") << name;
+}
+
 TEST_F(LinksOfMachine, JunctionsThatLeadInCirclesOrOutEnd) {
-  ASSERT_TRUE(world().MakeJunction("C:\\A\\loop", "C:\\A"));
-  ASSERT_TRUE(world().MakeJunction("C:\\One", "C:\\Two"));
-  ASSERT_TRUE(world().MakeJunction("C:\\Two", "C:\\One"));
-  world().MakeJunction("C:\\Up", "C:\\..\\..\\..\\outside");
-  world().MakeJunction("C:\\Host", outside_.string());
+  ASSERT_TRUE(world().MakeLink("C:\\A\\loop", "C:\\A"));
+  ASSERT_TRUE(world().MakeLink("C:\\One", "C:\\Two"));
+  ASSERT_TRUE(world().MakeLink("C:\\Two", "C:\\One"));
+  world().MakeLink("C:\\Up", "C:\\..\\..\\..\\outside");
+  world().MakeLink("C:\\Host", outside_.string());
   ASSERT_TRUE(world().MakeFile("C:\\A\\f.txt", "x"));
   EXPECT_EQ(TryOpen("C:\\A\\loop\\loop\\loop\\f.txt", kGenericRead), Error::Success);
   for (const char* path : {"C:\\One\\f.txt", "C:\\Up\\secret.txt", "C:\\Host\\secret.txt"}) {

@@ -69,6 +69,7 @@ constexpr std::array kOperations = std::to_array<std::string_view>({
     "LookupAccountNameA",
     "MessageBoxA",
     "MoveFileExA",
+    "MultiByteToWideChar",
     "OpenIcon",
     "OpenProcess",
     "PostMessageA",
@@ -117,6 +118,7 @@ constexpr std::array kOperations = std::to_array<std::string_view>({
     "ShowWindow",
     "UnregisterHotKey",
     "WaitMessage",
+    "WideCharToMultiByte",
     "WriteFile",
 });
 static_assert(std::is_sorted(kOperations.begin(), kOperations.end()));

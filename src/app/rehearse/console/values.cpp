@@ -1,4 +1,5 @@
 #include "app/rehearse/console/values.h"
+#include "platform/machine/code_page.h"
 
 #include <algorithm>
 #include <array>
@@ -6,45 +7,6 @@
 
 namespace qb::rehearse {
 namespace {
-
-// What 0x80 to 0x9F stand for in Windows-1252.
-constexpr std::array<char16_t, 32> kHighControls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                                    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-                                                    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-void AppendUtf8(std::string& text, char32_t c) {
-  if (c < 0x80) {
-    text += static_cast<char>(c);
-  } else if (c < 0x800) {
-    text += static_cast<char>(0xC0 | (c >> 6));
-    text += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    text += static_cast<char>(0xE0 | (c >> 12));
-    text += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    text += static_cast<char>(0x80 | (c & 0x3F));
-  }
-}
-
-// Takes one character of two or three bytes off the front; every character of Windows-1252 is at most
-// that long. Nothing for anything else.
-std::optional<char32_t> TakeWide(std::string_view& text) {
-  auto byte = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u; };
-  auto follows = [&](std::size_t i) { return (byte(i) & 0xC0) == 0x80; };
-  char32_t c = 0;
-  if ((byte(0) & 0xE0) == 0xC0 && follows(1)) {
-    c = ((byte(0) & 0x1F) << 6) | (byte(1) & 0x3F);
-    if (c < 0x80) return std::nullopt;
-    text.remove_prefix(2);
-  } else if ((byte(0) & 0xF0) == 0xE0 && follows(1) && follows(2)) {
-    c = ((byte(0) & 0x0F) << 12) | ((byte(1) & 0x3F) << 6) | (byte(2) & 0x3F);
-    if (c < 0x800) return std::nullopt;
-    text.remove_prefix(3);
-  } else {
-    return std::nullopt;
-  }
-  return c;
-}
 
 std::optional<std::uint64_t> Digits(std::string_view text, int base, std::uint64_t max) {
   std::uint64_t number = 0;
@@ -109,35 +71,13 @@ std::optional<std::uint64_t> ParseDuration(std::string_view text) {
 }
 
 std::string FromWindows1252(std::string_view bytes) {
-  std::string text;
-  text.reserve(bytes.size());
-  for (char c : bytes) {
-    auto byte = static_cast<unsigned char>(c);
-    AppendUtf8(text, byte >= 0x80 && byte < 0xA0 ? char32_t{kHighControls[byte - 0x80u]} : char32_t{byte});
-  }
-  return text;
+  return machine::CodePage().ToText(bytes);
 }
 
 std::string ToWindows1252(std::string_view text) {
-  std::string bytes;
-  for (std::string_view rest = text; !rest.empty();) {
-    if (static_cast<unsigned char>(rest.front()) < 0x80) {
-      bytes += rest.front();
-      rest.remove_prefix(1);
-      continue;
-    }
-    auto wide = TakeWide(rest);
-    if (!wide) return std::string(text);
-    const auto* high = std::find(kHighControls.begin(), kHighControls.end(), *wide);
-    if (high != kHighControls.end()) {
-      bytes += static_cast<char>(0x80 + (high - kHighControls.begin()));
-    } else if (*wide >= 0xA0 && *wide <= 0xFF) {
-      bytes += static_cast<char>(*wide);
-    } else {
-      return std::string(text);
-    }
-  }
-  return bytes;
+  const machine::CodePage page;
+  std::string bytes = page.ToBytes(text);
+  return page.ToText(bytes) == text ? bytes : std::string(text);
 }
 
 std::vector<std::string> SplitLines(std::string_view text) {

@@ -50,7 +50,7 @@ Reply Attributes(Console& console, const Arguments& words) {
 }
 
 Reply Link(Console& console, const Arguments& words) {
-  return DoneOr(console.machine().MakeJunction(words[0], words[1]), "cannot make the junction", words[0]);
+  return DoneOr(console.machine().MakeLink(words[0], words[1]), "cannot make the link", words[0]);
 }
 
 using machine::Machine;
