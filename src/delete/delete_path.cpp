@@ -49,6 +49,10 @@ class ChannelCloser {
 }  // namespace
 
 RuntimeError DeletePath::Wipe_File(const std::string& path) {
+  auto attributes = platform_.files.GetFileAttributesA(path);
+  if (attributes.ok() && (attributes.value & kAttributeReparsePoint) != 0) {
+    return FromWindows(platform_.files.DeleteFileA(path));
+  }
   Random random(platform_.system.GetTickCount());
   const char fill = static_cast<char>(std::lround(random.Next()));
   if (auto error = channels_.Open(kWipeChannel, path, ChannelMode::Binary); !Ok(error)) return error;
@@ -94,39 +98,65 @@ void DeletePath::Delete_Folder_Files(const std::string& folder) {
 }
 
 void DeletePath::Walk(const std::string& folder, FileStep file_step) {
-  if (life_.Over() || Refused(folder)) return;
-  progress_.SetValue(1);
-  progress_.SetMax(kListingMax);
-  std::vector<FolderEntry> entries;
-  if (IsPlainFolder(folder)) entries = ListEntries(platform_.files, folder + "\\*.*", kListEverything);
-  for (std::size_t collected = 1; collected <= entries.size() && collected <= kListingMax; ++collected) {
-    progress_.SetValue(static_cast<int>(collected));
-  }
-  progress_.SetMax(static_cast<int>(entries.size()));
-  progress_.Refresh();
-  if (!PumpAndLive(platform_, life_)) return;
-  // The number of entries is kept in 16 bits with a sign; one that does not fit leaves the bound at 0.
-  const std::size_t bound =
-      entries.size() <= static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max()) ? entries.size() : 0;
-
-  for (std::size_t i = 0; i < bound; ++i) {
-    const FolderEntry& entry = entries[i];
-    const std::string path = folder + "\\" + entry.name;
-    if (!PumpAndLive(platform_, life_)) return;
-    progress_.SetValue(static_cast<int>(i + 1));
-    if (entry.IsLink()) {
-      // Counted below, and left: what it leads to is no part of this folder.
-    } else if (entry.IsFolder()) {
+  // Of its own, and no recursion: somebody else decides how deep folders lie inside each other.
+  std::vector<Level> levels;
+  if (!Enter(folder, file_step, levels)) return;
+  while (!levels.empty()) {
+    Level& level = levels.back();
+    if (level.next == level.bound) {
       progress_.SetValue(progress_.Max());
-      Wipe_Folder_Files(path);
-      if (life_.Over()) return;
-    } else {
+      Leave(levels, levels.size() - 1);
+      continue;
+    }
+    if (!PumpAndLive(platform_, life_)) return;
+    // Somebody may have put a junction in the place of any of these meanwhile.
+    const auto exchanged =
+        std::find_if(levels.begin(), levels.end(), [this](const Level& above) { return !IsPlainFolder(above.folder); });
+    if (exchanged != levels.end()) {
+      Leave(levels, static_cast<std::size_t>(exchanged - levels.begin()));
+      continue;
+    }
+    const FolderEntry& entry = level.entries[level.next++];
+    const std::string path = level.folder + "\\" + entry.name;
+    progress_.SetValue(static_cast<int>(level.next));
+    if (entry.IsFolder() && !entry.IsLink()) {
+      progress_.SetValue(progress_.Max());
+      const std::size_t depth = levels.size();
+      if (!Enter(path, &DeletePath::Wipe_File, levels)) return;
+      if (levels.size() > depth) continue;  // counted when it is left
+    } else if (!entry.IsFolder()) {
       StepOver(platform_.files.SetFileAttributesA(path, 0));
-      StepOver((this->*file_step)(path));
+      StepOver((this->*level.file_step)(path));
     }
     history_removed_.Add(1);
   }
-  progress_.SetValue(progress_.Max());
+}
+
+bool DeletePath::Enter(const std::string& folder, FileStep file_step, std::vector<Level>& levels) {
+  if (life_.Over()) return false;
+  if (Refused(folder)) return !life_.Over();
+  progress_.SetValue(1);
+  progress_.SetMax(kListingMax);
+  Level level{folder, {}, 0, 0, file_step};
+  if (IsPlainFolder(folder)) level.entries = ListEntries(platform_.files, folder + "\\*.*", kListEverything);
+  for (std::size_t collected = 1; collected <= level.entries.size() && collected <= kListingMax; ++collected) {
+    progress_.SetValue(static_cast<int>(collected));
+  }
+  progress_.SetMax(static_cast<int>(level.entries.size()));
+  progress_.Refresh();
+  if (!PumpAndLive(platform_, life_)) return false;
+  // The number of entries is kept in 16 bits with a sign; one that does not fit leaves the bound at 0.
+  if (level.entries.size() <= static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
+    level.bound = level.entries.size();
+  }
+  levels.push_back(std::move(level));
+  return true;
+}
+
+void DeletePath::Leave(std::vector<Level>& levels, std::size_t first) {
+  // What lies inside the first of them goes uncounted; that one is an entry of the folder above it.
+  levels.erase(levels.begin() + static_cast<std::ptrdiff_t>(first), levels.end());
+  if (first > 0) history_removed_.Add(1);
 }
 
 int DeletePath::Count_Matching_Files(std::string_view pattern, bool hidden, bool system) {

@@ -23,12 +23,14 @@ class DeletePath {
 
   // Writes one byte over the file's first byte seven times, cuts the file to an empty line and deletes
   // it. A file that is not there is made and deleted. The first step that fails ends it: a file that
-  // another program holds stays as it was, a read-only one too.
+  // another program holds stays as it was, a read-only one too. A file that is a link goes as a link: what it leads to
+  // keeps its content.
   RuntimeError Wipe_File(const std::string& path);
 
   // Wipes every file below the folder, hidden, system and read-only ones too, and leaves all folders.
-  // Counts each entry, whether or not its wipe worked. A junction or symbolic link is counted and left,
-  // and so is what it leads to; if `folder` itself is one, there is nothing to wipe. Some roots are refused
+  // Counts each entry, whether or not its wipe worked. A junction or a link to a folder is counted and left,
+  // and so is what it leads to; if `folder` itself is one, there is nothing to wipe. A folder that became one while
+  // messages were pumped is not walked on. Some roots are refused
   // with a message; a folder of more than 32,767 entries is left alone. `folder` is without a trailing
   // backslash.
   void Wipe_Folder_Files(const std::string& folder);
@@ -45,7 +47,18 @@ class DeletePath {
 
  private:
   using FileStep = RuntimeError (DeletePath::*)(const std::string& path);
+  // A folder that a walk is in.
+  struct Level {
+    std::string folder;
+    std::vector<FolderEntry> entries;
+    std::size_t next = 0, bound = 0;
+    FileStep file_step;
+  };
   void Walk(const std::string& folder, FileStep file_step);
+  // Lists a folder and adds its level, unless it is refused. False once the program has ended.
+  bool Enter(const std::string& folder, FileStep file_step, std::vector<Level>& levels);
+  // Drops the levels from `first` on and counts that one.
+  void Leave(std::vector<Level>& levels, std::size_t first);
   bool Refused(const std::string& folder);
 
   Platform& platform_;

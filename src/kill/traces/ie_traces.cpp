@@ -124,7 +124,7 @@ void IeTraces::Kill_Cache_Entries(CachePass pass) {
 void IeTraces::Kill_Cookie_Files() {
   // Without a stored folder it reads as a lone backslash, which would be the root of the current drive.
   const std::string folder = needs_.products.Cookies();
-  if (!NamedTraces::IsPath(folder) || !FolderExists(needs_.platform.files, folder)) return;
+  if (!NamedTraces::IsPath(folder) || !delete_path_.IsPlainFolder(WithoutBackslash(folder))) return;
   std::vector<std::string> work;
   for (const FolderEntry& entry : ListEntries(needs_.platform.files, folder + "*.*", kListEverything)) {
     if (entry.IsFolder() || entry.name.find(".txt") == std::string::npos) continue;
@@ -152,7 +152,7 @@ void IeTraces::Kill_Google_Bar() {
   const std::string roaming = needs_.folders.Get_Special_Folder(kRoamingData);
   if (!NamedTraces::IsPath(roaming)) return;
   // Deliberate: when the change of folder fails the walker is given whatever the current one is.
-  StepOver(needs_.platform.files.SetCurrentDirectoryA(roaming + "\\Google"));
+  StepOver(ChangeFolder(needs_.platform.files, roaming + "\\Google"));
   const std::string current = needs_.platform.files.GetCurrentDirectoryA().value_or({});
   if (!current.empty()) delete_path_.Wipe_Folder_Files(current + "\\Local Search History");
 }
