@@ -26,12 +26,14 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
       about_({platform, watcher, services_.life}, services_, kProgramVersion),
       engine_({platform, services_.channels, services_.settings, services_.reg_settings, services_.folders, products_,
                services_.profiles, keep_list_, services_.history_removed, services_.run, services_.thumbs,
-               ie_folders_moved_, services_.life},
+               short_folders_, services_.life},
               main_window_, *this),
       resident_(services_, main_window_, engine_.run(), *this),
       thumbs_({platform, watcher, services_.life},
               {services_.channels, services_.settings, services_.folders, engine_.delete_path(),
-               services_.history_removed, services_.thumbs, services_.data_folder}) {}
+               services_.history_removed, services_.thumbs, services_.data_folder}) {
+  engine_.file_analyzer().active_window = [&watcher] { return watcher.ActiveWindow(); };
+}
 
 Program::~Program() {
   if (instance_ != MutexHandle::None) StepOver(platform_.processes.CloseHandle(instance_));

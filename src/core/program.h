@@ -49,7 +49,7 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   TraceUnits& trace_units() { return engine_.units(); }
   Resident& resident() { return resident_; }
   frmThumbs& thumbs() { return thumbs_; }
-  bool IEFoldersMoved() const { return ie_folders_moved_; }
+  bool IEFoldersMoved() const { return short_folders_.ie_folders_moved; }
 
   // Reads the settings anew, as the start does, and sets their controls. The product itself does not call it.
   void Get_Quillbarrow_Settings();
@@ -115,7 +115,7 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   Resident resident_;
   frmThumbs thumbs_;
   MutexHandle instance_ = MutexHandle::None;
-  bool ie_folders_moved_ = false;
+  ShortFolders short_folders_;
 };
 
 }  // namespace qb

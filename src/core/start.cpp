@@ -69,7 +69,9 @@ void Program::MainWindowLoaded() {
 bool Program::InitCommonControlsVB() {
   constexpr std::uint32_t kStructureSize = 8;
   constexpr std::uint32_t kExtendedCombo = 0x200;  // ICC_USEREX_CLASSES
-  return platform_.system.InitCommonControlsEx(kStructureSize, kExtendedCombo);
+  // Deliberate: what the call answers is not looked at.
+  static_cast<void>(platform_.system.InitCommonControlsEx(kStructureSize, kExtendedCombo));
+  return true;
 }
 
 bool Program::PreviousInstance() {
@@ -147,10 +149,11 @@ void Program::DeleteLeftovers(std::span<const std::string_view> names) {
 void Program::ComputeShortFolders() {
   const WindowsFolders& folders = services_.folders;
   const std::string windows = folders.Get_Windows_Dir();
-  const std::string cache = folders.Get_Short_Path(products_.Cache());
-  const std::string cookies = folders.Get_Short_Path(products_.Cookies());
-  ie_folders_moved_ = UpperCase(cache) != UpperCase(windows + "\\TEMPOR~1\\") ||
-                      UpperCase(cookies) != UpperCase(windows + "\\COOKIES\\");
+  short_folders_.cache = folders.Get_Short_Path(products_.Cache());
+  short_folders_.cookies = folders.Get_Short_Path(products_.Cookies());
+  short_folders_.history = folders.Get_Short_Path(products_.History());
+  short_folders_.ie_folders_moved = UpperCase(short_folders_.cache) != UpperCase(windows + "\\TEMPOR~1\\") ||
+                                    UpperCase(short_folders_.cookies) != UpperCase(windows + "\\COOKIES\\");
 }
 
 void Program::FirstRun() {

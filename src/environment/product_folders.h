@@ -18,6 +18,13 @@ class SetupAsker {
   virtual void AskGeneralSetup() = 0;
 };
 
+// The 8.3 forms of three folders as they were at the load, with a closing backslash; empty where the system gave none.
+struct ShortFolders {
+  std::string cache, cookies, history;
+  // Whether the Cache or the Cookies folder lies elsewhere than below the Windows folder.
+  bool ie_folders_moved = false;
+};
+
 class ProductFolders {
  public:
   ProductFolders(Platform& platform, CRegSettings& reg_settings, Settings& settings, SetupAsker& asker)

@@ -23,8 +23,7 @@ struct KillNeeds {
   TraceCounter& history_removed;
   RunState& state;
   const ThumbTotals& thumbs;
-  // Whether the Cache or the Cookies folder lies elsewhere than below the Windows folder.
-  const bool& ie_folders_moved;
+  const ShortFolders& short_folders;
   const Lifetime& life;
 };
 

@@ -128,6 +128,8 @@ class FormWatcher {
   virtual WindowHandle WindowOf(const Form& form) const = 0;
   // How wide a text is in the form's font: pixels, or columns of a view that writes.
   virtual int TextWidth(const Form& form, std::string_view text) const = 0;
+  // The window of the form that the user is in; None if it is none of them.
+  virtual WindowHandle ActiveWindow() const = 0;
   // Opens a popup menu at the mouse; returns when it is closed, in views that can wait.
   virtual void PopupMenu(Form& form, MenuItem& menu) = 0;
 };

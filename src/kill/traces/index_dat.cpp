@@ -44,10 +44,22 @@ struct MovedRow {
 constexpr MovedRow kMovedIndexes[] = {{true, "INDEX.DAT"}, {false, "INDEX.DAT"}, {false, "CONTENT.IE5\\INDEX.DAT"}};
 
 constexpr std::int16_t kTakeBackCookies = 0;
+constexpr std::int16_t kTakeBackCache = 1;
+
+// A line that the program writes, and the kind of taking back that leaves it.
+struct OwnLine {
+  std::string line;
+  std::int16_t stays_with;
+};
 
 // The Windows 95 family reads WININIT.INI at its start.
 bool FileWay(std::int16_t version_code) {
   return version_code == 0 || version_code == 1 || version_code == 4;
+}
+
+// A line's start, up to the name of a file in a moved folder.
+std::string MovedStart(const ShortFolders& folders, const MovedRow& row) {
+  return std::string(kDelete) + UpperCase(row.cookies ? folders.cookies : folders.cache);
 }
 
 bool Holds(const std::vector<std::string>& lines, const std::string& line) {
@@ -76,11 +88,6 @@ void IndexDat::Schedule_Index_Dat_NT(std::int16_t /*flag*/) {
   }
   scheduled_ = true;
   needs_.history_removed.Add(1);
-}
-
-IndexDat::Moved IndexDat::MovedFolders() const {
-  return {UpperCase(needs_.folders.Get_Short_Path(needs_.products.Cookies())),
-          UpperCase(needs_.folders.Get_Short_Path(needs_.products.Cache()))};
 }
 
 std::vector<std::string> IndexDat::ReadLines(const std::string& path) const {
@@ -118,10 +125,9 @@ void IndexDat::Schedule_Index_Dat_WinInit() {
     const std::string line = std::string(kDelete) + windows + std::string(below);
     if (!Holds(seen, line)) missing.push_back(line);
   }
-  if (needs_.ie_folders_moved) {
-    const Moved moved = MovedFolders();
+  if (needs_.short_folders.ie_folders_moved) {
     for (const MovedRow& row : kMovedIndexes) {
-      const std::string start = std::string(kDelete) + (row.cookies ? moved.cookies : moved.cache);
+      const std::string start = MovedStart(needs_.short_folders, row);
       // Deliberate: what is looked for has a doubled backslash and what is written has none, so these
       // lines are added at each run.
       if (!Holds(seen, start + "\\" + std::string(row.below))) missing.push_back(start + std::string(row.below));
@@ -143,25 +149,30 @@ void IndexDat::Clear_Auto_Exec2(std::int16_t kind) {
   const std::string path = windows + "\\WININIT.INI";
   const std::string work = windows + "\\WININIT.QB";
   if (!windows.empty() && needs_.channels.CanOpen(path)) {
-    const Moved moved = MovedFolders();
-    std::vector<std::string> cookie_lines, cache_lines;
+    std::vector<OwnLine> own;
     for (std::string_view below : kWindowsIndexes) {
-      (below == kWindowsIndexes[0] ? cookie_lines : cache_lines)
-          .push_back(std::string(kDelete) + windows + std::string(below));
+      const std::int16_t stays = below == kWindowsIndexes[0] ? kTakeBackCache : kTakeBackCookies;
+      own.push_back({std::string(kDelete) + windows + std::string(below), stays});
     }
     for (const MovedRow& row : kMovedIndexes) {
-      (row.cookies ? cookie_lines : cache_lines)
-          .push_back(std::string(kDelete) + (row.cookies ? moved.cookies : moved.cache) + std::string(row.below));
+      own.push_back({MovedStart(needs_.short_folders, row) + std::string(row.below),
+                     row.cookies ? kTakeBackCache : kTakeBackCookies});
     }
-    const std::vector<std::string>& dropped = kind == kTakeBackCookies ? cookie_lines : cache_lines;
+    auto stays = [&](const std::string& line) {
+      const std::string upper = UpperCase(line);
+      // The first that hits decides: with folders that are equal, or empty, more than one does.
+      auto hit = std::find_if(own.begin(), own.end(), [&](const OwnLine& test) { return test.line == upper; });
+      return hit == own.end() || hit->stays_with == kind;
+    };
     const std::vector<std::string> lines = ReadLines(path);
     const int number = needs_.channels.FreeNumber();
     bool written = Ok(needs_.channels.Open(number, work, ChannelMode::Output));
     if (written) {
       for (const std::string& line : lines) {
-        if (!Holds(dropped, UpperCase(line))) written = Ok(needs_.channels.PrintLine(number, line)) && written;
+        if (stays(line)) written = Ok(needs_.channels.PrintLine(number, line)) && written;
       }
       StepOver(needs_.channels.Close(number));
+      if (!written) StepOver(DeleteFiles(needs_.platform.files, work));
     }
     // The old file only goes once the new one is whole.
     if (written) {

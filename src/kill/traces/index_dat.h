@@ -31,10 +31,6 @@ class IndexDat {
   static std::span<const NamedRoutine<IndexDat>> Routines();
 
  private:
-  struct Moved {
-    std::string cookies, cache;  // 8.3 forms in capitals, with a closing backslash
-  };
-  Moved MovedFolders() const;
   std::vector<std::string> ReadLines(const std::string& path) const;
   bool LacksClosingLineEnd(const std::string& path) const;
 

@@ -35,6 +35,11 @@ void TextView::FormLoaded(Form& form) {
   machine_.OwnWindowState(handle, false, form.Caption());
 }
 
+WindowHandle TextView::ActiveWindow() const {
+  const std::vector<Form*> forms = FrontToBack();
+  return forms.empty() || !forms.front()->Visible() ? WindowHandle::None : WindowOf(*forms.front());
+}
+
 void TextView::FormUnloaded(Form& form) {
   machine_.OwnWindowDestroy(WindowOf(form));
   std::erase_if(loaded_, [&](const Window& window) { return window.form == &form; });

@@ -33,6 +33,7 @@ class TextView : public FormWatcher {
   void ControlChanged(Control&) override {}
   WindowHandle WindowOf(const Form& form) const override;
   int TextWidth(const Form& form, std::string_view text) const override;
+  WindowHandle ActiveWindow() const override;
   // Opens the menu and returns at once: the click of one of its items closes it.
   void PopupMenu(Form& form, MenuItem& menu) override;
 

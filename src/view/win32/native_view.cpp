@@ -116,6 +116,13 @@ int NativeView::TextWidth(const Form& form, std::string_view text) const {
   return native == nullptr ? 0 : native->TextWidth(std::string(text));
 }
 
+WindowHandle NativeView::ActiveWindow() const {
+  const HWND active = ::GetActiveWindow();
+  const bool form = std::any_of(forms_.begin(), forms_.end(),
+                                [active](const auto& entry) { return entry.second->window() == active; });
+  return form ? Wrap<WindowHandle>(active) : WindowHandle::None;
+}
+
 void NativeView::PopupMenu(Form& form, MenuItem& menu) {
   if (const std::shared_ptr<NativeForm> native = NativeOf(form)) native->PopupMenu(menu);
 }

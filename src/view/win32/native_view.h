@@ -29,6 +29,7 @@ class NativeView : public FormWatcher, private NativeForm::Host {
   void ControlChanged(Control& control) override;
   WindowHandle WindowOf(const Form& form) const override;
   int TextWidth(const Form& form, std::string_view text) const override;
+  WindowHandle ActiveWindow() const override;
   void PopupMenu(Form& form, MenuItem& menu) override;
 
  private:

@@ -89,9 +89,10 @@ std::span<const ProgramRoutine> Analyzer() {
       {"clsFileAnalyzer.GetAbsolutePath", Member<&A::GetAbsolutePath>()},
       {"clsFileAnalyzer.GetRelativePath", Member<&A::GetRelativePath>()},
       {"clsFileAnalyzer.BuildPath", Member<&A::BuildPath>()},
-      {"clsFileAnalyzer.Execute", Bind([](Program& p, const std::string& path, std::uint32_t style,
-                                          const std::optional<std::string>& parameters, std::optional<bool> wait) {
-         WindowHandle owner = p.main_window().Window();
+      {"clsFileAnalyzer.Execute",
+       Bind([](Program& p, const std::string& path, std::uint32_t style, const std::optional<std::string>& parameters,
+               std::optional<bool> wait, std::optional<std::uint64_t> window) {
+         auto owner = static_cast<WindowHandle>(window.value_or(0));
          return p.file_analyzer().Execute(path, style, parameters.value_or(""), wait.value_or(false), owner);
        })},
       {"clsFileAnalyzer.ParseSize", Bind([](Program&, double size, int decimals) {
