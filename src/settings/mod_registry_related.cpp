@@ -43,7 +43,7 @@ std::int32_t ModRegistryRelated::QueryValueEx(KeyHandle key, std::string_view na
   switch (read.value.type) {
     case kRegSz:
     case kRegExpandSz:
-      value = WithoutLast(data, 1);
+      value = ClosedText(read.value);
       return 0;
     case kRegDword: {
       std::uint32_t number = 0;

@@ -39,7 +39,7 @@ std::optional<std::string> CRegSettings::Read(KeyHandle root, const std::string&
   KeyCloser closer(registry_, open.value);
   auto value = QueryData(registry_, open.value, ValueName(key));
   if (!value.ok() || value.value.data.empty()) return std::nullopt;
-  return WithoutLast(value.value.data, 1);
+  return ClosedText(value.value);
 }
 
 std::string CRegSettings::GetSetting(std::string_view section, std::string_view key, std::string_view fallback) const {

@@ -14,4 +14,10 @@ Result<RegValue> QueryData(Registry& registry, KeyHandle key, std::string_view n
   return value;
 }
 
+std::string ClosedText(const RegValue& value) {
+  const std::string_view cut = std::string_view(value.data).substr(0, value.data.size() - !value.data.empty());
+  const bool text = value.type == kRegSz || value.type == kRegExpandSz;
+  return std::string(text ? cut.substr(0, cut.find('\0')) : cut);
+}
+
 }  // namespace qb

@@ -16,6 +16,9 @@ struct RegValue {
 // Asks for the size first and the data then, as two queries of an open key.
 Result<RegValue> QueryData(Registry& registry, KeyHandle key, std::string_view name);
 
+// What the readers that cut a closing zero by its place take for the value: a text ends at its first zero in any case.
+std::string ClosedText(const RegValue& value);
+
 // Closes a key when it goes out of scope. A key of None is not closed.
 class KeyCloser {
  public:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 #include <vector>
 
 #include "runtime/text.h"
@@ -27,6 +28,18 @@ constexpr std::string_view kDataKeys[] = {"Q:STRINGDATA",
 
 constexpr int kNameBuffer = 255;
 constexpr int kKeyNameBuffer = 256;
+
+constexpr int kMostLevels = 512;  // of keys inside each other, as Windows allows
+
+// The names in one key that the walk goes by. What is left of a name that was cut and trimmed may be nothing, which
+// opens the same key again, or the name of another key, which would be walked once more at each level.
+class NamesOnce {
+ public:
+  bool Take(const std::string& name) { return !name.empty() && taken_.insert(UpperCase(name)).second; }
+
+ private:
+  std::set<std::string> taken_;
+};
 
 bool HoldsData(std::string_view key_name) {
   return std::find(std::begin(kDataKeys), std::end(kDataKeys), UpperCase(key_name)) != std::end(kDataKeys);
@@ -78,35 +91,49 @@ void AutoCompleteStore::Set_Key_Open_Access(KeyHandle root, std::string_view key
   }
 }
 
-void AutoCompleteStore::Open_Key_Tree(KeyHandle root, std::string_view key, std::string_view label,
+void AutoCompleteStore::Open_Key_Tree(KeyHandle root, std::string_view key, std::string_view /*label*/,
                                       const std::string& user, std::uint32_t access) {
+  OpenTree(root, key, user, access, kMostLevels);
+}
+
+void AutoCompleteStore::OpenTree(KeyHandle root, std::string_view key, const std::string& user, std::uint32_t access,
+                                 int levels) {
+  if (levels == 0) return;
   // Deliberate: this handle is not closed.
   auto open = platform_.registry.RegOpenKeyExA(root, key, kKeyRead);
   if (!open.ok()) return;
+  NamesOnce names;
   for (std::uint32_t index = 0;; ++index) {
     TextBuffer buffer(kNameBuffer);
     if (!PumpAndLive(platform_, life_)) return;
     std::uint32_t length = 0;
     if (!Ok(security_.RegEnumKeyExA(open.value, index, buffer, length))) return;
     const std::string name = Trim(buffer.text());
+    if (!names.Take(name)) continue;
     Set_Key_Open_Access(open.value, name, user, access);
-    Open_Key_Tree(open.value, name, label, user, access);
+    OpenTree(open.value, name, user, access, levels - 1);
   }
 }
 
 void AutoCompleteStore::Delete_Key_Tree(KeyHandle root, const std::string& key) {
+  DeleteTree(root, key, kMostLevels);
+}
+
+void AutoCompleteStore::DeleteTree(KeyHandle root, const std::string& key, int levels) {
+  if (levels == 0) return;
   auto open = platform_.registry.RegOpenKeyExA(root, key, kKeyAllAccess);
   if (!open.ok()) return;
   KeyCloser closer(platform_.registry, open.value);
   // All names first, so that removing does not disturb the places.
+  NamesOnce taken;
   std::vector<std::string> names;
   for (std::uint32_t index = 0;; ++index) {
     TextBuffer buffer(kKeyNameBuffer);
     if (!Ok(platform_.registry.RegEnumKeyA(open.value, index, buffer))) break;
-    names.push_back(buffer.text());
+    if (taken.Take(buffer.text())) names.push_back(buffer.text());
   }
   for (const std::string& name : names) {
-    Delete_Key_Tree(root, std::string(key).append("\\").append(name));
+    DeleteTree(root, std::string(key).append("\\").append(name), levels - 1);
     if (HoldsData(name)) StepOver(platform_.registry.RegDeleteKeyA(open.value, name));
   }
 }

@@ -26,7 +26,7 @@ class AutoCompleteStore {
   void Kill_IE_AutoComplete();
   // Takes the access list off a key, so that all accounts may use it. The rights are not looked at.
   void Set_Key_Open_Access(KeyHandle root, std::string_view key, const std::string& user, std::uint32_t access);
-  // The same for all keys below a key. Each key that was opened for the walk stays open until the
+  // The same for all keys below a key, 512 levels deep. Each key that was opened for the walk stays open until the
   // program ends.
   void Open_Key_Tree(KeyHandle root, std::string_view key, std::string_view label, const std::string& user,
                      std::uint32_t access);
@@ -38,6 +38,9 @@ class AutoCompleteStore {
   static std::span<const NamedRoutine<AutoCompleteStore>> Routines();
 
  private:
+  // `levels` is how many are walked, that of `key` included.
+  void OpenTree(KeyHandle root, std::string_view key, const std::string& user, std::uint32_t access, int levels);
+  void DeleteTree(KeyHandle root, const std::string& key, int levels);
   // The one place to hang a report on; nothing is reported.
   void Report_Key_Error(Error code, std::string_view step);
 
