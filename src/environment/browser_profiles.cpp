@@ -1,8 +1,47 @@
 #include "environment/browser_profiles.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "runtime/folders.h"
 
 namespace qb {
+
+namespace {
+
+// `path` without its parts "." and "..", as Windows would resolve it; what climbs above the drive stays there.
+std::vector<std::string_view> Resolved(std::string_view path) {
+  std::vector<std::string_view> parts;
+  while (!path.empty()) {
+    const std::size_t cut = std::min(path.find_first_of("\\/"), path.size());
+    const std::string_view part = path.substr(0, cut);
+    if (part == "..") {
+      if (parts.size() > 1) parts.pop_back();
+    } else if (!part.empty() && part != ".") {
+      parts.push_back(part);
+    }
+    path.remove_prefix(std::min(cut + 1, path.size()));
+  }
+  return parts;
+}
+
+// A profile's name as it stands, or, where it climbs with ".." and comes back, what it comes to below `folder`. One
+// that leaves the folder keeps its "..", by which whoever deletes in it refuses it.
+std::string NameBelow(const std::string& folder, const std::string& name) {
+  if (name.find("..") == std::string::npos) return name;
+  const std::vector<std::string_view> above = Resolved(folder);
+  const std::string path = folder + name;
+  const std::vector<std::string_view> parts = Resolved(path);
+  if (parts.size() < above.size() || !std::equal(above.begin(), above.end(), parts.begin(), SameText)) return name;
+  std::string resolved;
+  for (std::size_t i = above.size(); i < parts.size(); ++i) {
+    if (!resolved.empty()) resolved += '\\';
+    resolved += parts[i];
+  }
+  return resolved;
+}
+
+}  // namespace
 
 std::string BrowserProfiles::LocalDataPath(std::string_view below) const {
   if (folders_.Get_Version_Code() == kLocalSettingsCode) {
@@ -65,8 +104,9 @@ BrowserProfiles::IniProfile BrowserProfiles::ReadProfile(std::string_view ini_be
   const std::string ini = folders_.Get_Special_Folder(kRoamingData) + std::string(ini_below_roaming);
   const std::string path = folders_.Read_Ini_Value("Profile0", "Path", ini);
   IniProfile profile;
-  if (path.size() > kFolderAndSlash) profile.name = path.substr(kFolderAndSlash);
-  profile.path = WithoutLast(ini, kIniName.size()) + "Profiles\\" + profile.name;
+  const std::string folder = WithoutLast(ini, kIniName.size()) + "Profiles\\";
+  if (path.size() > kFolderAndSlash) profile.name = NameBelow(folder, path.substr(kFolderAndSlash));
+  profile.path = folder + profile.name;
   return profile;
 }
 

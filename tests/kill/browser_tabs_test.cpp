@@ -160,5 +160,38 @@ TEST(BrowserTabsTest, ProfilesIniThatPointsElsewhere) {
   }
 }
 
+// A path that climbs and comes back names a profile like any other.
+TEST(BrowserTabsTest, ProfilesIniThatClimbsAndComesBack) {
+  const struct {
+    const char* path;
+    bool goes;
+  } kCases[] = {
+      {"Profiles/abc.default", true},
+      {"Profiles/x/../abc.default", true},
+      {"Profiles/../Profiles/abc.default", true},
+      {"Profiles/..\\..\\Firefox\\.\\PROFILES\\abc.default", true},
+      {"Profiles/abc.default/../../Crash Reports", false},
+      {"Profiles/../ProfilesX/abc.default", false},
+      {"Profiles/../../../../../../../../../Profiles/abc.default", false},
+  };
+  for (const auto& c : kCases) {
+    Rehearsal rehearsal;
+    const std::string firefox = kRoaming + "\\Mozilla\\Firefox\\";
+    rehearsal.Play(Files(firefox + "Profiles\\abc.default", {"cookies.txt"}) +
+                   Files(firefox + "Crash Reports", {"cookies.txt"}) +
+                   Files(firefox + "ProfilesX\\abc.default", {"cookies.txt"}) +
+                   Files("C:\\Profiles\\abc.default", {"cookies.txt"}));
+    ASSERT_TRUE(
+        rehearsal.machine().MakeFile(firefox + "profiles.ini", std::string("[Profile0]\r\nPath=") + c.path + "\r\n"));
+    rehearsal.Play("start\nchoose SftTabs1 1\ntick chkNS_all\nclick cmdKILLALL\n");
+    EXPECT_EQ(rehearsal.machine().Exists(firefox + "Profiles\\abc.default\\cookies.txt"), c.goes ? "no" : "file")
+        << c.path;
+    for (const char* kept : {"Crash Reports\\cookies.txt", "ProfilesX\\abc.default\\cookies.txt"}) {
+      EXPECT_EQ(rehearsal.machine().Exists(firefox + kept), "file") << c.path;
+    }
+    EXPECT_EQ(rehearsal.machine().Exists("C:\\Profiles\\abc.default\\cookies.txt"), "file") << c.path;
+  }
+}
+
 }  // namespace
 }  // namespace qb

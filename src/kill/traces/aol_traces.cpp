@@ -4,6 +4,8 @@ namespace qb {
 
 namespace {
 
+constexpr std::size_t kLongestNoPath = 3;
+
 constexpr std::string_view kDroplist[] = {"organize\\*.ARL", "organize\\*.AUT"};
 constexpr std::string_view kCache[] = {"organize\\CACHE\\*.*"};
 
@@ -19,7 +21,8 @@ constexpr std::string_view kOperaFiles[] = {
 
 void AolTraces::DeleteBelowAol(Names patterns) {
   const std::string& folder = settings_.Text(Setting::AOLdir);
-  if (!NamedTraces::IsPath(folder)) return;
+  // The user's own setting, taken as it stands.
+  if (folder.size() <= kLongestNoPath) return;
   for (std::string_view pattern : patterns) names_.DeletePattern(folder + std::string(pattern));
 }
 

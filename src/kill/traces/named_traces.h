@@ -20,8 +20,8 @@ class NamedTraces {
   NamedTraces(DeletePath& delete_path, TraceCounter& history_removed, const Lifetime& life)
       : delete_path_(delete_path), history_removed_(history_removed), life_(life) {}
 
-  // A path of three characters or fewer is none, and nothing is done for it; nor for one that climbs
-  // with "..", which could lead out of the profiles to anywhere.
+  // A path of three characters or fewer is none, and nothing is done for it; nor for one that still climbs
+  // with "..", which leads out of the profiles to anywhere.
   static bool IsPath(std::string_view path);
 
   // For each name, in order: if `folder` + name opens, wipes it and counts 1.
