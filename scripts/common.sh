@@ -7,6 +7,21 @@ cd "$ROOT"
 
 say() { printf '%s\n' "$*" >&2; }
 
+# apt_get WORD … runs apt-get; where another installation is going on it waits for its end, ten minutes at most. APT_WAIT is
+# the time between two looks.
+apt_get() {
+  local become=() problem end=$((SECONDS + 600))
+  [ "$(id -u)" -eq 0 ] || become=(sudo)
+  # The option covers the packages' lock alone, and not that of the lists.
+  until problem=$("${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o DPkg::Lock::Timeout=600 "$@" 2>&1 >/dev/null); do
+    if [[ $problem != *lock* ]] || [ "$SECONDS" -ge "$end" ]; then
+      say "$problem"
+      return 1
+    fi
+    sleep "${APT_WAIT:-5}"
+  done
+}
+
 # need PACKAGE[:COMMAND_OR_FILE] … installs the Debian packages of which the command or file is missing.
 need() {
   local missing=() item package probe
@@ -16,15 +31,12 @@ need() {
     command -v "$probe" >/dev/null 2>&1 || [ -e "$probe" ] || missing+=("$package")
   done
   [ ${#missing[@]} -eq 0 ] && return 0
-  local become=()
-  if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null 2>&1 || { say "Missing: ${missing[*]}. Install them and start again."; exit 2; }
-    become=(sudo)
+  if ! command -v apt-get >/dev/null 2>&1 || { [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null 2>&1; }; then
+    say "Missing: ${missing[*]}. Install them and start again."
+    exit 2
   fi
-  command -v apt-get >/dev/null 2>&1 || { say "Missing: ${missing[*]}. Install them and start again."; exit 2; }
   say "Installing ${missing[*]} …"
-  "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq >/dev/null
-  "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+  apt_get update && apt_get install -y --no-install-recommends "${missing[@]}"
 }
 
 need_host() { need cmake g++ make; }
