@@ -5,18 +5,6 @@
 
 namespace qb {
 
-// What its page asks.
-class AutoKillPageHost {
- public:
-  virtual ~AutoKillPageHost() = default;
-
-  virtual void RunAutoKillNow() = 0;
-  // The wizard, until it is closed.
-  virtual void ShowWizardModal() = 0;
-  virtual void Add_Tray_Icon() = 0;
-  virtual void Remove_Tray_Icon() = 0;
-};
-
 class AutoKillHost {
  public:
   virtual ~AutoKillHost() = default;

@@ -18,10 +18,9 @@ constexpr std::string_view kAskHideIcon =
 
 }  // namespace
 
-AutoKillPage::AutoKillPage(Form& form, Settings& settings, AutoKillInterval& interval, AutoKillPageHost& host)
+AutoKillPage::AutoKillPage(Form& form, Settings& settings, AutoKillInterval& interval)
     : settings_(settings),
       auto_kill_interval_(interval),
-      host_(host),
       bindings_(form, settings),
       heading_(form, "lblAutoKillHeading", "Auto-Kill Settings"),
       what_(form, "lblAutoKillNote", "Auto-Kill takes its own stored selection of traces, not the boxes of the tabs."),
@@ -39,8 +38,6 @@ AutoKillPage::AutoKillPage(Form& form, Settings& settings, AutoKillInterval& int
       "Click to manage which Internet Explorer/MSN cookies to keep.  Cookies are useful if you login to the same site "
       "frequently.",
       "Auto-Kill Setup");
-  cmdAutoKillDetails.Click = [this] { host_.ShowWizardModal(); };
-  lblTestAutoKill.Click = [this] { host_.RunAutoKillNow(); };
   bindings_.Bind(Setting::Stealth, stealth_on_, stealth_off_);
   // Deliberate: only shown, a click stores nothing. What it asks for goes by its mouse.
   bindings_.Show(Setting::Disable_AK, do_not_auto_kill_);
@@ -66,8 +63,8 @@ void AutoKillPage::LoadFromSettings() {
 }
 
 void AutoKillPage::HideIconChanged() {
-  if (loading_) return;  // the start adds the icon, and takes it away again, by itself
-  hide_icon_.Value() == 1 ? host_.Remove_Tray_Icon() : host_.Add_Tray_Icon();
+  // The start adds the icon, and takes it away again, by itself.
+  if (!loading_ && IconHidden) IconHidden(hide_icon_.Value() == 1);
 }
 
 void AutoKillPage::chk_DoNotAutoKill_MouseDown() {

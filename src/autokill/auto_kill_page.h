@@ -1,7 +1,6 @@
 // The Auto-Kill tab of the main window: its controls, their settings and confirmations.
 #pragma once
 
-#include "autokill/auto_kill_host.h"
 #include "autokill/when_to_kill.h"
 
 namespace qb {
@@ -9,7 +8,7 @@ namespace qb {
 class AutoKillPage {
  public:
   // `form` gets the page's controls.
-  AutoKillPage(Form& form, Settings& settings, AutoKillInterval& interval, AutoKillPageHost& host);
+  AutoKillPage(Form& form, Settings& settings, AutoKillInterval& interval);
 
   Layout Arrangement();
   // Sets the controls from the settings in memory, and the interval's countdown anew.
@@ -17,13 +16,15 @@ class AutoKillPage {
   // Clears the box chk_DoNotAutoKill, without a question.
   void ClearDoNotAutoKill() { do_not_auto_kill_.SetValue(0); }
 
+  // The user chose, and confirmed, whether the tray icon is hidden.
+  std::function<void(bool hidden)> IconHidden;
+
  private:
   void HideIconChanged();
   void chk_DoNotAutoKill_MouseDown();
 
   Settings& settings_;
   AutoKillInterval& auto_kill_interval_;
-  AutoKillPageHost& host_;
   SettingBindings bindings_;
   bool loading_ = false;
 

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <utility>
 
 #include "settings/settings.h"
 #include "widgets/controls.h"
@@ -36,8 +35,6 @@ class AutoKillInterval {
   void Restart();
   // A minute has passed. True if it was the last; the countdown then waits for Restart.
   [[nodiscard]] bool MinutePassed() { return --minutes_ < 1; }
-  // What the timer does each minute.
-  void SetTick(Control::Handler tick) { timer_.Click = std::move(tick); }
   // The timer ticks once a minute, or not at all.
   void Enable(bool enabled);
 

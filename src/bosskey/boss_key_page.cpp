@@ -25,7 +25,7 @@ constexpr struct {
 
 }  // namespace
 
-BossKeyPage::BossKeyPage(Form& form, Settings& settings, std::function<void()> invoke)
+BossKeyPage::BossKeyPage(Form& form, Settings& settings)
     : bindings_(form, settings),
       heading_(form, "lblBossKeyHeading", "Boss Key! Settings"),
       windows_frame_(form, "frameBK_Windows", "Windows to hide"),
@@ -33,7 +33,6 @@ BossKeyPage::BossKeyPage(Form& form, Settings& settings, std::function<void()> i
       space_bar_(form, "optBK_HotKeySpaceBar", "ALT+SPACEBAR", "BK_HotKey"),
       ctrl_alt_z_(form, "optBK_HotKeyZ", "CTRL+ALT+Z", "BK_HotKey"),
       lblTestBossKey(form, "lblTestBossKey", "Test Boss Key!") {
-  lblTestBossKey.Click = std::move(invoke);
   for (const auto& row : kBoxes) {
     boxes_.push_back(std::make_unique<CheckBox>(form, row.box, row.caption));
     bindings_.Bind(row.setting, *boxes_.back());

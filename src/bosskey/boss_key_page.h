@@ -1,7 +1,6 @@
 // The Boss Key tab of the main window: which windows the Boss Key hides, and its chord.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -11,8 +10,7 @@ namespace qb {
 
 class BossKeyPage {
  public:
-  // `invoke` is the Boss Key.
-  BossKeyPage(Form& form, Settings& settings, std::function<void()> invoke);
+  BossKeyPage(Form& form, Settings& settings);
 
   Layout Arrangement();
   // Sets the controls from the settings in memory; nothing is stored.

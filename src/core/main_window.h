@@ -1,22 +1,23 @@
-// The main window: ten tabs, the Kill Now! button, the log, and the five timers that drive the program.
+// The main window: ten tabs, the Kill Now! button and the timers that drive the program. What its controls set off
+// beyond it, the program gives them.
 #pragma once
 
-#include <map>
 #include <string>
+#include <vector>
 
 #include "autokill/auto_kill_page.h"
 #include "bosskey/boss_key_page.h"
+#include "core/log_page.h"
 #include "core/menus.h"
 #include "core/program_life.h"
 #include "core/services.h"
 #include "core/shredder_page.h"
-#include "kill/class_table.h"
+#include "core/trace_boxes.h"
 #include "kill/run_display.h"
-#include "widgets/form.h"
 
 namespace qb {
 
-class frmMain : public Form, public RunDisplay {
+class frmMain : public Form, private RunDisplay {
  public:
   frmMain(const FormHost& host, Services& services, ProgramLife& life);
 
@@ -24,64 +25,54 @@ class frmMain : public Form, public RunDisplay {
   void LoadFromSettings();
   void EnableHomePageTimer(bool enabled) { Timer_HomePage.SetTimerEnabled(enabled); }
   void EnableWatcherTimer(bool enabled) { Timer1.SetTimerEnabled(enabled); }
-
-  void cmdClearLog_Click();
-  void Timer2_Timer();
+  void Timer2_Timer() { log_page_.ShowTotal(); }
   void ClearDoNotAutoKill() { auto_kill_page_.ClearDoNotAutoKill(); }
-  MainMenus& menus() { return menus_; }
 
-  // RunDisplay
-  bool Ticked(std::string_view box) const override;
-  void EnableKill(bool enabled) override { cmdKILLALL.SetEnabled(enabled); }
-  void ShowJustKilled(const std::string& text) override { lblJustKilled.SetCaption(text); }
-  void AddLine(const std::string& line) override { lstStatus.AddItem(line); }
-  void SelectLastLine() override { StepOver(lstStatus.SetListIndex(lstStatus.ListCount() - 1)); }
-  void ShowLog() override;
-  void ShowBoxes() override;
   void Center() override { Form::Center(); }
-  void ShowCacheUrls(const std::vector<std::string>& urls) override;
-  int Max() const override { return pBar.Max(); }
-  void SetMax(int max) override { StepOver(pBar.SetMax(max)); }
-  void SetValue(int value) override { StepOver(pBar.SetValue(value)); }
   void Refresh() override { Form::Refresh(); }
-  WindowHandle Owner() const override { return Window(); }
+
+  // What a run is shown on.
+  RunDisplay& display() { return *this; }
+  MainMenus& menus() { return menus_; }
+  AutoKillInterval& interval() { return interval_; }
+  AutoKillPage& auto_kill_page() { return auto_kill_page_; }
+  Timer& HomePageTimer() { return Timer_HomePage; }
 
  protected:
   void Form_Load() override { life_.MainWindowLoaded(); }
-  void Form_QueryUnload(bool& cancel, UnloadMode mode) override;
+  void Form_QueryUnload(bool& cancel, UnloadMode mode) override { life_.MainWindowCloseRequest(cancel, mode); }
   void Form_Unload(bool& cancel) override { life_.MainWindowUnload(cancel); }
 
  private:
-  void SelectTab(int tab) { StepOver(SftTabs1.SetTab(tab)); }
-  void MakeTraceBoxes();
-  Layout TracePage(TraceGroup group);
-  Layout LogPage();
-  void AllBoxClicked(const TraceGroupRow& row);
-  void ArmIndexDatBoxes();
+  // RunDisplay
+  bool Ticked(std::string_view box) const override { return boxes_.Ticked(box); }
+  void EnableKill(bool enabled) override { cmdKILLALL.SetEnabled(enabled); }
+  void ShowJustKilled(const std::string& text) override { log_page_.ShowJustKilled(text); }
+  void AddLine(const std::string& line) override { log_page_.AddLine(line); }
+  void SelectLastLine() override { log_page_.SelectLastLine(); }
+  void ShowLog() override;
+  void ShowBoxes() override;
+  void ShowCacheUrls(const std::vector<std::string>& urls) override;
+  int Max() const override { return log_page_.Bar().Max(); }
+  void SetMax(int max) override { StepOver(log_page_.Bar().SetMax(max)); }
+  void SetValue(int value) override { StepOver(log_page_.Bar().SetValue(value)); }
+  WindowHandle Owner() const override { return Window(); }
+
   void lblmoreinfo_Click();
 
-  Services& services_;
   ProgramLife& life_;
-  std::map<std::string, CheckBox*, std::less<>> boxes_;  // by name
 
   TabStrip SftTabs1;
   Button cmdKILLALL, cmdThumbs;
   LinkLabel lblURL;
-  ListBox lstStatus;
-  ProgressBar pBar;
-  Label lblJustKilled, lblQuillbarrowed;
-  Button cmdClearLog;
+  LogPage log_page_;
   Button cmdSetCookies;
   LinkLabel lblmoreinfo;
   ListBox List3;  // the URLs of the cache; never shown
-
- public:
-  // Whoever makes the window gives them their ticks.
   Timer Timer1, Timer2, Timer_HomePage;
-  AutoKillInterval auto_kill_interval;
+  AutoKillInterval interval_;
   Timer Timer_DisableScriptDebug;
-
- private:
+  TraceBoxes boxes_;
   AutoKillPage auto_kill_page_;
   BossKeyPage boss_key_page_;
   ShredderPage shredder_page_;

@@ -12,7 +12,7 @@ struct MenuRow {
   const char* caption;
   const char* shortcut;
   bool shown;
-  void (*click)(MainMenus& menus);  // null: choosing it only closes the menu
+  void (*click)(MainMenus& menus);  // null: none, or one that the program gives it
 };
 
 constexpr bool kShown = true;
@@ -24,53 +24,50 @@ constexpr MenuRow Separator(const char* name) {
 void Nothing(MainMenus&) {}
 
 constexpr MenuRow kFileEntries[] = {
-    {"mnuThumbsdb", "Thumbs.db Scan/Remove ", "", kShown, [](MainMenus& m) { m.life().ShowThumbnailScan(); }},
+    {"mnuThumbsdb", "Thumbs.db Scan/Remove ", "", kShown, nullptr},
     Separator("sep16"),
     {"mnuAutoKillSettings", "Auto-Kill Setup Wizard...", "", kShown, [](MainMenus& m) { m.SelectTab(kAutoKillTab); }},
     {"mnuBossKeySettings", "BossKey! Settings...", "", kShown, [](MainMenus& m) { m.SelectTab(kBossKeyTab); }},
-    {"Options", "AOL / MSN &Setup...", "Ctrl+S", kShown, [](MainMenus& m) { m.life().ShowGeneralSetup(); }},
+    {"Options", "AOL / MSN &Setup...", "Ctrl+S", kShown, nullptr},
     {"mnuNetscapeSetup", "Netscape Setup...", "", kHidden, Nothing},
-    {"autoKill", "Auto-Kill Setup...", "", kHidden, [](MainMenus& m) { m.life().ShowWizard(); }},
+    {"autoKill", "Auto-Kill Setup...", "", kHidden, nullptr},
     {"mnu_SecSetup", "File Shredder Setup...", "", kHidden, Nothing},
-    {"mnuCookieSetup", "Cookie Manager...", "", kShown, [](MainMenus& m) { m.life().ShowCookieManager(); }},
+    {"mnuCookieSetup", "Cookie Manager...", "", kShown, nullptr},
     Separator("sep99"),
     Separator("line2"),
-    {"mnuShutDown", "ShutDown &Quillbarrow", "Ctrl+H", kShown, [](MainMenus& m) { m.life().ShutDown(); }},
+    {"mnuShutDown", "ShutDown &Quillbarrow", "Ctrl+H", kShown, nullptr},
     Separator("line9"),
     {"Exit", "Close Window", "Ctrl+X", kShown, [](MainMenus& m) { m.Exit_Click(); }},
 };
 
 constexpr MenuRow kAutoKillEntries[] = {
-    {"runAutoKillnow", "Run Auto-Kill Now! (CTRL-ALT-SPACEBAR)", "", kShown,
-     [](MainMenus& m) { m.life().RunAutoKillNow(); }},
+    {"runAutoKillnow", "Run Auto-Kill Now! (CTRL-ALT-SPACEBAR)", "", kShown, nullptr},
     Separator("bar3"),
-    {"autoKillsetup", "Auto-Kill Setup Wizard...", "Ctrl+A", kShown, [](MainMenus& m) { m.life().ShowWizardModal(); }},
+    {"autoKillsetup", "Auto-Kill Setup Wizard...", "Ctrl+A", kShown, nullptr},
 };
 
 constexpr MenuRow kPopupEntries[] = {
-    {"PopUp_RunAutoKill", "Run Auto-Kill Now! (CTRL-ALT-SPACEBAR)", "", kShown,
-     [](MainMenus& m) { m.life().RunAutoKillNow(); }},
+    {"PopUp_RunAutoKill", "Run Auto-Kill Now! (CTRL-ALT-SPACEBAR)", "", kShown, nullptr},
     Separator("sep88"),
-    {"mnuThumbsPopup", "Thumbs.db Scan/Remove Screen", "", kShown, [](MainMenus& m) { m.life().ShowThumbnailScan(); }},
+    {"mnuThumbsPopup", "Thumbs.db Scan/Remove Screen", "", kShown, nullptr},
     Separator("sep56"),
-    {"popHideIE", "BOSS Key toggle - Hide Browsers/IM Windows!", "", kShown,
-     [](MainMenus& m) { m.life().InvokeBossKey(); }},
+    {"popHideIE", "BOSS Key toggle - Hide Browsers/IM Windows!", "", kShown, nullptr},
     Separator("PopUp_line2"),
-    {"mnuAutoKillSetup", "Auto-Kill Setup Wizard...", "", kShown, [](MainMenus& m) { m.life().ShowWizard(); }},
+    {"mnuAutoKillSetup", "Auto-Kill Setup Wizard...", "", kShown, nullptr},
     Separator("sep3"),
-    {"PopUp_Maximize", "Show Quillbarrow Screen (ALT-Z)", "", kShown, [](MainMenus& m) { m.life().ShowMainWindow(); }},
+    {"PopUp_Maximize", "Show Quillbarrow Screen (ALT-Z)", "", kShown, nullptr},
     Separator("PopUp_line1"),
-    {"popShutdownHK", "Shutdown Quillbarrow", "", kShown, [](MainMenus& m) { m.life().ShutDown(); }},
+    {"popShutdownHK", "Shutdown Quillbarrow", "", kShown, nullptr},
     {"PopUp_Exit", "Exit Menu", "", kShown, nullptr},
 };
 
 constexpr MenuRow kHelpEntries[] = {
     {"FAQ", "FAQ / Online Support", "", kShown, [](MainMenus& m) { m.FAQ_Click(); }},
     {"mnuHotKeys", "Quillbarrow Hot Key List", "", kShown, [](MainMenus& m) { m.mnuHotKeys_Click(); }},
-    {"TechSupport", "Ask Tech Support...", "", kHidden, [](MainMenus& m) { m.life().OpenSupportSite(); }},
+    {"TechSupport", "Ask Tech Support...", "", kHidden, nullptr},
     Separator("Seperator1"),
     Separator("line"),
-    {"About2", "About Quillbarrow", "", kShown, [](MainMenus& m) { m.life().ShowAbout(); }},
+    {"About2", "About Quillbarrow", "", kShown, nullptr},
 };
 
 // In the order of the bar.
@@ -90,7 +87,7 @@ constexpr std::string_view kBossKeyEntry = "popHideIE";
 
 }  // namespace
 
-MainMenus::MainMenus(Form& form, TabStrip& strip, ProgramLife& life) : form_(form), strip_(strip), life_(life) {
+MainMenus::MainMenus(Form& form, TabStrip& strip) : form_(form), strip_(strip) {
   auto make = [this](const MenuRow& row) {
     entries_.push_back(std::make_unique<MenuItem>(form_, row.name, row.caption));
     MenuItem* entry = entries_.back().get();

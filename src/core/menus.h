@@ -1,9 +1,10 @@
 // The menus of the main window: the bar, and the popup of the tray icon.
 #pragma once
 
+#include <memory>
+#include <string_view>
 #include <vector>
 
-#include "core/program_life.h"
 #include "widgets/form.h"
 
 namespace qb {
@@ -11,7 +12,7 @@ namespace qb {
 class MainMenus {
  public:
   // `form` gets the entries as its controls; `strip` is its tab strip.
-  MainMenus(Form& form, TabStrip& strip, ProgramLife& life);
+  MainMenus(Form& form, TabStrip& strip);
 
   // The menus of the bar, in order.
   const std::vector<MenuItem*>& Bar() const { return bar_; }
@@ -25,14 +26,12 @@ class MainMenus {
   void mnuHotKeys_Click();
   void mnuBossKey_Click();
   void Exit_Click() { StepOver(form_.Unload()); }
-  ProgramLife& life() { return life_; }
 
  private:
   void Inform(std::string_view title, std::string_view text);
 
   Form& form_;
   TabStrip& strip_;
-  ProgramLife& life_;
   std::vector<std::unique_ptr<MenuItem>> entries_;
   std::vector<MenuItem*> bar_;
   MenuItem* popup_ = nullptr;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "core/sites.h"
 #include "runtime/folders.h"
 #include "runtime/text.h"
 
@@ -19,20 +18,21 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
       options_({platform, watcher, services_.life}, services_, products_, [this] { ShowMainWindow(); }),
       cookie_manager_({platform, watcher, services_.life}, services_.settings, keep_list_,
                       [this] { main_window_.Refresh(); }),
-      wizard_({platform, watcher, services_.life},
-              {services_.settings, services_.profiles, keep_list_, main_window_.auto_kill_interval,
-               services_.run.StartedAtBoot},
-              *this),
+      wizard_(
+          {platform, watcher, services_.life},
+          {services_.settings, services_.profiles, keep_list_, main_window_.interval(), services_.run.StartedAtBoot},
+          *this),
       about_({platform, watcher, services_.life}, services_, kProgramVersion),
       engine_({platform, services_.channels, services_.settings, services_.reg_settings, services_.folders, products_,
                services_.profiles, keep_list_, services_.history_removed, services_.run, services_.thumbs,
                short_folders_, services_.life},
-              main_window_, *this),
+              main_window_.display(), *this),
       resident_(services_, main_window_, engine_.run(), *this),
       thumbs_({platform, watcher, services_.life},
               {services_.channels, services_.settings, services_.folders, engine_.delete_path(),
                services_.history_removed, services_.thumbs, services_.data_folder}) {
   engine_.file_analyzer().active_window = [&watcher] { return watcher.ActiveWindow(); };
+  Wire();
 }
 
 Program::~Program() {
@@ -75,10 +75,10 @@ void Program::ShowThumbnailScan() {
   thumbs_.ShowModal();
   if (Ended()) return;
   main_window_.EnableWatcherTimer(true);
-  main_window_.ShowLog();
+  main_window_.display().ShowLog();
   run_log().Log_Step(services_.thumbs.Thumbs_Deleted >= 1 ? kThumbsKilled : kThumbsFound);
   if (Ended()) return;
-  main_window_.SetValue(main_window_.Max());
+  main_window_.display().SetValue(main_window_.display().Max());
 }
 
 void Program::Pause_Seconds(double seconds) {
@@ -124,8 +124,8 @@ void Program::MainWindowUnload(bool& cancel) {
   End();
 }
 
-void Program::OpenSupportSite() {
-  services_.folders.Open_URL(kSupportSite, services_.data_folder, main_window_.Window());
+void Program::OpenSite(std::string_view url) {
+  services_.folders.Open_URL(url, services_.data_folder, main_window_.Window());
 }
 
 void Program::ShutDown() {

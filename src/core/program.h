@@ -19,7 +19,7 @@ namespace qb {
 
 inline constexpr std::string_view kProgramVersion = "2019.1.0";
 
-class Program : public ProgramLife, public SetupAsker, private RunHost, private WizardHost {
+class Program : public ProgramLife, public SetupAsker, private RunHost, private WizardHost, private ResidentHost {
  public:
   // `command_line` is what stands behind the program's name, as typed. `application_window` is the
   // window whose title names this program to a second copy of it.
@@ -48,6 +48,7 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   ProductFolders& products() { return products_; }
   TraceUnits& trace_units() { return engine_.units(); }
   Resident& resident() { return resident_; }
+  frmAbout& about() { return about_; }
   frmThumbs& thumbs() { return thumbs_; }
   bool IEFoldersMoved() const { return short_folders_.ie_folders_moved; }
 
@@ -63,21 +64,18 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   void MainWindowLoaded() override;
   void MainWindowCloseRequest(bool& cancel, UnloadMode mode) override;
   void MainWindowUnload(bool& cancel) override;
-  void KillNow() override { engine_.run().cmdKILLALL_Click(); }
+  // What its controls set off.
+  void ShowThumbnailScan();
+  // In the user's browser.
+  void OpenSite(std::string_view url);
+  // Asks, and ends the program on Yes.
+  void ShutDown();
+  // WizardHost
   void ShowGeneralSetup() override { options_.Show(); }
   void ShowCookieManager() override { cookie_manager_.OpenAnew(); }
-  void TakeBackIndexDat(std::int16_t kind) override { engine_.units().index_dat.Clear_Auto_Exec2(kind); }
-  void RunAutoKillNow() override { resident_.RunAutoKillNow(); }
-  void Add_Tray_Icon() override { resident_.tray.Add_Tray_Icon(); }
-  void Remove_Tray_Icon() override { resident_.tray.Remove_Tray_Icon(); }
-  void InvokeBossKey() override { resident_.boss_key.hider.InvokeBossKey(); }
-  void ShowWizard() override { wizard_.Show(); }
-  void ShowWizardModal() override { wizard_.ShowModal(); }
-  void ShowThumbnailScan() override;
-  void ShowAbout() override { about_.Show(); }
-  void OpenSupportSite() override;
-  void ShutDown() override;
+  // ResidentHost
   void ShowMainWindow() override;
+  void ShowWizard() override { wizard_.Show(); }
   // RunHost
   void Pause_Seconds(double seconds) override;
   // SetupAsker
@@ -92,6 +90,8 @@ class Program : public ProgramLife, public SetupAsker, private RunHost, private 
   // WizardHost
   void RunAfterWizard() override { engine_.run().Do_Start_Up(0); }
 
+  // Gives the controls of the main window what they set off beyond it.
+  void Wire();
   bool PreviousInstance();
   void ReadSettings();
   void ComputeShortFolders();

@@ -4,7 +4,6 @@
 #include "autokill/watcher.h"
 #include "bosskey/boss_key.h"
 #include "core/main_window.h"
-#include "core/program_life.h"
 #include "core/services.h"
 #include "core/tray.h"
 #include "guards/guards.h"
@@ -12,9 +11,18 @@
 
 namespace qb {
 
+// What the resident part asks of the program.
+class ResidentHost {
+ public:
+  virtual ~ResidentHost() = default;
+  virtual void ShowMainWindow() = 0;
+  // The wizard, shown without waiting for it.
+  virtual void ShowWizard() = 0;
+};
+
 class Resident : public AutoKillHost, public HotKeyHost {
  public:
-  Resident(Services& services, frmMain& main_window, KillRun& kill_run, ProgramLife& life);
+  Resident(Services& services, frmMain& main_window, KillRun& kill_run, ResidentHost& host);
 
   // At a real end: no window stays hidden, no chord taken, no icon in the tray.
   void Leave();
@@ -28,9 +36,9 @@ class Resident : public AutoKillHost, public HotKeyHost {
   void Do_Start_Up(std::int16_t mode) override { kill_run_.Do_Start_Up(mode); }
   void Add_Tray_Icon() override { tray.Add_Tray_Icon(); }
   void ClearDoNotAutoKill() override { main_window_.ClearDoNotAutoKill(); }
-  void ShowWizard() override { life_.ShowWizard(); }
+  void ShowWizard() override { host_.ShowWizard(); }
   // HotKeyHost
-  void ShowMainWindow() override { life_.ShowMainWindow(); }
+  void ShowMainWindow() override { host_.ShowMainWindow(); }
   void RunAutoKillNow() override { auto_kill.runAutoKillnow_Click(); }
   void FlipStrictMode() override { guards.FlipStrictMode(); }
   void FlipTanglegate() override { guards.FlipTanglegate(); }
@@ -41,7 +49,7 @@ class Resident : public AutoKillHost, public HotKeyHost {
  private:
   frmMain& main_window_;
   KillRun& kill_run_;
-  ProgramLife& life_;
+  ResidentHost& host_;
 };
 
 }  // namespace qb

@@ -11,8 +11,13 @@ constexpr std::int64_t kLeftDown = 513, kLeftDoubleClick = 515, kRightUp = 517;
 
 }  // namespace
 
-Tray::Tray(Form& main_window, MenuItem& popup, const Settings& settings, const RunState& run, ProgramLife& life)
-    : main_window_(main_window), popup_(popup), settings_(settings), run_(run), life_(life) {}
+Tray::Tray(Form& main_window, MenuItem& popup, const Settings& settings, const RunState& run,
+           std::function<void()> show_main_window)
+    : main_window_(main_window),
+      popup_(popup),
+      settings_(settings),
+      run_(run),
+      show_main_window_(std::move(show_main_window)) {}
 
 NotifyIconData Tray::Record() const {
   const WindowHandle window = main_window_.Window();
@@ -55,10 +60,10 @@ void Tray::Form_MouseMove(std::uint64_t wparam, std::int64_t lparam) {
   if (wparam != kIconId) return;
   switch (lparam) {
     case kLeftDown:
-      if (!run_.UnattendedRun) life_.ShowMainWindow();
+      if (!run_.UnattendedRun) show_main_window_();
       break;
     case kLeftDoubleClick:
-      if (!settings_.On(Setting::Stealth)) life_.ShowMainWindow();
+      if (!settings_.On(Setting::Stealth)) show_main_window_();
       break;
     case kRightUp:
       SysTrayMouseEventHandler();

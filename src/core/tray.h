@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
-#include "core/program_life.h"
 #include "kill/run_state.h"
 #include "platform/hot_keys_and_tray.h"
 #include "settings/settings.h"
@@ -13,7 +13,9 @@ namespace qb {
 
 class Tray {
  public:
-  Tray(Form& main_window, MenuItem& popup, const Settings& settings, const RunState& run, ProgramLife& life);
+  // `show_main_window` brings the main window to the front.
+  Tray(Form& main_window, MenuItem& popup, const Settings& settings, const RunState& run,
+       std::function<void()> show_main_window);
 
   // Adding an icon that is there, or removing one that is not, does nothing.
   void Add_Tray_Icon();
@@ -35,7 +37,7 @@ class Tray {
   MenuItem& popup_;
   const Settings& settings_;
   const RunState& run_;
-  ProgramLife& life_;
+  std::function<void()> show_main_window_;
   NotifyIconData record_;  // as it was added last
   std::uint32_t taskbar_created_ = 0;
 };

@@ -76,9 +76,9 @@ frmThumbs::frmThumbs(const FormHost& host, const ThumbsNeeds& needs)
   cmdCancel.SetIcon(ButtonIcon::Cancel);
   lstThumbs.Click = [this] { lstThumbs_Click(); };
   lblURL.Click = [this] { needs_.folders.Open_URL(kThumbsArticle, needs_.data_folder, Window()); };
-  Timer1.Click = [this] { Timer1_Timer(); };
-  TimerStartScan.Click = [this] { TimerStartScan_Timer(); };
-  TimerClickHere.Click = [this] { TimerClickHere_Timer(); };
+  Timer1.Tick = [this] { Timer1_Timer(); };
+  TimerStartScan.Tick = [this] { TimerStartScan_Timer(); };
+  TimerClickHere.Tick = [this] { TimerClickHere_Timer(); };
   Arrange(Column({Label2, Label1, Row({Label3, lblURL}), lblClickInfo, Layout(lstThumbs).Stretched(), lblStatus, pBar,
                   pBar2, Row({lblCount, lblThumbsCount}),
                   Row({cmdScan, lblClickHere, cmdDeleteAll, lblClickHere2, cmdCancel}), lblKills}));

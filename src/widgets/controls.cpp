@@ -245,7 +245,7 @@ void Timer::SetTimerEnabled(bool enabled) {
 
 void Timer::Arm() {
   if (!running_wanted_ || interval_ == 0 || !form().Loaded()) return;
-  armed_ = form().platform().pump.SetTimer(form().Window(), id_, interval_, [this] { Tick(); });
+  armed_ = form().platform().pump.SetTimer(form().Window(), id_, interval_, [this] { Due(); });
 }
 
 void Timer::Disarm() {
@@ -254,10 +254,10 @@ void Timer::Disarm() {
   StepOver(form().platform().pump.KillTimer(form().Window(), id_));
 }
 
-void Timer::Tick() {
-  if (in_handler_ || !Click) return;
+void Timer::Due() {
+  if (in_handler_ || !Tick) return;
   in_handler_ = true;
-  Raise(Click);
+  Raise(Tick);
   in_handler_ = false;
 }
 

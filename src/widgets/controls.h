@@ -212,7 +212,7 @@ class ProgressBar : public Control {
   int max_ = 100;
 };
 
-// Runs Click (its tick) each Interval while enabled and its form is loaded. A tick that falls due
+// Runs Tick each Interval while enabled and its form is loaded. A tick that falls due
 // while the handler still runs is dropped.
 class Timer : public Control {
  public:
@@ -227,10 +227,12 @@ class Timer : public Control {
   void FormUnloaded() { Disarm(); }
   std::optional<std::string> Property(std::string_view name) const override;
 
+  Handler Tick;
+
  private:
   void Arm();
   void Disarm();
-  void Tick();
+  void Due();
   std::uint32_t interval_;
   bool running_wanted_;
   std::uint32_t id_ = 0;

@@ -52,7 +52,7 @@ class DemoMain : public Form {
     };
     popup_show.Click = [this] { status.AddItem("12:00:00 - popup"); };
     combo.Click = [this] { status.AddItem("12:00:00 - combo " + std::to_string(combo.ListIndex())); };
-    timer.Click = [this] { ++ticks; };
+    timer.Tick = [this] { ++ticks; };
   }
 
   TabStrip tabs{*this, "tabs", {{"&First", ""}, {"Second", ""}}};

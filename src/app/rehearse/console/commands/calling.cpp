@@ -15,17 +15,22 @@ namespace {
 std::optional<CallOutcome> CallHandler(Console& console, std::string_view routine, bool arguments) {
   struct Event {
     std::string_view suffix;
-    Control::Handler Control::*handler;
+    Control::Handler (*of)(const Control& control);
   };
-  static constexpr std::array kEvents = std::to_array<Event>(
-      {{"_Click", &Control::Click}, {"_Timer", &Control::Click}, {"_MouseDown", &Control::MouseDown}});
+  static constexpr std::array kEvents = std::to_array<Event>({
+      {"_Click", [](const Control& control) { return control.Click; }},
+      {"_MouseDown", [](const Control& control) { return control.MouseDown; }},
+      {"_Timer",
+       [](const Control& control) {
+         return control.kind() == ControlKind::Timer ? static_cast<const Timer&>(control).Tick : Control::Handler();
+       }},
+  });
   for (const Event& event : kEvents) {
     if (!SameText(routine.substr(routine.size() - std::min(event.suffix.size(), routine.size())), event.suffix))
       continue;
     Control* control = FindControl(console, routine.substr(0, routine.size() - event.suffix.size())).control;
-    // A timer's one event goes by its own name.
-    if (control == nullptr || (control->kind() == ControlKind::Timer) != (event.suffix == "_Timer")) continue;
-    Control::Handler handler = control->*event.handler;
+    if (control == nullptr) continue;
+    const Control::Handler handler = event.of(*control);
     if (handler == nullptr) continue;
     if (arguments) return CallOutcome{CallOutcome::Kind::WrongArguments, {}};
     handler();

@@ -14,7 +14,7 @@ std::string Open(Program& program) {
 }
 
 constexpr std::array kVariables = std::to_array<Variable>({
-    {"AutoKillMinutes", [](Program& p) { return std::to_string(p.main_window().auto_kill_interval.Minutes()); }},
+    {"AutoKillMinutes", [](Program& p) { return std::to_string(p.main_window().interval().Minutes()); }},
     {"AutoKillHoldCount", [](Program& p) { return std::to_string(p.resident().auto_kill.HoldCount()); }},
     {"AutoKillHold", [](Program& p) { return BooleanText(p.resident().auto_kill.Hold()); }},
     {"IE_Open", Open<Family::InternetExplorer>},
