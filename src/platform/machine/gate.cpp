@@ -1,15 +1,19 @@
 #include "platform/machine/gate.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace qb::machine {
 
 namespace {
 
-std::vector<std::string_view>& Names() {
-  static std::vector<std::string_view> names;
-  return names;
+static_assert(std::is_sorted(kOperationNames.begin(), kOperationNames.end()));
+
+std::optional<OperationNumber> FindOperation(std::string_view name) {
+  const auto* found = std::lower_bound(kOperationNames.begin(), kOperationNames.end(), name);
+  if (found == kOperationNames.end() || *found != name) return std::nullopt;
+  return static_cast<OperationNumber>(found - kOperationNames.begin());
 }
 
 // What stands in front of each item of a packed call.
@@ -31,16 +35,10 @@ class PackedReader {
   bool AtEnd() const { return rest_.empty(); }
   Gate::RecordedCall Next() {
     Gate::RecordedCall call;
-    call.operation = OperationNames()[Number()];
+    call.operation = kOperationNames[Number()];
     call.line = call.operation + '(';
     bool first = true;
     for (char tag = Take(); tag != kEnd; tag = Take()) {
-      if (tag == '!') {
-        const std::size_t length = Number();
-        call.line = rest_.substr(0, length);
-        rest_.remove_prefix(length);
-        continue;
-      }
       if (tag == kResult) {
         call.line += ") = ";
         first = true;
@@ -95,18 +93,8 @@ void AddNumber(std::string& record, std::uint64_t number) {
 
 }  // namespace
 
-std::span<const std::string_view> OperationNames() {
-  return Names();
-}
-
 bool KnownOperation(std::string_view name) {
-  return std::find(Names().begin(), Names().end(), name) != Names().end();
-}
-
-OperationNumber NumberOfOperation(std::string_view name) {
-  auto found = std::find(Names().begin(), Names().end(), name);
-  if (found == Names().end()) found = Names().insert(found, name);
-  return static_cast<OperationNumber>(found - Names().begin());
+  return FindOperation(name).has_value();
 }
 
 PackedCall::PackedCall(std::string& record, OperationNumber number) : record_(record) {
@@ -126,10 +114,6 @@ void PackedCall::Number(std::uint64_t number) {
 void PackedCall::Handle(std::uint64_t handle) {
   handle == 0 ? Null() : Tagged(kHandle, handle);
 }
-void PackedCall::Raw(std::string_view text) {
-  Tagged('!', text.size());
-  record_ += text;
-}
 void PackedCall::Null() {
   record_ += kNull;
 }
@@ -146,77 +130,8 @@ void PackedCall::End() {
   record_ += kEnd;
 }
 
-CallText::CallText(std::string_view operation) : operation_(operation) {}
-
-void CallText::Comma() {
-  if (!arguments_.empty()) arguments_ += ", ";
-}
-
-CallText& CallText::Text(std::string_view text) {
-  Comma();
-  arguments_ += '"';
-  arguments_ += text;
-  arguments_ += '"';
-  return *this;
-}
-
-CallText& CallText::Number(std::uint64_t number) {
-  Comma();
-  arguments_ += std::to_string(number);
-  return *this;
-}
-
-CallText& CallText::Boolean(bool value) {
-  Comma();
-  arguments_ += value ? '1' : '0';
-  return *this;
-}
-
-CallText& CallText::Handle(std::uint64_t handle) {
-  if (handle == 0) return Null();
-  Comma();
-  arguments_ += '#' + std::to_string(handle);
-  return *this;
-}
-
-CallText& CallText::Null() {
-  Comma();
-  arguments_ += "null";
-  return *this;
-}
-
-CallText& CallText::Bytes(std::size_t count) {
-  Comma();
-  arguments_ += '<' + std::to_string(count) + " bytes>";
-  return *this;
-}
-
-CallText& CallText::Structure() {
-  Comma();
-  arguments_ += "{\xe2\x80\xa6}";
-  return *this;
-}
-
-std::string CallText::Line(std::string_view result) const {
-  std::string line = operation_ + '(' + arguments_ + ") = ";
-  line += result;
-  return line;
-}
-
-Error Gate::Enter(std::string_view operation) {
-  return Enter(NumberOfOperation(operation));
-}
-
-void Gate::Record(const CallText& call, std::string_view result) {
-  if (!recording_) return;
-  PackedCall packed = NewCall(NumberOfOperation(call.operation()));
-  packed.Raw(call.Line(result));
-  packed.End();
-}
-
 Error Gate::Enter(OperationNumber number) {
   if (!powered_) return Error::AccessDenied;
-  if (counts_.size() < OperationNames().size()) counts_.resize(OperationNames().size());
   ++counts_[static_cast<std::size_t>(number)];
   if (faults_.empty()) return Error::Success;
   auto found = faults_.find(number);
@@ -238,14 +153,16 @@ std::vector<Gate::RecordedCall> Gate::TakeCalls() {
   return calls;
 }
 
-void Gate::SetFault(std::string_view operation, std::uint32_t nth, std::uint32_t code) {
-  faults_[NumberOfOperation(operation)] = {nth, code};
+bool Gate::SetFault(std::string_view operation, std::uint32_t nth, std::uint32_t code) {
+  const auto number = FindOperation(operation);
+  if (number) faults_[*number] = {nth, code};
+  return number.has_value();
 }
 
 std::map<std::string, std::uint64_t, std::less<>> Gate::Counts() const {
   std::map<std::string, std::uint64_t, std::less<>> counts;
   for (std::size_t i = 0; i < counts_.size(); ++i) {
-    if (counts_[i] != 0) counts.emplace(OperationNames()[i], counts_[i]);
+    if (counts_[i] != 0) counts.emplace(kOperationNames[i], counts_[i]);
   }
   return counts;
 }

@@ -2,25 +2,22 @@
 // due, and knows when the power is off.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/machine/operation_names.h"
 #include "platform/types.h"
 
 namespace qb::machine {
 
-// An operation by its place in OperationNames().
+// An operation by its place in kOperationNames.
 enum class OperationNumber : std::uint16_t {};
 
-// The names of all operations, each brought by the code that makes the call: complete before main runs, and constant
-// from then on.
-std::span<const std::string_view> OperationNames();
 bool KnownOperation(std::string_view name);
-OperationNumber NumberOfOperation(std::string_view name);
 
 // The name of an operation as a template argument.
 template <std::size_t kSize>
@@ -30,8 +27,14 @@ struct OperationName {
   }
   char text[kSize]{};
 };
+// A name that the build did not find does not compile.
+consteval OperationNumber NumberOfOperation(std::string_view name) {
+  std::uint16_t number = 0;
+  while (kOperationNames.at(number) != name) ++number;
+  return OperationNumber{number};
+}
 template <OperationName kName>
-inline const OperationNumber kOperationNumber = NumberOfOperation(kName.text);
+inline constexpr OperationNumber kOperationNumber = NumberOfOperation(kName.text);
 
 // One call in the record: its arguments in the order of the Windows function, then the result. A few bytes, of which
 // the text is made only when someone asks.
@@ -42,7 +45,6 @@ class PackedCall {
   void Number(std::uint64_t number);
   void Handle(std::uint64_t handle);  // 0 is null
   void Null();
-  void Raw(std::string_view text);
   void Bytes(std::size_t count);
   void Structure();
   void Result();  // what follows is the result
@@ -51,29 +53,6 @@ class PackedCall {
  private:
   void Tagged(char tag, std::uint64_t number);
   std::string& record_;
-};
-
-// Writes the arguments of one call in the order of the Windows function: texts in double quotes as
-// they stand, numbers in unsigned decimal, booleans 0 or 1, handles as #N, nothing as null, buffers
-// as <N bytes>, structures as {…}.
-class CallText {
- public:
-  explicit CallText(std::string_view operation);
-  CallText& Text(std::string_view text);
-  CallText& Number(std::uint64_t number);
-  CallText& Boolean(bool value);
-  CallText& Handle(std::uint64_t handle);  // 0 is null
-  CallText& Null();
-  CallText& Bytes(std::size_t count);
-  CallText& Structure();
-  const std::string& operation() const { return operation_; }
-  // The line "NAME(argument, …) = result".
-  std::string Line(std::string_view result) const;
-
- private:
-  void Comma();
-  std::string operation_;
-  std::string arguments_;
 };
 
 template <typename... Arguments>
@@ -93,8 +72,6 @@ class Gate {
   // To be asked once at the start of each operation. Success: go on. Anything else: the operation must
   // do nothing, give its failure value, and this as its error.
   Error Enter(OperationNumber number);
-  Error Enter(std::string_view operation);
-  void Record(const CallText& call, std::string_view result);
   // Adds a call to the record, for the caller to fill.
   PackedCall NewCall(OperationNumber number) { return {record_, number}; }
   bool recording() const { return recording_; }
@@ -104,8 +81,8 @@ class Gate {
   std::vector<RecordedCall> TakeCalls();
 
   // Fails the nth next call (from 1) of the operation with `code`; nth 0 fails every one. One fault
-  // stands for each operation, a new one replaces it.
-  void SetFault(std::string_view operation, std::uint32_t nth, std::uint32_t code);
+  // stands for each operation, a new one replaces it. False if there is no such operation.
+  bool SetFault(std::string_view operation, std::uint32_t nth, std::uint32_t code);
   void ClearFaults() { faults_.clear(); }
   // Calls of each operation so far: what a test counts to know where faults can go.
   std::map<std::string, std::uint64_t, std::less<>> Counts() const;
@@ -122,7 +99,7 @@ class Gate {
     std::uint32_t code = 0;
   };
   std::map<OperationNumber, Fault> faults_;
-  std::vector<std::uint64_t> counts_ = std::vector<std::uint64_t>(OperationNames().size());
+  std::array<std::uint64_t, kOperationNames.size()> counts_{};
   std::string record_;
   bool recording_ = true;
   bool powered_ = true;

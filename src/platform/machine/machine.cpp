@@ -9,16 +9,11 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "platform/machine/host_text.h"
-#include "platform/machine/machine_boot.h"
-#include "platform/machine/machine_config.h"
-#include "platform/machine/machine_files.h"
-#include "platform/machine/machine_internet.h"
-#include "platform/machine/machine_key_security.h"
-#include "platform/machine/machine_registry.h"
-#include "platform/machine/machine_shell.h"
-#include "platform/machine/machine_system.h"
-#include "platform/machine/operations.h"
+#include "platform/machine/operations/operations.h"
+#include "platform/machine/world/host_text.h"
+#include "platform/machine/world/machine_boot.h"
+#include "platform/machine/world/machine_config.h"
+#include "platform/machine/world/recycle_bin.h"
 #include "runtime/text.h"
 
 namespace qb::machine {
@@ -34,25 +29,9 @@ constexpr std::string_view kDriveWords[] = {"fixed", "removable", "remote", "cdr
 
 class MachineImpl final : public Machine {
  public:
-  MachineImpl()
-      : registry_(state_),
-        files_(state_),
-        shell_(state_),
-        system_(state_),
-        processes_(state_),
-        desktop_(MakeDesktop(state_)),
-        hot_keys_and_tray_(MakeHotKeysAndTray(state_)),
-        pump_(MakePump(state_, processes_, on_pump, on_wait)),
-        random_source_(MakeRandomSource(state_)),
-        url_cache_(state_),
-        com_(state_),
-        key_security_(state_, registry_),
-        platform_{registry_,           files_, shell_,          system_,    processes_, *desktop_,
-                  *hot_keys_and_tray_, *pump_, *random_source_, url_cache_, com_,       key_security_} {}
-
   bool Load(const std::string& host_folder, std::string& problem);
 
-  Platform& platform() override { return platform_; }
+  Platform& platform() override { return operations_.platform(); }
   Gate& gate() override { return state_.gate; }
   bool Save(std::string& problem) override;
 
@@ -173,19 +152,7 @@ class MachineImpl final : public Machine {
 
   // The registry hands out its roots by reference; asking changes nothing.
   mutable MachineState state_;
-  MachineRegistry registry_;
-  MachineFiles files_;
-  MachineShell shell_;
-  MachineSystem system_;
-  MachineProcesses processes_;
-  std::unique_ptr<Desktop> desktop_;
-  std::unique_ptr<HotKeysAndTray> hot_keys_and_tray_;
-  std::unique_ptr<Pump> pump_;
-  std::unique_ptr<RandomSource> random_source_;
-  MachineUrlCache url_cache_;
-  MachineCom com_;
-  MachineKeySecurity key_security_;
-  Platform platform_;
+  Operations operations_{state_, on_pump, on_wait};
   HostFile folder_;
 };
 
@@ -529,16 +496,7 @@ void MachineImpl::Advance(std::uint64_t ms) {
 }
 
 void MachineImpl::Boot() {
-  // Every program has ended, this and the others, and with them what they held.
-  files_.EndAll();
-  registry_.EndAll();
-  state_.windows.EndAll();
-  state_.timers.EndAll();
-  state_.hot_keys.EndAll();
-  state_.tray.Clear();
-  processes_.EndAll();
-  state_.disk.LetGo();
-  state_.open_handles.clear();
+  state_.EndAll();
   CarryOutPendingRenames(state_);
   CarryOutWininit(state_);
 }

@@ -17,6 +17,10 @@ struct NullArgument {};
 struct StructureArgument {};
 inline constexpr NullArgument kNull;
 inline constexpr StructureArgument kStructure;
+// A structure, or null where the caller gives none.
+constexpr std::optional<StructureArgument> StructureIf(bool there) {
+  return there ? std::optional(kStructure) : std::nullopt;
+}
 struct Bytes {
   explicit Bytes(std::size_t size) : count(size) {}
   explicit Bytes(const TextBuffer& buffer) : count(buffer.size()) {}

@@ -1,5 +1,5 @@
 // The code page that machine.ini gives the text files of a machine.
-#include "platform/machine/code_page.h"
+#include "platform/machine/world/code_page.h"
 
 #include "tests/platform/machine/machine_test.h"
 

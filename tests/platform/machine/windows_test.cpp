@@ -1,5 +1,5 @@
 // Windows of other programs, hot keys, the tray, procedures in front of a window's own, and the random source.
-#include "platform/machine/tray.h"
+#include "platform/machine/world/tray.h"
 #include "tests/platform/machine/machine_test.h"
 
 namespace qb {

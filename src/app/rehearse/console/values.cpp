@@ -1,5 +1,5 @@
 #include "app/rehearse/console/values.h"
-#include "platform/machine/code_page.h"
+#include "platform/machine/world/code_page.h"
 
 #include <algorithm>
 #include <array>

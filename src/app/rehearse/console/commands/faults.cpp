@@ -2,7 +2,6 @@
 #include <array>
 
 #include "app/rehearse/console/console.h"
-#include "app/rehearse/console/operations.h"
 #include "app/rehearse/console/replies.h"
 #include "app/rehearse/console/values.h"
 
@@ -15,7 +14,7 @@ Reply FailOperation(Console& console, const Arguments& words) {
     gate.ClearFaults();
     return {};
   }
-  if (!KnownOperation(words[0])) return Bad("no such operation", words[0]);
+  if (!machine::KnownOperation(words[0])) return Bad("no such operation", words[0]);
   bool every = words.size() > 1 && words[1] == "every";
   auto nth = every ? 0 : ParseNumber(words.size() > 1 ? words[1] : "1", kMostNumber);
   auto code = ParseNumber(words.size() > 2 ? words[2] : "5", kMostNumber);

@@ -3,7 +3,6 @@
 #include <array>
 
 #include "app/rehearse/console/console.h"
-#include "app/rehearse/console/operations.h"
 
 namespace qb::rehearse {
 namespace {
@@ -11,7 +10,7 @@ namespace {
 Reply Calls(Console& console, const Arguments& words) {
   std::vector<std::string> wanted = words.Texts();
   for (const std::string& name : wanted) {
-    if (!KnownOperation(name)) return Reply::Problem("no such operation: " + name);
+    if (!machine::KnownOperation(name)) return Reply::Problem("no such operation: " + name);
   }
   Reply reply;
   for (machine::Gate::RecordedCall& call : console.machine().gate().TakeCalls()) {

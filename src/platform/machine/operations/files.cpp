@@ -1,0 +1,358 @@
+// The files, folders and drives of a machine.
+#include <unistd.h>
+
+#include "platform/machine/operation.h"
+#include "platform/machine/operations/operations.h"
+#include "platform/machine/world/files.h"
+
+namespace qb::machine {
+namespace {
+
+constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;  // what stands for a number that could not be had
+constexpr std::uint32_t kPathRoom = 260, kNameRoom = 255;
+
+struct DriveTypeRow {
+  std::string_view word;
+  DriveType type;
+};
+
+constexpr DriveTypeRow kDriveTypes[] = {
+    {"unknown", DriveType::Unknown}, {"gone", DriveType::NoRoot},   {"removable", DriveType::Removable},
+    {"fixed", DriveType::Fixed},     {"remote", DriveType::Remote}, {"cdrom", DriveType::CdRom},
+    {"ramdisk", DriveType::RamDisk},
+};
+
+// The length of a text that is given as the outcome; 0 if there is none.
+std::size_t LengthOf(const Result<std::string>& text) {
+  return text.value.size();
+}
+
+class MachineFiles final : public Files {
+ public:
+  explicit MachineFiles(MachineState& state) : state_(state) {}
+
+  Result<FileHandle> CreateFileA(std::string_view path, std::uint32_t access, std::uint32_t share,
+                                 std::uint32_t disposition, std::uint32_t flags_and_attributes) override {
+    return gate_.Call<"CreateFileA">(path, access, share, kNull, disposition, flags_and_attributes, kNull)
+        .ReturnsValue([&] { return OpenFileEntry(state_, path, access, share, disposition, flags_and_attributes); },
+                      static_cast<FileHandle>(kInvalidHandle));
+  }
+
+  Result<std::uint32_t> ReadFile(FileHandle file, Buffer buffer) override {
+    std::uint32_t count = 0;
+    return gate_.Call<"ReadFile">(file, Bytes(buffer.size()), buffer.size(), count, kNull)
+        .ReturnsBool([&]() -> Result<std::uint32_t> {
+          const auto open = Get(file);
+          if (!open.ok()) return open.error;
+          if (!open.value->use.reads) return Error::AccessDenied;
+          const ssize_t got =
+              pread(open.value->host.fd(), buffer.data(), buffer.size(), static_cast<off_t>(open.value->position));
+          if (got < 0) return Error::InvalidFunction;
+          open.value->position += static_cast<std::uint64_t>(got);
+          return count = static_cast<std::uint32_t>(got);
+        });
+  }
+
+  Result<std::uint32_t> WriteFile(FileHandle file, std::string_view data) override {
+    std::uint32_t count = 0;
+    return gate_.Call<"WriteFile">(file, Bytes(data.size()), data.size(), count, kNull)
+        .ReturnsBool([&]() -> Result<std::uint32_t> {
+          const auto open = Get(file);
+          if (!open.ok()) return open.error;
+          if (!open.value->use.writes) return Error::AccessDenied;
+          open.value->changed = true;
+          const ssize_t put =
+              pwrite(open.value->host.fd(), data.data(), data.size(), static_cast<off_t>(open.value->position));
+          if (put < 0) return Error::DiskFull;
+          open.value->position += static_cast<std::uint64_t>(put);
+          return count = static_cast<std::uint32_t>(put);
+        });
+  }
+
+  Result<std::uint64_t> SetFilePointer(FileHandle file, std::int64_t distance, SeekFrom from) override {
+    return gate_.Call<"SetFilePointer">(file, static_cast<std::uint32_t>(distance), kNull, from)
+        .ReturnsValue(
+            [&]() -> Result<std::uint64_t> {
+              const auto open = Get(file);
+              if (!open.ok()) return open.error;
+              std::int64_t base = 0;
+              if (from == SeekFrom::Current) base = static_cast<std::int64_t>(open.value->position);
+              if (from == SeekFrom::End) base = lseek(open.value->host.fd(), 0, SEEK_END);
+              if (base + distance < 0) return Error::InvalidParameter;
+              return open.value->position = static_cast<std::uint64_t>(base + distance);
+            },
+            kNoNumber);
+  }
+
+  Error SetEndOfFile(FileHandle file) override {
+    return gate_.Call<"SetEndOfFile">(file).ReturnsBool([&] {
+      const auto open = Get(file);
+      if (!open.ok()) return open.error;
+      if (!open.value->use.writes) return Error::AccessDenied;
+      if (ftruncate(open.value->host.fd(), static_cast<off_t>(open.value->position)) != 0) return Error::AccessDenied;
+      open.value->changed = true;
+      return Error::Success;
+    });
+  }
+
+  Result<std::uint64_t> GetFileSize(FileHandle file) override {
+    return gate_.Call<"GetFileSize">(file, kNull)
+        .ReturnsValue(
+            [&]() -> Result<std::uint64_t> {
+              const auto open = Get(file);
+              if (!open.ok()) return open.error;
+              return state_.disk.SizeOf(*open.value->entry);
+            },
+            kNoNumber);
+  }
+
+  Error FlushFileBuffers(FileHandle file) override {
+    return gate_.Call<"FlushFileBuffers">(file).ReturnsBool([&] {
+      const auto open = Get(file);
+      if (!open.ok()) return open.error;
+      // Onto the disk of the host: what the program overwrites next must have been there.
+      const bool flushed = open.value->host.fd() < 0 || fdatasync(open.value->host.fd()) == 0;
+      return flushed ? Error::Success : Error::WriteProtect;
+    });
+  }
+
+  Error SetFileTime(FileHandle file, std::optional<FileTime> created, std::optional<FileTime> accessed,
+                    std::optional<FileTime> written) override {
+    return gate_
+        .Call<"SetFileTime">(file, StructureIf(created.has_value()), StructureIf(accessed.has_value()),
+                             StructureIf(written.has_value()))
+        .ReturnsBool([&] {
+          const auto open = Get(file);
+          if (!open.ok()) return open.error;
+          Entry& entry = *open.value->entry;
+          if (created) entry.created = *created;
+          if (accessed) entry.accessed = *accessed;
+          if (written) entry.written = *written;
+          open.value->changed = false;
+          return Error::Success;
+        });
+  }
+
+  // A handle that could not be closed stays open until the program ends; the record shows it.
+  Error CloseHandle(FileHandle file) override {
+    return gate_.Call<"CloseHandle">(file).ReturnsBool([&] {
+      const auto open = Get(file);
+      if (!open.ok()) return open.error;
+      if (open.value->changed) {
+        open.value->entry->written = state_.Now();
+        open.value->entry->attributes |= kAttributeArchive;
+      }
+      CloseFileEntry(state_, file);
+      return Error::Success;
+    });
+  }
+
+  Error DeleteFileA(std::string_view path) override {
+    return gate_.Call<"DeleteFileA">(path).ReturnsBool([&] { return RemoveEntry(state_, path, false); });
+  }
+
+  Error MoveFileExA(std::string_view from, std::optional<std::string_view> to, std::uint32_t flags) override {
+    return gate_.Call<"MoveFileExA">(from, to, flags).ReturnsBool([&] { return MoveEntry(state_, from, to, flags); });
+  }
+
+  Error CopyFileA(std::string_view from, std::string_view to, bool fail_if_exists) override {
+    return gate_.Call<"CopyFileA">(from, to, fail_if_exists).ReturnsBool([&] {
+      return CopyEntry(state_, from, to, fail_if_exists);
+    });
+  }
+
+  Error CreateDirectoryA(std::string_view path) override {
+    return gate_.Call<"CreateDirectoryA">(path, kNull).ReturnsBool([&] { return MakeFolderEntry(state_, path); });
+  }
+
+  Error RemoveDirectoryA(std::string_view path) override {
+    return gate_.Call<"RemoveDirectoryA">(path).ReturnsBool([&] { return RemoveEntry(state_, path, true); });
+  }
+
+  Result<std::uint32_t> GetFileAttributesA(std::string_view path) override {
+    return gate_.Call<"GetFileAttributesA">(path).ReturnsValue(
+        [&]() -> Result<std::uint32_t> {
+          const auto found = state_.Find(path);
+          if (!found.ok()) return found.error;
+          return found.value->WindowsAttributes();
+        },
+        kNoNumber);
+  }
+
+  Error SetFileAttributesA(std::string_view path, std::uint32_t attributes) override {
+    return gate_.Call<"SetFileAttributesA">(path, attributes).ReturnsBool([&] {
+      const auto found = state_.Find(path);
+      if (!found.ok()) return found.error;
+      if (found.value->kind == Entry::Kind::HostLink) return Error::AccessDenied;
+      found.value->attributes = attributes & kKeptAttributes;
+      return Error::Success;
+    });
+  }
+
+  Result<FirstFile> FindFirstFileA(std::string_view pattern) override {
+    return gate_.Call<"FindFirstFileA">(pattern, kStructure)
+        .ReturnsAs(
+            [&]() -> Result<FirstFile> {
+              auto matches = MatchingEntries(state_, pattern);
+              if (!matches.ok()) return matches.error;
+              const std::uint64_t handle = state_.NewHandle();
+              FirstFile first{static_cast<FindHandle>(handle), matches.value.front()};
+              state_.searches[handle] = {std::move(matches.value), 1};
+              return first;
+            },
+            [](const auto& first) {
+              return first.ok() ? first.value.handle : static_cast<FindHandle>(kInvalidHandle);
+            });
+  }
+
+  Result<FindData> FindNextFileA(FindHandle handle) override {
+    return gate_.Call<"FindNextFileA">(handle, kStructure).ReturnsBool([&]() -> Result<FindData> {
+      const auto search = state_.searches.find(Plain(handle));
+      if (search == state_.searches.end()) return Error::InvalidHandle;
+      if (search->second.next >= search->second.found.size()) return Error::NoMoreFiles;
+      return search->second.found[search->second.next++];
+    });
+  }
+
+  Error FindClose(FindHandle handle) override {
+    return gate_.Call<"FindClose">(handle).ReturnsBool([&] {
+      state_.open_handles.erase(Plain(handle));
+      return state_.searches.erase(Plain(handle)) != 0 ? Error::Success : Error::InvalidHandle;
+    });
+  }
+
+  Result<std::uint32_t> GetShortPathNameA(std::string_view path, TextBuffer& buffer) override {
+    return gate_.Call<"GetShortPathNameA">(path, Bytes(buffer), buffer.size()).ReturnsValue([&] {
+      return FillPath(path, true, buffer);
+    });
+  }
+
+  Result<std::uint32_t> GetLongPathNameA(std::string_view path, TextBuffer& buffer) override {
+    return gate_.Call<"GetLongPathNameA">(path, Bytes(buffer), buffer.size()).ReturnsValue([&] {
+      return FillPath(path, false, buffer);
+    });
+  }
+
+  Result<std::string> GetTempPathA() override {
+    return gate_.Call<"GetTempPathA">(kPathRoom, Bytes(kPathRoom))
+        .ReturnsAs([&] { return Result(state_.config.temp_folder + "\\"); }, LengthOf);
+  }
+
+  Result<std::string> GetTempFileNameA(std::string_view folder, std::string_view prefix) override {
+    return gate_.Call<"GetTempFileNameA">(folder, prefix, 0, Bytes(kPathRoom)).ReturnsBool([&] {
+      return MakeTempFile(folder, prefix);
+    });
+  }
+
+  Result<std::string> GetCurrentDirectoryA() override {
+    return gate_.Call<"GetCurrentDirectoryA">(kPathRoom, Bytes(kPathRoom))
+        .ReturnsAs([&] { return Result(PathText(state_.current)); }, LengthOf);
+  }
+
+  Error SetCurrentDirectoryA(std::string_view path) override {
+    return gate_.Call<"SetCurrentDirectoryA">(path).ReturnsBool([&] {
+      const auto found = state_.Find(path, true);
+      if (!found.ok()) return found.error;
+      if (!found.value->IsFolder()) return Error::DirectoryName;
+      state_.current = state_.Parse(path).value;
+      state_.current.closing_backslash = false;
+      return Error::Success;
+    });
+  }
+
+  Result<std::uint32_t> GetLogicalDriveStringsA(Buffer buffer) override {
+    return gate_.Call<"GetLogicalDriveStringsA">(buffer.size(), Bytes(buffer.size()))
+        .ReturnsValue([&]() -> Result<std::uint32_t> {
+          std::string roots;
+          for (const auto& [letter, type] : state_.config.drive_types) {
+            if (type != "gone") roots += std::string{letter, ':', '\\', '\0'};
+          }
+          if (buffer.size() <= roots.size()) return static_cast<std::uint32_t>(roots.size() + 1);
+          std::copy(roots.begin(), roots.end(), buffer.begin());
+          buffer[roots.size()] = '\0';
+          return static_cast<std::uint32_t>(roots.size());
+        });
+  }
+
+  DriveType GetDriveTypeA(std::string_view root) override {
+    return gate_.Call<"GetDriveTypeA">(root).ReturnsNumberOr(DriveType::Unknown, [&] {
+      const auto parsed = state_.Parse(root);
+      if (!parsed.ok()) return DriveType::NoRoot;
+      const std::string& word = state_.config.drive_types.at(parsed.value.drive);
+      const auto* row = std::find_if(std::begin(kDriveTypes), std::end(kDriveTypes),
+                                     [&](const DriveTypeRow& candidate) { return candidate.word == word; });
+      return row == std::end(kDriveTypes) ? DriveType::NoRoot : row->type;
+    });
+  }
+
+  Result<VolumeInfo> GetVolumeInformationA(std::string_view root) override {
+    return gate_.Call<"GetVolumeInformationA">(root, Bytes(kNameRoom), kNameRoom, 0, 0, 0, Bytes(kNameRoom), kNameRoom)
+        .ReturnsBool([&]() -> Result<VolumeInfo> {
+          const auto parsed = state_.Parse(root);
+          if (!parsed.ok()) return Error::PathNotFound;
+          const char letter = parsed.value.drive;
+          const auto label = state_.config.volume_labels.find(letter);
+          return VolumeInfo{label == state_.config.volume_labels.end() ? "" : label->second, "NTFS",
+                            0x51420000u + static_cast<unsigned char>(letter)};
+        });
+  }
+
+  Error SetVolumeLabelA(std::string_view root, std::string_view label) override {
+    return gate_.Call<"SetVolumeLabelA">(root, label).ReturnsBool([&] {
+      const auto parsed = state_.Parse(root);
+      if (parsed.ok()) state_.config.volume_labels[parsed.value.drive] = label;
+      return parsed.error;
+    });
+  }
+
+  Result<DiskSpace> GetDiskFreeSpaceExA(std::string_view root) override {
+    return gate_.Call<"GetDiskFreeSpaceExA">(root, kStructure, kStructure, kStructure)
+        .ReturnsBool([&]() -> Result<DiskSpace> {
+          constexpr std::uint64_t kTotal = std::uint64_t{64} << 30, kFree = std::uint64_t{48} << 30;
+          if (!state_.Parse(root).ok()) return Error::PathNotFound;
+          return DiskSpace{kFree, kTotal, kFree};
+        });
+  }
+
+ private:
+  Result<OpenFile*> Get(FileHandle file) const {
+    const auto found = state_.open_files.find(Plain(file));
+    if (found == state_.open_files.end()) return Error::InvalidHandle;
+    return found->second.get();
+  }
+
+  Result<std::uint32_t> FillPath(std::string_view path, bool short_names, TextBuffer& buffer) const {
+    const auto text = PathInNames(state_, path, short_names);
+    if (!text.ok()) return text.error;
+    return buffer.Fill(text.value);
+  }
+
+  Result<std::string> MakeTempFile(std::string_view folder, std::string_view prefix) {
+    for (unsigned number = 1; number <= 0xFFFF; ++number) {
+      constexpr std::string_view kDigits = "0123456789ABCDEF";
+      std::string digits;
+      for (unsigned rest = number; rest != 0; rest >>= 4) digits.insert(digits.begin(), kDigits[rest & 15]);
+      std::string path(folder);
+      if (!path.ends_with('\\')) path += '\\';
+      path += std::string(prefix.substr(0, 3)) + digits + ".tmp";
+      const auto made = OpenFileEntry(state_, path, 0, kShareNone, kCreateNew, kAttributeNormal);
+      if (made.ok()) {
+        CloseFileEntry(state_, made.value);
+        return path;
+      }
+      if (made.error != Error::FileExists) return made.error;
+    }
+    return Error::FileExists;
+  }
+
+  MachineState& state_;
+  Gate& gate_ = state_.gate;
+};
+
+}  // namespace
+
+std::unique_ptr<Files> MakeFiles(MachineState& state) {
+  return std::make_unique<MachineFiles>(state);
+}
+
+}  // namespace qb::machine
