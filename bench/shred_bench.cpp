@@ -43,7 +43,9 @@ class Shredding {
       throw std::runtime_error(problem);
     }
     for (int i = 0; i < load_.files; ++i) Fill(folder_ / "machine" / "drives" / "C" / "t" / std::to_string(i));
+    machine_.reset();  // one at a time may hold the folder
     machine_ = Machine::Open(host, problem);
+    if (machine_ == nullptr) throw std::runtime_error(problem);
     machine_->gate().SetRecording(false);
   }
   void RunOurs() {
