@@ -187,10 +187,11 @@ void TabOrderAndKeys(const Report& check) {
     all_apart = keys.insert(AccessKey(child)).second && all_apart;
   }
   check(all_apart && keys.size() > 5, "no two controls in sight share an access key");
-  HWND recycle = RemoteProgram::Child(window, "Button", "Windows Recycle Bin");
-  const bool ticked = program.Ticked("Windows Recycle Bin");
-  PressKeys({VK_MENU, static_cast<WORD>(AccessKey(recycle))});
-  check(WaitFor([&] { return program.Ticked("Windows Recycle Bin") != ticked; }), "Alt with its key ticks a box");
+  // There are fewer letters than controls: the last boxes of a page may have none.
+  constexpr const char* kFirstBox = "Windows Start, Run drop-list";
+  const bool ticked = program.Ticked(kFirstBox);
+  PressKeys({VK_MENU, static_cast<WORD>(AccessKey(RemoteProgram::Child(window, "Button", kFirstBox)))});
+  check(WaitFor([&] { return program.Ticked(kFirstBox) != ticked; }), "Alt with its key ticks a box");
 }
 
 // The menu bar, by its key; and the session's end under the open menu, which the program must outlive.
