@@ -54,6 +54,19 @@ TEST_F(ConsoleTest, ExpectationsThatMissAreToldByLineAndTheScriptGoesOn) {
             "no\n");
 }
 
+TEST(AsksForCalls, InAnyPlaceOfALine) {
+  auto asks = [](const char* script) {
+    std::istringstream in(script);
+    return AsksForCalls(in);
+  };
+  for (const char* script : {"calls", "start\r\n\"calls\"\r\n", "  expect calls DeleteFileA has x", "during 3 calls",
+                             "during 2 expect calls is\nstart"}) {
+    EXPECT_TRUE(asks(script)) << script;
+  }
+  for (const char* script : {"", "# calls\nstart", "file C:\\calls.txt", "start \"calls"})
+    EXPECT_FALSE(asks(script)) << script;
+}
+
 TEST_F(ConsoleTest, WhatIsNotUnderstoodEndsTheScript) {
   for (const char* line : {"frobnicate",
                            "advance",

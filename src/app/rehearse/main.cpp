@@ -34,6 +34,12 @@ int main(int argc, char** argv) {
   std::string problem;
   auto machine = qb::machine::Machine::Open(argv[1], problem);
   if (machine == nullptr) return Refuse(problem);
+  // What a script never asks for need not be kept. One that comes through a pipe cannot be read twice.
+  if (argc == 3 && std::filesystem::is_regular_file(argv[2])) {
+    machine->gate().SetRecording(qb::rehearse::AsksForCalls(script));
+    script.clear();
+    script.seekg(0);
+  }
   bool typed = argc == 2 && isatty(STDIN_FILENO) != 0;
   std::istream& in = argc == 3 ? script : std::cin;
   return Exit(qb::rehearse::RunScript(*machine, in, std::cout, std::cerr, typed ? "> " : ""));

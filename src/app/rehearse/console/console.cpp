@@ -166,4 +166,15 @@ void Console::Fail(std::size_t line_number, const std::string& text) {
   CutPower();
 }
 
+bool AsksForCalls(std::istream& script) {
+  for (std::string line; std::getline(script, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    const auto words = line.starts_with('#') ? std::nullopt : SplitWords(line);
+    if (words && std::any_of(words->begin(), words->end(), [](const Word& word) { return word.text == "calls"; })) {
+      return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace qb::rehearse

@@ -83,6 +83,9 @@ class Console {
   Status status_ = Status::Held;
 };
 
+// Whether any line of a script may ask for the calls of the platform, also inside another command. Reads to the end.
+bool AsksForCalls(std::istream& script);
+
 // Runs a script on a machine with the whole program at hand. The prompt goes to `out` before each line
 // is read, if there is one.
 Status RunScript(machine::Machine& machine, std::istream& in, std::ostream& out, std::ostream& err,
