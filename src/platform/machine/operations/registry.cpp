@@ -29,24 +29,15 @@ class MachineRegistry final : public Registry {
   explicit MachineRegistry(MachineState& state) : state_(state) {}
 
   Result<KeyHandle> RegOpenKeyA(KeyHandle key, std::string_view sub_key) override {
-    KeyHandle opened = KeyHandle::None;
-    return gate_.Call<"RegOpenKeyA">(key, sub_key, opened).ReturnsStatus([&] {
-      return Open(key, sub_key, kMaximumAllowed, false, opened);
-    });
+    return OpenCall<"RegOpenKeyA">(key, sub_key, kMaximumAllowed, false);
   }
 
   Result<KeyHandle> RegOpenKeyExA(KeyHandle key, std::string_view sub_key, std::uint32_t access) override {
-    KeyHandle opened = KeyHandle::None;
-    return gate_.Call<"RegOpenKeyExA">(key, sub_key, 0, access, opened).ReturnsStatus([&] {
-      return Open(key, sub_key, access, false, opened);
-    });
+    return OpenCall<"RegOpenKeyExA">(key, sub_key, access, false, 0, access);
   }
 
   Result<KeyHandle> RegCreateKeyA(KeyHandle key, std::string_view sub_key) override {
-    KeyHandle opened = KeyHandle::None;
-    return gate_.Call<"RegCreateKeyA">(key, sub_key, opened).ReturnsStatus([&] {
-      return Open(key, sub_key, kMaximumAllowed, true, opened);
-    });
+    return OpenCall<"RegCreateKeyA">(key, sub_key, kMaximumAllowed, true);
   }
 
   Result<KeyHandle> RegCreateKeyExA(KeyHandle key, std::string_view sub_key, std::uint32_t access) override {
@@ -140,6 +131,16 @@ class MachineRegistry final : public Registry {
     if (opened.key == nullptr) return Error::InvalidHandle;
     if (!opened.Grants(right)) return Error::AccessDenied;
     return opened.key;
+  }
+
+  // A call that shows, between the sub-key and the handle, `shown`.
+  template <OperationName kName, typename... Shown>
+  Result<KeyHandle> OpenCall(KeyHandle key, std::string_view sub_key, std::uint32_t access, bool make,
+                             const Shown&... shown) {
+    KeyHandle opened = KeyHandle::None;
+    return gate_.Call<kName>(key, sub_key, shown..., opened).ReturnsStatus([&] {
+      return Open(key, sub_key, access, make, opened);
+    });
   }
 
   Result<KeyHandle> Open(KeyHandle key, std::string_view sub_key, std::uint32_t access, bool make, KeyHandle& opened) {
