@@ -1,20 +1,24 @@
 #!/usr/bin/env bash
-# Called by make_pictures.sh on a screen of its own, with WINEPREFIX and DOCS set.
+# Called by make_pictures.sh on a screen of its own, with WINEPREFIX, DOCS, SCREEN and SUFFIX set.
 set -euo pipefail
 cd "$WINEPREFIX/drive_c"
 [ ! -e "$WINEPREFIX/dosdevices/z:" ]
 wine regedit /S 'C:\looks.reg'
+# The resolution counts from the next start of Windows on.
+wineserver -k || true
+wineserver -w
 # What the Cookie Manager shows.
 wine 'C:\native_driver.exe' cookies news.example mail.example shop.example shop.example/account weather.example \
   video.example tracker.example adverts.example forum.example bank.example
-wine explorer /desktop=pictures,1100x800 'C:\Program Files\Quillbarrow\Quillbarrow.exe' &
+wine explorer "/desktop=pictures,$SCREEN" 'C:\Program Files\Quillbarrow\Quillbarrow.exe' &
 sleep 8
 
-# Everything but the desktop's colour.
+# Everything but the bar of the desktop and its colour.
 take() {
   sleep 1
   import -window root "$WINEPREFIX/picture.png"
-  convert "$WINEPREFIX/picture.png" -fuzz 1% -trim +repage "$DOCS/$1.png"
+  convert "$WINEPREFIX/picture.png" -gravity south -chop 0x80 -fuzz 1% -trim +repage -depth 8 -define png:compression-level=9 \
+    "$DOCS/$1$SUFFIX.png"
 }
 next_tab() { xdotool key ctrl+Tab; }
 
@@ -40,6 +44,21 @@ sleep 2
 take general-setup
 xdotool key Escape
 sleep 1
+# The default button leads from step to step; the close box leaves without a question.
+xdotool key ctrl+a
+sleep 3
+for step in 1 2 3; do
+  take "wizard-$step"
+  [ "$step" = 3 ] || xdotool key Return
+done
+xdotool key alt+F4
+sleep 1
+# The last entry of the last menu.
+xdotool key --delay 300 F10 Right Right Down Up Return
+sleep 2
+take about
+xdotool key Escape
+sleep 1
 next_tab
 # The fourth entry of the menu; then the first cookies of the left list, and the button beside it.
 xdotool key --delay 300 F10 Down Down Down Down Return
@@ -48,3 +67,13 @@ xdotool key --delay 300 Home shift+Down shift+Down shift+Down shift+Down Tab spa
 # A little wider.
 xdotool key --delay 300 alt+space s Right Right Right Right Right Right Return
 take cookie-manager
+xdotool key Escape
+sleep 1
+# The menu of the icon, alone on the desktop.
+xdotool key ctrl+x
+sleep 1
+xdotool mousemove 300 300
+wine explorer "/desktop=pictures,$SCREEN" 'C:\native_driver.exe' popup
+sleep 2
+take popup-menu
+xdotool key Escape

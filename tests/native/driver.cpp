@@ -8,6 +8,7 @@
 #include "internet_story.h"
 #include "names_story.h"
 #include "remote_program.h"
+#include "resident_story.h"
 #include "window_stories.h"
 
 using namespace native;
@@ -167,13 +168,15 @@ void SetupStory() {
 }  // namespace
 
 // `driver [STORY]` plays all stories, or the one. The part after a boot only says something when the internet
-// story was played before the boot. `driver cookies SITE…` only makes a cookie entry for each site, for pictures.
+// story was played before the boot. For pictures, `driver cookies SITE…` only makes a cookie entry for each site, and
+// `driver popup` opens the menu of the icon.
 int main(int count, char** arguments) {
   const std::string picked = count > 1 ? arguments[1] : "";
   if (picked == "cookies") {
     for (int i = 2; i < count; ++i) MakeCookieEntry(std::string("user@") + arguments[i] + "/");
     return 0;
   }
+  if (picked == "popup") return RemoteProgram::OpenIconMenu() ? 0 : 1;
   const struct {
     const char* name;
     std::function<void()> play;
@@ -186,6 +189,7 @@ int main(int count, char** arguments) {
       {"internet", [] { InternetStory(Check); }},
       {"names", [] { NamesStory(Check); }},
       {"windows", [] { WindowStories(Check); }},
+      {"resident", [] { ResidentStory(Check); }},
   };
   for (const auto& story : stories) {
     if (picked.empty() || picked == story.name) story.play();

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <iterator>
+
 namespace native {
 
 namespace {
@@ -68,6 +70,20 @@ BOOL CALLBACK MatchChild(HWND window, LPARAM parameter) {
 
 }  // namespace
 
+void PressKeys(std::initializer_list<WORD> keys) {
+  std::vector<INPUT> inputs;
+  auto add = [&inputs](WORD key, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.dwFlags = flags;
+    inputs.push_back(input);
+  };
+  for (WORD key : keys) add(key, 0);
+  for (auto key = std::rbegin(keys); key != std::rend(keys); ++key) add(*key, KEYEVENTF_KEYUP);
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
 RemoteProgram::RemoteProgram(const std::string& arguments) {
   std::string command = std::string("\"") + kExe + "\"" + (arguments.empty() ? "" : " " + arguments);
   STARTUPINFOA startup{};
@@ -80,6 +96,17 @@ RemoteProgram::~RemoteProgram() {
   if (Running()) TerminateProcess(process_.hProcess, 1);
   CloseHandle(process_.hThread);
   CloseHandle(process_.hProcess);
+}
+
+bool RemoteProgram::Owns(HWND window) const {
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  return process == process_.dwProcessId;
+}
+
+bool RemoteProgram::OpenIconMenu() {
+  HWND window = FindWindowA(nullptr, kMainTitle);
+  return window != nullptr && PostMessageA(window, WM_MOUSEMOVE, 1, WM_RBUTTONUP);
 }
 
 HWND RemoteProgram::MainWindow() {

@@ -6,10 +6,14 @@
 #endif
 #include <windows.h>
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
 namespace native {
+
+// Presses keys together and lets go of them, in the window that has the keyboard.
+void PressKeys(std::initializer_list<WORD> keys);
 
 class RemoteProgram {
  public:
@@ -24,6 +28,9 @@ class RemoteProgram {
   HWND MainWindow();
   // A top-level window of this process with that title; null if there is none within the time.
   HWND Window(const std::string& title, int milliseconds = 5000);
+  bool Owns(HWND window) const;
+  // A right click on the icon of whatever copy runs; false if there is none.
+  static bool OpenIconMenu();
   int VisibleWindows() const;  // its top-level ones
   // A visible child of a window by class, and by text unless that is empty; null if there is none.
   static HWND Child(HWND window, const std::string& class_name, const std::string& text);

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the native driver on the real program in a throwaway prefix, and three of its stories once more as
+# Runs the native driver on the real program in a throwaway prefix, and four of its stories once more as
 # rehearsals. `run.sh STORY` plays that story alone. Ends with 'native: N passed, N failed'.
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 source "$ROOT/scripts/wine_prefix.sh"
@@ -11,7 +11,7 @@ throwaway_prefix
 # The temp folder is emptied by the story: it begins as one that only the story fills.
 find "$WINEPREFIX/drive_c/windows/temp" -mindepth 1 -delete
 cp "$ROOT/build/windows/native_driver.exe" "$ROOT/build/windows/native_helper.exe" \
-  "$ROOT/build/windows/program_of_bytes.exe" "$ROOT/tests/native/browsers.rehearsal" "$WINEPREFIX/drive_c/"
+  "$ROOT/build/windows/windows_of_others.exe" "$ROOT/build/windows/program_of_bytes.exe" "$ROOT/tests/native/browsers.rehearsal" "$WINEPREFIX/drive_c/"
 cp "$ROOT/build/windows/Quillbarrow.exe" "$WINEPREFIX/drive_c/program_of_unicode.exe"
 
 plays() { [ -z "$story" ] || [ "$story" = "$1" ]; }
@@ -20,7 +20,7 @@ plays() { [ -z "$story" ] || [ "$story" = "$1" ]; }
 drive() {
   local log=$WORK/driver.log closing good bad
   [ ! -e "$WINEPREFIX/dosdevices/z:" ] || { say "There is a drive Z:"; exit 1; }
-  (cd "$WINEPREFIX/drive_c" && timeout 240 xvfb-run -a -s '-screen 0 1280x900x24' wine 'C:\native_driver.exe' "$@") \
+  (cd "$WINEPREFIX/drive_c" && timeout 360 xvfb-run -a -s '-screen 0 1280x900x24' wine 'C:\native_driver.exe' "$@") \
     >"$log" 2>&1 || true
   tr -d '\r' <"$log"
   closing=$(tr -d '\r' <"$log" | grep -E '^driver: [0-9]+ passed, [0-9]+ failed' | tail -n 1) || true
@@ -58,5 +58,6 @@ build host quillbarrow-rehearse
 if plays kill; then compare story native-log.txt; fi
 if plays browsers; then compare browsers browsers-log.txt; fi
 if plays internet; then compare internet internet-log.txt; fi
+if plays resident; then compare resident resident-log.txt; fi
 echo "native: $passed passed, $failed failed"
 [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]

@@ -15,21 +15,6 @@ namespace {
 constexpr const char* kStore = "Software\\VB and VBA Program Settings\\Temp\\SystemData";
 constexpr int kTabs = 10;
 
-// Presses keys together and lets go of them, in the window that has the keyboard.
-void PressKeys(std::initializer_list<WORD> keys) {
-  std::vector<INPUT> inputs;
-  auto add = [&inputs](WORD key, DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.dwFlags = flags;
-    inputs.push_back(input);
-  };
-  for (WORD key : keys) add(key, 0);
-  for (auto key = std::rbegin(keys); key != std::rend(keys); ++key) add(*key, KEYEVENTF_KEYUP);
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-}
-
 // The main window, shown and with the keyboard; null if that does not come about.
 HWND MainWindowInFront(RemoteProgram& program) {
   HWND window = program.MainWindow();

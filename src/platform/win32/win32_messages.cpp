@@ -25,6 +25,19 @@ std::uint32_t FilledCut(TextBuffer& buffer, Call call) {
   return buffer.FillCut(Narrow(text));
 }
 
+// Wine places the windows of this process only. What can be seen of another's stands for its placement, and since
+// such a window keeps its places by itself, showing it as it was brings it back there.
+bool SeenPlacement(HWND window, WINDOWPLACEMENT& placement) {
+  placement.flags = 0;
+  placement.showCmd = ::IsIconic(window) ? SW_SHOWMINIMIZED : ::IsZoomed(window) ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
+  placement.ptMinPosition = placement.ptMaxPosition = {-1, -1};
+  return ::GetWindowRect(window, &placement.rcNormalPosition) != FALSE;
+}
+bool ShowAs(HWND window, UINT show_command) {
+  ::ShowWindow(window, static_cast<int>(show_command));
+  return ::IsWindow(window) && (::IsWindowVisible(window) != FALSE) == (show_command != SW_HIDE);
+}
+
 BOOL CALLBACK VisitWindow(HWND window, LPARAM visit) {
   return (*reinterpret_cast<const std::function<bool(WindowHandle)>*>(visit))(Wrap<WindowHandle>(window)) ? TRUE
                                                                                                           : FALSE;
@@ -95,7 +108,10 @@ std::uint32_t Win32Messages::GetWindowTextLengthA(WindowHandle window) {
 Error Win32Messages::GetWindowPlacement(WindowHandle window, WindowPlacement& placement) {
   WINDOWPLACEMENT native{};
   native.length = placement.length;
-  if (!::GetWindowPlacement(Unwrap<HWND>(window), &native)) return LastError();
+  if (!::GetWindowPlacement(Unwrap<HWND>(window), &native)) {
+    const Error failed = LastError();
+    if (!SeenPlacement(Unwrap<HWND>(window), native)) return failed;
+  }
   placement = {native.length,
                native.flags,
                native.showCmd,
@@ -114,7 +130,9 @@ Error Win32Messages::SetWindowPlacement(WindowHandle window, const WindowPlaceme
                                ToNative(placement.minimized),
                                ToNative(placement.maximized),
                                {normal.left, normal.top, normal.right, normal.bottom}};
-  return FromBool(::SetWindowPlacement(Unwrap<HWND>(window), &native));
+  if (::SetWindowPlacement(Unwrap<HWND>(window), &native)) return Error::Success;
+  const Error failed = LastError();
+  return ShowAs(Unwrap<HWND>(window), native.showCmd) ? Error::Success : failed;
 }
 
 WindowHandle Win32Messages::GetWindow(WindowHandle window, std::uint32_t relation) {
