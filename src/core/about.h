@@ -15,7 +15,8 @@ class frmAbout : public Form {
 
  private:
   Services& services_;
-  Label title_, version_, purpose_;
+  HeadingLabel title_;
+  Label version_, purpose_;
   LinkLabel lblAboutSite, lblAboutSupport;
   Button cmdOK;
 };

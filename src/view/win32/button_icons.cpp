@@ -164,6 +164,18 @@ void Lay(std::uint8_t* pixel, COLORREF color, int coverage) {
   pixel[3] = static_cast<std::uint8_t>(alpha);
 }
 
+// One bit a pixel, set where the picture shows what is below it: a button that is disabled is drawn from these alone.
+HBITMAP MaskOf(const Pixels& picture) {
+  const int line = (picture.width + 15) / 16 * 2;  // padded to 16 bits
+  std::vector<std::uint8_t> bits(static_cast<std::size_t>(line * picture.height));
+  for (int y = 0; y < picture.height; ++y) {
+    for (int x = 0; x < picture.width; ++x) {
+      if (picture.At(x, y)[3] < 128) bits[static_cast<std::size_t>(y * line + x / 8)] |= 0x80 >> x % 8;
+    }
+  }
+  return ::CreateBitmap(picture.width, picture.height, 1, 1, bits.data());
+}
+
 }  // namespace
 
 bool HighContrast() {
@@ -178,13 +190,7 @@ HICON DrawButtonIcon(ButtonIcon icon, int size) {
   if (shapes.empty()) return nullptr;
   const Pixels picture(size + size / 4, size);
   const Pixels field(size * kSamples, size * kSamples);
-  // Lines of a bitmap of one bit are padded to 16 of them. What is clear here is taken from the picture.
-  const std::vector<std::uint8_t> clear(static_cast<std::size_t>((picture.width + 15) / 16 * 2 * picture.height));
-  HBITMAP mask = ::CreateBitmap(picture.width, picture.height, 1, 1, clear.data());
-  if (picture.bitmap == nullptr || field.bitmap == nullptr || mask == nullptr) {
-    ::DeleteObject(mask);
-    return nullptr;
-  }
+  if (picture.bitmap == nullptr || field.bitmap == nullptr) return nullptr;
   picture.Clear();
   const bool plain = HighContrast();
   for (const Shape& shape : shapes) {
@@ -196,6 +202,8 @@ HICON DrawButtonIcon(ButtonIcon icon, int size) {
       for (int x = 0; x < size; ++x) Lay(picture.At(x, y), color, Coverage(field, x, y));
     }
   }
+  HBITMAP mask = MaskOf(picture);
+  if (mask == nullptr) return nullptr;
   ICONINFO info{TRUE, 0, 0, mask, picture.bitmap};
   HICON made = ::CreateIconIndirect(&info);
   ::DeleteObject(mask);

@@ -89,7 +89,7 @@ NativeForm::NativeForm(Form& form, Host& host, HWND owner, bool main) : form_(fo
   for (const auto& made : controls_) {
     if (made->control().kind() != ControlKind::TabStrip) continue;
     ::SetWindowPos(made->window(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    made->ShowTabKeys(TabCaptions());
+    made->ShowTabKeys(TabCaptions(made->control()));
   }
   BuildMenu();
 }
@@ -521,22 +521,24 @@ void NativeForm::OnFocus() {
 
 // ---- Keys and menus ----
 
-NativeControl* NativeForm::FrontTabs() const {
+// The strips that take a click, an inner one before that on whose page it stands.
+std::vector<TabStrip*> NativeForm::FrontTabs() const {
+  std::vector<TabStrip*> strips;
   for (const auto& control : controls_) {
     if (control->control().kind() == ControlKind::TabStrip && WhyRefused(control->control()) == Refusal::None) {
-      return control.get();
+      strips.push_back(&static_cast<TabStrip&>(control->control()));
     }
   }
-  return nullptr;
+  return strips;
 }
 
-// Ctrl+Tab and Ctrl+Shift+Tab go round the pages; Alt with the access key of a tab goes to it.
+// Ctrl+Tab and Ctrl+Shift+Tab go round the pages of the innermost strip; Alt with the access key of a tab goes to it.
 bool NativeForm::TurnPage(const MSG& message) {
-  NativeControl* native = FrontTabs();
-  if (native == nullptr) return false;
-  auto& strip = static_cast<TabStrip&>(native->control());
-  const int count = static_cast<int>(strip.Pages().size());
+  const std::vector<TabStrip*> strips = FrontTabs();
+  if (strips.empty()) return false;
   if (message.message == WM_KEYDOWN && message.wParam == VK_TAB && ::GetKeyState(VK_CONTROL) < 0) {
+    TabStrip& strip = *strips.front();
+    const int count = static_cast<int>(strip.Pages().size());
     strip.UserPick((strip.Tab() + (::GetKeyState(VK_SHIFT) < 0 ? count - 1 : 1)) % count);
     return true;
   }
@@ -544,14 +546,18 @@ bool NativeForm::TurnPage(const MSG& message) {
   auto upper = [](wchar_t c) {
     return reinterpret_cast<ULONG_PTR>(::CharUpperW(reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(c))));
   };
-  const std::vector<std::string> captions = TabCaptions();
-  for (int i = 0; i < count; ++i) {
-    const std::wstring caption = Wide(captions[static_cast<std::size_t>(i)]);
-    const std::size_t mark = caption.find(L'&');
-    if (mark == std::wstring::npos || mark + 1 >= caption.size()) continue;
-    if (upper(caption[mark + 1]) != upper(static_cast<wchar_t>(message.wParam))) continue;
-    strip.UserPick(i);
-    return true;
+  for (TabStrip* strip : strips) {
+    int page = 0;
+    for (const std::string& text : TabCaptions(*strip)) {
+      const std::wstring caption = Wide(text);
+      const std::size_t mark = caption.find(L'&');
+      if (mark != std::wstring::npos && mark + 1 < caption.size() &&
+          upper(caption[mark + 1]) == upper(static_cast<wchar_t>(message.wParam))) {
+        strip->UserPick(page);
+        return true;
+      }
+      ++page;
+    }
   }
   return false;
 }
@@ -580,13 +586,18 @@ std::vector<std::string> NativeForm::BarCaptions() const {
   return captions;
 }
 
-// With their access keys. A window has one strip at the most.
-std::vector<std::string> NativeForm::TabCaptions() const {
-  std::vector<std::string> captions = WithAccessKeys(BarCaptions());
-  const auto menus = std::count_if(form_.Menus().begin(), form_.Menus().end(),
-                                   [](const MenuItem* menu) { return menu->Visible() && !menu->popup; });
-  captions.erase(captions.begin(), captions.begin() + menus);
-  return captions;
+// Those of one strip, with their access keys.
+std::vector<std::string> NativeForm::TabCaptions(const Control& strip) const {
+  const std::vector<std::string> captions = WithAccessKeys(BarCaptions());
+  auto first = captions.begin() + std::count_if(form_.Menus().begin(), form_.Menus().end(),
+                                                [](const MenuItem* menu) { return menu->Visible() && !menu->popup; });
+  for (const auto& control : controls_) {
+    if (control->control().kind() != ControlKind::TabStrip) continue;
+    const auto pages = std::ssize(static_cast<const TabStrip&>(control->control()).Pages());
+    if (&control->control() == &strip) return {first, first + pages};
+    first += pages;
+  }
+  return {};
 }
 
 void NativeForm::BuildMenu() {

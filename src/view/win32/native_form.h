@@ -79,7 +79,7 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   void ScrollToFocus();
   void KeepFocusInSight();
   std::vector<std::string> BarCaptions() const;
-  std::vector<std::string> TabCaptions() const;
+  std::vector<std::string> TabCaptions(const Control& strip) const;
   void ShareAccessKeys();
   bool TakesAccessKey(std::size_t index) const;
   void BuildMenu();
@@ -96,7 +96,7 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   bool TurnPage(const MSG& message);
   NativeControl* ControlOf(int id) const;
   NativeControl* ControlOf(const Control& control) const;
-  NativeControl* FrontTabs() const;
+  std::vector<TabStrip*> FrontTabs() const;
 
   Form& form_;
   Host& host_;
