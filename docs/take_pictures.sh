@@ -60,12 +60,10 @@ take about
 xdotool key Escape
 sleep 1
 next_tab
-# The fourth entry of the menu; then the first cookies of the left list, and the button beside it.
-xdotool key --delay 300 F10 Down Down Down Down Return
-sleep 2
+# By its letter in the menu; then the first cookies of the left list, and the button beside it.
+xdotool key --delay 300 alt+m c
+sleep 3
 xdotool key --delay 300 Home shift+Down shift+Down shift+Down shift+Down Tab space
-# A little wider.
-xdotool key --delay 300 alt+space s Right Right Right Right Right Right Return
 take cookie-manager
 xdotool key Escape
 sleep 1
