@@ -4,20 +4,6 @@ namespace qb {
 
 namespace {
 
-// The tabs, in their order.
-constexpr struct {
-  TraceGroup group;
-  const char* caption;
-  const char* browser;  // in the tool tip
-} kTabs[] = {
-    {TraceGroup::InternetExplorer, "Edge/Int. Explorer", "Internet Explorer"},
-    {TraceGroup::Chrome, "Google &Chrome", "Google Chrome"},
-    {TraceGroup::Firefox, "Mozilla &Firefox", "Mozilla Firefox"},
-    {TraceGroup::Safari, "Apple &Safari", "Apple Safari"},
-    {TraceGroup::AOL, "&AOL", "AOL"},
-    {TraceGroup::Windows, "&Windows", "Windows"},
-};
-
 // The boxes that have another name here than on the main window.
 constexpr struct {
   std::string_view key;
@@ -50,10 +36,12 @@ constexpr std::size_t kShortestPath = 4;
 
 std::vector<TabStrip::Page> TabPages() {
   std::vector<TabStrip::Page> pages;
-  for (const auto& tab : kTabs) {
-    const std::string browser = tab.browser;
-    pages.push_back({tab.caption, browser + " tab - Select which history data traces you want Quillbarrow to kill in " +
-                                      browser + "."});
+  for (TraceGroup group : WizardOrder()) {
+    const TraceGroupRow& row = RowOf(group);
+    const std::string browser(row.wizard_browser);
+    pages.push_back(
+        {std::string(row.wizard_caption),
+         browser + " tab - Select which history data traces you want Quillbarrow to kill in " + browser + "."});
   }
   return pages;
 }
@@ -78,10 +66,10 @@ WizardBoxes::WizardBoxes(Form& form) : SftTabs2(form, "SftTabs2", TabPages()) {
 
 Layout WizardBoxes::Arrangement() {
   std::vector<Layout> pages;
-  for (const auto& tab : kTabs) {
+  for (TraceGroup group : WizardOrder()) {
     std::vector<Layout> boxes;
     for (const Row& row : rows_) {
-      if (row.shown->group == tab.group) boxes.emplace_back(*row.box);
+      if (row.shown->group == group) boxes.emplace_back(*row.box);
     }
     pages.push_back(Page({TwoColumns(std::move(boxes))}));
   }

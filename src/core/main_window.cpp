@@ -7,25 +7,28 @@ namespace {
 constexpr int kFirstTab = 0;
 constexpr int kLogTab = 9;
 
-const std::vector<TabStrip::Page>& TabPages() {
-  static const std::vector<TabStrip::Page> pages = {
-      {"Edge/IE",
-       "Internet Explorer Tab - Select what to kill from the Internet Explorer history when Quillbarrow runs."},
-      {"&Firefox", "Mozila Firefox Tab - Select what to kill from the Firefox history when Quillbarrow runs."},
-      {"&Chrome", "Google Chrome Tab - Select what to kill from the Google Chrome history when Quillbarrow runs."},
-      {"Safa&ri", "Apple Safari Tab - Select what to kill from the Apple Safari history when Quillbarrow runs."},
-      {"&Windows", "Windows Tab - Select what to kill from the Windows history when Quillbarrow runs."},
-      {"A&OL", "AOL Tab - Select what to kill from the AOL history when Quillbarrow runs."},
-      {"&Auto-Kill",
-       "Auto-Kill Tab - This Tab has the Auto-Kill settings.  Auto-Kill is a feature of Quillbarrow that allows you to "
-       "automatically run Quillbarrow."},
-      {"&Boss Key! Setup",
-       "Boss Key Settings Tab -  Boss Key is a feature of Quillbarrow that allows you to hide browser/chat windows "
-       "instantly."},
-      {"File &Shredder",
-       "File Shredder Settings Tab - The File Shredder is what Quillbarrow uses to securely delete your history."},
-      {"Quillbarrow &Log", "This Tab has the Quillbarrow log.  This tells you what Quillbarrow has done."},
-  };
+// One for each group of traces stands before these.
+constexpr struct {
+  const char *caption, *tip;
+} kOtherTabs[] = {
+    {"&Auto-Kill",
+     "Auto-Kill Tab - This Tab has the Auto-Kill settings.  Auto-Kill is a feature of Quillbarrow that allows you to "
+     "automatically run Quillbarrow."},
+    {"&Boss Key! Setup",
+     "Boss Key Settings Tab -  Boss Key is a feature of Quillbarrow that allows you to hide browser/chat windows "
+     "instantly."},
+    {"File &Shredder",
+     "File Shredder Settings Tab - The File Shredder is what Quillbarrow uses to securely delete your history."},
+    {"Quillbarrow &Log", "This Tab has the Quillbarrow log.  This tells you what Quillbarrow has done."},
+};
+
+std::vector<TabStrip::Page> TabPages() {
+  std::vector<TabStrip::Page> pages;
+  for (TraceGroup group : TabOrder()) {
+    const TraceGroupRow& row = RowOf(group);
+    pages.push_back({std::string(row.tab_caption), std::string(row.tab_tip)});
+  }
+  for (const auto& tab : kOtherTabs) pages.push_back({tab.caption, tab.tip});
   return pages;
 }
 
@@ -62,7 +65,7 @@ frmMain::frmMain(const FormHost& host, Services& services, ProgramLife& life)
   for (MenuItem* menu : menus_.Bar()) AddMenu(*menu);
 
   std::vector<Layout> pages;
-  for (TraceGroup group : TraceBoxes::Groups()) {
+  for (TraceGroup group : TabOrder()) {
     std::vector<Layout> page = boxes_.Arrangement(group);
     if (group == TraceGroup::InternetExplorer) page.push_back(Row({cmdSetCookies, lblmoreinfo}));
     pages.push_back(Page(std::move(page)));

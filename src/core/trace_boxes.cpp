@@ -4,9 +4,6 @@ namespace qb {
 
 namespace {
 
-constexpr TraceGroup kTabGroups[] = {TraceGroup::InternetExplorer, TraceGroup::Firefox, TraceGroup::Chrome,
-                                     TraceGroup::Safari,           TraceGroup::Windows, TraceGroup::AOL};
-
 // "All of the above" of the Windows tab leaves the boxes that have no stored key as they are.
 bool FollowsAllBox(const TraceClass& row) {
   return !row.key.empty();
@@ -15,15 +12,11 @@ bool FollowsAllBox(const TraceClass& row) {
 }  // namespace
 
 TraceBoxes::TraceBoxes(Form& form) {
-  for (TraceGroup group : kTabGroups) {
+  for (TraceGroup group : TabOrder()) {
     const TraceGroupRow& row = RowOf(group);
     for (const TraceClass& trace : ClassesOf(group)) Make(form, trace.box, trace.caption, trace.tool_tip);
     Make(form, row.all_box, row.all_caption, row.all_tool_tip).Click = [this, &row] { AllBoxClicked(row); };
   }
-}
-
-std::span<const TraceGroup> TraceBoxes::Groups() {
-  return kTabGroups;
 }
 
 CheckBox& TraceBoxes::Make(Form& form, std::string_view name, std::string_view caption, std::string_view tip) {

@@ -1,4 +1,4 @@
-// The boxes of the tabs 0 to 5: one for each trace class, and one for all of a tab.
+// The boxes of the first tabs: one for each trace class, and one for all of a tab.
 #pragma once
 
 #include <functional>
@@ -17,8 +17,6 @@ class TraceBoxes {
   // `form` gets the boxes.
   explicit TraceBoxes(Form& form);
 
-  // The groups in the order of their tabs.
-  static std::span<const TraceGroup> Groups();
   // The parts of a group's page.
   std::vector<Layout> Arrangement(TraceGroup group);
   // By name; false for a box that there is not.

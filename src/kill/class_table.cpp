@@ -212,28 +212,54 @@ constexpr WalkStep kWindowsAll[] = {{6, Class("WIN_StartRun")}, {7, Class("WIN_R
 constexpr WalkStep kWindowsUnattended[] = {{6, Class("WIN_StartRun")}, {7, Class("WIN_RecentDoc")}, {14, Class("REGMediaPlayer")},
     {15, Class("REGrecyclebin")}, {20, Class("REGFileFrag")}, {21, Class("REGWindowsTemp")}, {24, Class("MSOfficeRecent")}};
 
+// A path of fewer characters is none.
+constexpr std::size_t kShortestPath = 4;
+bool FirefoxIsHere(const KillNeeds& needs) {
+  return needs.profiles.FirefoxProfilePath().size() >= kShortestPath && needs.settings.Number(Setting::NoNS) == 0;
+}
+bool ChromeIsHere(const KillNeeds& needs) {
+  return needs.profiles.Check_Chrome_Installed();
+}
+bool SafariIsHere(const KillNeeds& needs) {
+  return needs.profiles.Check_Safari_Installed();
+}
+
 constexpr TraceGroupRow kGroups[] = {
     {Firefox, "chkNS_all", "All of the above",
      "Use all of the above Quillbarrow Netscape privacy features on your Netscape web browser", 8, kFirefoxAll,
-     kFirefoxUnattended},
+     kFirefoxUnattended,
+     "&Firefox", "Mozila Firefox Tab - Select what to kill from the Firefox history when Quillbarrow runs.",
+     "Mozilla &Firefox", "Mozilla Firefox", FirefoxIsHere},
     {Chrome, "chkChrome_All", "All of the above",
      "Use all of the above Quillbarrow Google Chrome privacy features on your Google Chrome web browser", 11,
-     kChromeWalk, kChromeWalk},
+     kChromeWalk, kChromeWalk,
+     "&Chrome", "Google Chrome Tab - Select what to kill from the Google Chrome history when Quillbarrow runs.",
+     "Google &Chrome", "Google Chrome", ChromeIsHere},
     {Safari, "chkSafari_All", "All of the above",
      "Use all of the above Quillbarrow Apple Safari privacy features on your Apple Safari web browser", 9, kSafariWalk,
-     kSafariWalk},
+     kSafariWalk,
+     "Safa&ri", "Apple Safari Tab - Select what to kill from the Apple Safari history when Quillbarrow runs.",
+     "Apple &Safari", "Apple Safari", SafariIsHere},
     {AOL, "chkWin_AOLall", "All of the above", "Use all of the above Quillbarrow AOL privacy features on AOL", 4,
-     kAolAll, kAolUnattended},
+     kAolAll, kAolUnattended,
+     "A&OL", "AOL Tab - Select what to kill from the AOL history when Quillbarrow runs.",
+     "&AOL", "AOL", nullptr},
     // Deliberate: ten classes add eleven.
     {InternetExplorer, "chkIE_all", "All of the above",
      "Use all of the above Quillbarrow Internet Explorer privacy features on your Internet Explorer web browser", 11,
-     kIeAll, kIeUnattended},
+     kIeAll, kIeUnattended,
+     "Edge/IE", "Internet Explorer Tab - Select what to kill from the Internet Explorer history when Quillbarrow runs.",
+     "Edge/Int. Explorer", "Internet Explorer", nullptr},
     {Windows, "chkWin_All", "All of the above ",
      "Use all of the above Quillbarrow Windows privacy features on your Windows operating system", 9, kWindowsAll,
-     kWindowsUnattended},
+     kWindowsUnattended,
+     "&Windows", "Windows Tab - Select what to kill from the Windows history when Quillbarrow runs.",
+     "&Windows", "Windows", nullptr},
 };
 // clang-format on
 
+constexpr TraceGroup kTabOrder[] = {InternetExplorer, Firefox, Chrome, Safari, Windows, AOL};
+constexpr TraceGroup kWizardOrder[] = {InternetExplorer, Chrome, Firefox, Safari, AOL, Windows};
 constexpr TraceGroup kUnattendedOrder[] = {Firefox, Chrome, Safari, Windows, InternetExplorer, AOL};
 
 // --- what the tables promise one another ---
@@ -283,15 +309,16 @@ constexpr bool UnattendedWalksTakeEachKeyOnce() {
   return true;
 }
 
-constexpr bool UnattendedOrderHasEachGroup() {
+constexpr bool HasEachGroup(std::span<const TraceGroup> order) {
   int seen = 0;
-  for (TraceGroup group : kUnattendedOrder) seen |= 1 << static_cast<int>(group);
-  return std::size(kUnattendedOrder) == kTraceGroups && seen == (1 << kTraceGroups) - 1;
+  for (TraceGroup group : order) seen |= 1 << static_cast<int>(group);
+  return order.size() == kTraceGroups && seen == (1 << kTraceGroups) - 1;
 }
 
 static_assert(EachGroupStandsTogether() && KeysAndBoxesStandOnce());
 static_assert(GroupsFollowTheEnumeration());
-static_assert(UnattendedWalksTakeEachKeyOnce() && UnattendedOrderHasEachGroup());
+static_assert(UnattendedWalksTakeEachKeyOnce());
+static_assert(HasEachGroup(kTabOrder) && HasEachGroup(kWizardOrder) && HasEachGroup(kUnattendedOrder));
 
 }  // namespace
 
@@ -308,6 +335,14 @@ std::span<const TraceClass> ClassesOf(TraceGroup group) {
 
 const TraceGroupRow& RowOf(TraceGroup group) {
   return kGroups[static_cast<std::size_t>(group)];
+}
+
+std::span<const TraceGroup> TabOrder() {
+  return kTabOrder;
+}
+
+std::span<const TraceGroup> WizardOrder() {
+  return kWizardOrder;
 }
 
 std::span<const TraceGroup> UnattendedOrder() {

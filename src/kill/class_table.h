@@ -7,6 +7,7 @@
 
 namespace qb {
 
+struct KillNeeds;
 struct TraceUnits;
 
 // In the order of the manual run.
@@ -43,6 +44,10 @@ struct TraceGroupRow {
   int all_adds;  // what the walk of the "All" box adds to ClassesDone
   std::span<const WalkStep> all_walk;
   std::span<const WalkStep> unattended_walk;
+  std::string_view tab_caption, tab_tip;            // on the main window
+  std::string_view wizard_caption, wizard_browser;  // on the wizard; the second in its tool tip
+  // Whether an unattended run has anything to do for the group; null: always.
+  bool (*is_here)(const KillNeeds& needs);
 };
 
 // All classes, those of a group together, in the order of the walk of single boxes.
@@ -50,6 +55,9 @@ std::span<const TraceClass> TraceClasses();
 // Those of one group.
 std::span<const TraceClass> ClassesOf(TraceGroup group);
 const TraceGroupRow& RowOf(TraceGroup group);
+// The groups in the order of the main window's tabs, and of the wizard's.
+std::span<const TraceGroup> TabOrder();
+std::span<const TraceGroup> WizardOrder();
 // The groups in the order of the unattended run.
 std::span<const TraceGroup> UnattendedOrder();
 // By key without regard to case; null if there is none.

@@ -111,19 +111,6 @@ void KillRun::WalkBoxes(std::span<const TraceClass> classes, const std::vector<b
   }
 }
 
-bool KillRun::GroupIsHere(TraceGroup group) const {
-  switch (group) {
-    case TraceGroup::Firefox:
-      return needs_.profiles.FirefoxProfilePath().size() >= kShortestPath && needs_.settings.Number(Setting::NoNS) == 0;
-    case TraceGroup::Chrome:
-      return needs_.profiles.Check_Chrome_Installed();
-    case TraceGroup::Safari:
-      return needs_.profiles.Check_Safari_Installed();
-    default:
-      return true;
-  }
-}
-
 void KillRun::WalkUnattended(const TraceGroupRow& row) {
   for (const WalkStep& step : row.unattended_walk) {
     if (needs_.life.Over()) return;
@@ -151,7 +138,8 @@ void KillRun::Do_Start_Up(std::int16_t mode) {
   display_.EnableKill(false);
   state_.UnattendedRun = true;
   for (TraceGroup group : UnattendedOrder()) {
-    if (GroupIsHere(group)) WalkUnattended(RowOf(group));
+    const TraceGroupRow& row = RowOf(group);
+    if (row.is_here == nullptr || row.is_here(needs_)) WalkUnattended(row);
   }
   if (needs_.life.Over()) return;
   log_.Log_Step(kLogProtected);

@@ -45,7 +45,6 @@ class KillRun {
   void WalkAll(const TraceGroupRow& row);
   void WalkBoxes(std::span<const TraceClass> classes, const std::vector<bool>& ticked);
   void EndManualRun(double starting_value);
-  bool GroupIsHere(TraceGroup group) const;
   void WalkUnattended(const TraceGroupRow& row);
   void RunWork(const TraceClass* row);
 
