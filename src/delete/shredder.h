@@ -29,8 +29,9 @@ class clsShredder {
   std::function<void()> Shred_End;                       // after the attempt to delete
 
   // Reports nothing: whether the file is still there tells. One of less than 8 bytes, of exactly 1,024 or of
-  // 2 GiB and more is left as it is, without an event. For one that cannot be opened or deleted all events
-  // come, and a move at the next boot is arranged. Messages run after each pass.
+  // 2 GiB and more, and a link, is left as it is, without an event; one that becomes a link between two passes is left
+  // from then on. For one that cannot be opened or deleted all events come, and a move at the next boot is arranged.
+  // Messages run after each pass.
   void File_Shred();
 
   // True for anything that has a short path: files, and folders too.
@@ -47,6 +48,7 @@ class clsShredder {
     std::string remainder;  // behind the whole blocks; may be empty
   };
 
+  bool IsLink() const;
   void WritePass(const Blocks& blocks);
   std::size_t NextPattern();
   std::string Random_Block(std::size_t count);

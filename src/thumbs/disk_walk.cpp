@@ -1,5 +1,6 @@
 #include "thumbs/disk_walk.h"
 
+#include "runtime/folders.h"
 #include "runtime/text.h"
 #include "thumbs/picture_cut.h"
 
@@ -58,7 +59,7 @@ bool DiskWalk::ListFolder(const std::string& folder, std::size_t& count) {
 
 bool DiskWalk::TakeEntry(const std::string& folder, const FindData& found, std::size_t& count) {
   const std::string_view name = std::string_view(found.name).substr(0, found.name.find('\0'));
-  if (name.empty() || name == "." || name == "..") return true;
+  if (!IsEntryName(name)) return true;
   ended_ = !observer_.PumpMessages();
   if (ended_) return false;
   if (observer_.Scan_Cancelled()) {

@@ -228,6 +228,26 @@ TEST_F(Shredder, TheEndOfTheProgramBetweenTwoPassesIsTheLast) {
   EXPECT_TRUE(Lines("DeleteFileA").empty());
 }
 
+// What a link leads to is nobody's cache: neither one that is there from the start, nor one that takes the place of the
+// file while messages run between two passes.
+TEST_F(Shredder, WritesThroughNoLink) {
+  const std::string letter(5000, 'L');
+  ASSERT_TRUE(world().MakeFile("C:\\letter.txt", letter));
+  ASSERT_TRUE(world().MakeFile(kPath, std::string(100, 'A')));
+  const auto exchange = [this] {
+    return world().Delete(kPath) && world().MakeLink(kPath, "C:\\letter.txt") && world().Exists(kPath) == "link";
+  };
+  shredder_->Pass_Done = [&](std::int32_t pass) {
+    EXPECT_TRUE(pass != 1 || exchange());
+  };
+  ShredThere(3);
+  EXPECT_EQ(Lines("CreateFileA").size(), 1u);
+  ShredThere(3);
+  EXPECT_TRUE(events_.empty());
+  EXPECT_EQ(world().Exists(kPath), "link");
+  EXPECT_EQ(world().Content("C:\\letter.txt"), letter);
+}
+
 TEST_F(Shredder, ExistsIsAnythingWithAShortPath) {
   ASSERT_TRUE(world().MakeFile(kPath, ""));
   EXPECT_TRUE(shredder_->File_Exists(kPath));

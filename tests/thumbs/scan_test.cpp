@@ -1,6 +1,8 @@
 // Which disks a scan walks on each Windows, and where in a walk it can be cancelled.
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "tests/support/rehearsal.h"
 
 namespace qb {
@@ -57,6 +59,24 @@ TEST(ThumbsScan, CanBeCancelledAtAnyEntry) {
     last_searched = searched;
   }
   FAIL() << "no scan came to its end";
+}
+
+// A listing that gives what is no name, as a foreign file system does: it leads the walk nowhere, and nothing that it
+// names is shredded. The names stand on the host.
+TEST(ThumbsScan, WhatAListingGivesIsNeverAPath) {
+  Rehearsal rehearsal;
+  rehearsal.Play("file C:\\victim\\letter.txt keep-this-letter\nfile C:\\t\\sub\\Thumbs.db 12345678\n");
+  const auto folder = rehearsal.folder() / "drives" / "C" / "t" / "sub";
+  std::ofstream(folder / "thumbcache_\\..\\..\\..\\victim\\letter.txt") << "bait";
+  std::ofstream(folder / "thumbcache_*") << "bait";
+  std::filesystem::create_directories(folder / "thumbs.db\\..");
+  std::filesystem::create_directories(folder / "..\\..\\t");
+  rehearsal.Reopen();
+  rehearsal.Play(
+      "windows 10.0\nmkdir \"C:\\Users\\user\\Local Settings\\Application Data\"\nstart\nclick cmdThumbs\n"
+      "advance 600ms\nexpect list lstThumbs is C:\\t\\sub\\Thumbs.db\nclick cmdDeleteAll\n"
+      "expect text C:\\victim\\letter.txt is keep-this-letter\nexpect exists C:\\t\\sub\\Thumbs.db is no\n");
+  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << rehearsal.printed();
 }
 
 }  // namespace
