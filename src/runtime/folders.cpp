@@ -48,7 +48,7 @@ std::string_view LastComponent(std::string_view path) {
 }  // namespace
 
 bool MatchesPattern(std::string_view pattern, std::string_view name, bool match_case) {
-  if (pattern == "*.*") return true;
+  if (pattern == "*.*" || pattern == "*") return true;
   return match_case ? MatchExactly(pattern, name) : MatchExactly(UpperCase(pattern), UpperCase(name));
 }
 

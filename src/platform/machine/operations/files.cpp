@@ -210,7 +210,7 @@ class MachineFiles final : public Files {
       const auto search = state_.searches.find(Plain(handle));
       if (search == state_.searches.end()) return Error::InvalidHandle;
       if (search->second.next >= search->second.found.size()) return Error::NoMoreFiles;
-      return search->second.found[search->second.next++];
+      return std::move(search->second.found[search->second.next++]);
     });
   }
 

@@ -358,11 +358,14 @@ Result<HostFile> Disk::Open(const Entry& entry, bool write) const {
 }
 
 std::uint64_t Disk::SizeOf(const Entry& entry) const {
-  if (entry.kind != Entry::Kind::File) return 0;
-  auto file = Open(entry, false);
+  return entry.kind == Entry::Kind::File ? FolderSizes(*this, *entry.parent).Of(entry) : 0;
+}
+
+std::uint64_t Disk::FolderSizes::Of(const Entry& child) const {
+  if (child.kind != Entry::Kind::File) return 0;
   struct stat info {};
-  if (!file.ok() || fstat(file.value.fd(), &info) != 0) return 0;
-  return static_cast<std::uint64_t>(info.st_size);
+  const bool told = host_.ok() && fstatat(host_.fd(), child.name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0;
+  return told && S_ISREG(info.st_mode) ? static_cast<std::uint64_t>(info.st_size) : 0;
 }
 
 Result<std::string> Disk::Read(const Entry& entry) const {

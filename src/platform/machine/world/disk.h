@@ -100,6 +100,15 @@ class Disk {
 
   Result<HostFile> Open(const Entry& entry, bool write) const;
   std::uint64_t SizeOf(const Entry& entry) const;
+  // What SizeOf gives for the entries of one folder, which is opened once: as a listing asks.
+  class FolderSizes {
+   public:
+    FolderSizes(const Disk& disk, const Entry& folder) : host_(disk.OpenFolder(folder)) {}
+    std::uint64_t Of(const Entry& child) const;
+
+   private:
+    HostFile host_;
+  };
   // The whole content of a file.
   Result<std::string> Read(const Entry& entry) const;
   Error Truncate(const Entry& entry) const;

@@ -187,18 +187,18 @@ Result<std::vector<FindData>> MatchingEntries(const MachineState& state, std::st
   const Entry& folder = *place.value.folder;
   const std::string wanted = FoldName(place.value.name);
   std::vector<FindData> found;
+  const Disk::FolderSizes sizes(state.disk, folder);
   auto take = [&](const Entry& entry, const std::string& name) {
-    FindData data;
+    FindData& data = found.emplace_back();
     data.attributes = entry.WindowsAttributes();
     data.created = entry.created;
     data.accessed = entry.accessed;
     data.written = entry.written;
-    const std::uint64_t size = state.disk.SizeOf(entry);
+    const std::uint64_t size = sizes.Of(entry);
     data.size_high = static_cast<std::uint32_t>(size >> 32);
     data.size_low = static_cast<std::uint32_t>(size);
     data.name = name;
     data.short_name = entry.short_name;
-    found.push_back(std::move(data));
   };
   if (wanted.find_first_of("*?") == std::string::npos) {
     if (const Entry* entry = state.disk.Child(folder, wanted)) take(*entry, entry->name);
