@@ -61,6 +61,69 @@ TEST(ThumbsScan, CanBeCancelledAtAnyEntry) {
   FAIL() << "no scan came to its end";
 }
 
+constexpr const char* kStart =
+    "windows 10.0\nmkdir \"C:\\Users\\user\\Local Settings\\Application Data\"\nstart\nclick cmdThumbs\n";
+constexpr const char* kPage = "\"C:\\Users\\user\\Local Settings\\Application Data\\Quillbarrow\\Fernledger_thumb";
+constexpr const char* kPictures = "\"C:\\Users\\user\\Local Settings\\Application Data\\Quillbarrow\\thumbs\\";
+
+// A cache of so many pictures, each of the four bytes and this one.
+std::string Cache(const std::string& path, int pictures, const std::string& byte) {
+  std::string line = "file " + path + " hex ";
+  while (pictures-- > 0) line += "FFD8FFE0" + byte;
+  return line + "\n";
+}
+
+// What runs at one pump of a scan, from the first entry (the third pump) to the unpacking: a wish to cancel ends it
+// there, and a click shows its file and takes what was counted so far out of the figures, but no picture off a page.
+TEST(ThumbsScan, MeetsWhatHappensInItsMiddle) {
+  const std::string click = "choose lstThumbs 1", cancel = "close";
+  const struct {
+    int pump;
+    std::string happens;
+    const char* held;
+  } cases[] = {
+      {3, cancel, "expect get Files_Searched is 0\nexpect list lstThumbs is\n"},
+      {16, cancel, "expect get Files_Searched is 13\n"},
+      {29, cancel, "expect get Files_Searched is 26\nexpect list lstThumbs is C:\\t\\a.thumbs.db C:\\t\\b.thumbs.db\n"},
+      {30, click, "6 29"},   // after the first file was counted
+      {31, click, "28 22"},  // after ten of its pictures were unpacked
+      {33, click, "28 7"},
+  };
+  for (const auto& c : cases) {
+    Rehearsal rehearsal;
+    std::string script = Cache("C:\\t\\a.thumbs.db", 25, "41") + Cache("C:\\t\\b.thumbs.db", 3, "42") + kStart +
+                         "answer yes\nduring " + std::to_string(c.pump) + " " + c.happens + "\nadvance 501ms\n";
+    if (c.happens == cancel) {
+      script += std::string(c.held) + "expect get lblStatus.Caption has \"SCAN CANCELED!\"\nexpect opened is\n";
+    } else {
+      const std::string held = c.held;
+      const std::size_t blank = held.find(' ');
+      script += "expect get Thumbnails_Found is " + held.substr(blank + 1) + "\nexpect text " + kPage +
+                "nails.html\" has \"<FONT COLOR=#FF0000>" + held.substr(0, blank) +
+                "</FONT> Thumbnails\" t0-1.jpg t0-25.jpg t1-1.jpg t1-3.jpg </html>\nexpect text " + kPage +
+                "nails.html\" lacks t50-\nexpect text " + kPage +
+                "db.html\" has t50-1.jpg t50-3.jpg <B>C:\\t\\b.thumbs.db</B> </html>\nexpect text " + kPage +
+                "db.html\" lacks t50-4 t0- t1-\nexpect opened is " + kPage + "db.html\" " + kPage + "nails.html\"\n";
+    }
+    rehearsal.Play(script);
+    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << c.pump << "\n" << rehearsal.printed();
+  }
+}
+
+// Files are numbered from 0 and none is 11; the one of number 50 shares its names with the view of one file.
+TEST(ThumbsScan, NumbersTheFilesOfItsPictures) {
+  std::string script;
+  for (int i = 10; i < 62; ++i) script += Cache("C:\\t\\" + std::to_string(i) + "thumbs.db", 1, std::to_string(i));
+  const std::string fifty = std::string("expect hex ") + kPictures + "t50-1.jpg\" is FFD8FFE0";
+  Rehearsal rehearsal;
+  rehearsal.Play(script + kStart + "advance 500ms\nexpect get lstThumbs.ListCount is 52\nexpect hex " + kPictures +
+                 "t10-1.jpg\" is FFD8FFE020\nexpect exists " + kPictures + "t11-1.jpg\" is no\nexpect hex " +
+                 kPictures + "t12-1.jpg\" is FFD8FFE021\nexpect hex " + kPictures +
+                 "t13-1.jpg\" is FFD8FFE022\nexpect text " + kPage + "nails.html\" lacks t11-\nexpect exists " + kPage +
+                 "db.html\" is no\n" + fifty + "59\nchoose lstThumbs 0\n" + fifty + "10\n");
+  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << rehearsal.printed();
+}
+
 // A listing that gives what is no name, as a foreign file system does: it leads the walk nowhere, and nothing that it
 // names is shredded. The names stand on the host.
 TEST(ThumbsScan, WhatAListingGivesIsNeverAPath) {
@@ -72,10 +135,9 @@ TEST(ThumbsScan, WhatAListingGivesIsNeverAPath) {
   std::filesystem::create_directories(folder / "thumbs.db\\..");
   std::filesystem::create_directories(folder / "..\\..\\t");
   rehearsal.Reopen();
-  rehearsal.Play(
-      "windows 10.0\nmkdir \"C:\\Users\\user\\Local Settings\\Application Data\"\nstart\nclick cmdThumbs\n"
-      "advance 600ms\nexpect list lstThumbs is C:\\t\\sub\\Thumbs.db\nclick cmdDeleteAll\n"
-      "expect text C:\\victim\\letter.txt is keep-this-letter\nexpect exists C:\\t\\sub\\Thumbs.db is no\n");
+  rehearsal.Play(std::string(kStart) +
+                 "advance 600ms\nexpect list lstThumbs is C:\\t\\sub\\Thumbs.db\nclick cmdDeleteAll\n"
+                 "expect text C:\\victim\\letter.txt is keep-this-letter\nexpect exists C:\\t\\sub\\Thumbs.db is no\n");
   EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << rehearsal.printed();
 }
 
