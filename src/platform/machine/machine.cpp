@@ -14,6 +14,8 @@
 #include "platform/machine/world/machine_boot.h"
 #include "platform/machine/world/machine_config.h"
 #include "platform/machine/world/recycle_bin.h"
+#include "platform/machine/world/user_files.h"
+#include "platform/machine/world/user_registry.h"
 #include "runtime/text.h"
 
 namespace qb::machine {
@@ -61,21 +63,27 @@ class MachineImpl final : public Machine {
       state_.config.associations[key] = program;
   }
 
-  bool MakeFolder(std::string_view path) override { return Ok(FolderWithParents(path).error); }
-  bool MakeFile(std::string_view path, std::string_view content) override;
-  bool ChangeAttributes(std::string_view path, const std::vector<std::string>& changes) override;
-  bool Delete(std::string_view path) override;
-  bool Discard(std::string_view path) override;
-  bool Lock(std::string_view path) override { return SetLocked(path, true); }
-  bool Unlock(std::string_view path) override { return SetLocked(path, false); }
-  bool MakeLink(std::string_view path, std::string_view target) override;
+  bool MakeFolder(std::string_view path) override { return files_.MakeFolder(path); }
+  bool MakeFile(std::string_view path, std::string_view content) override { return files_.MakeFile(path, content); }
+  bool ChangeAttributes(std::string_view path, const std::vector<std::string>& changes) override {
+    return files_.ChangeAttributes(path, changes);
+  }
+  bool Delete(std::string_view path) override { return files_.Delete(path); }
+  bool Discard(std::string_view path) override { return files_.Discard(path); }
+  bool Lock(std::string_view path) override { return files_.SetLocked(path, true); }
+  bool Unlock(std::string_view path) override { return files_.SetLocked(path, false); }
+  bool MakeLink(std::string_view path, std::string_view target) override { return files_.MakeLink(path, target); }
 
-  bool RegistryAddKey(std::string_view key) override { return MakeKey(key) != nullptr; }
-  bool RegistrySetValue(std::string_view key, const RegistryValue& value) override;
-  bool RegistryDeleteKey(std::string_view key) override;
-  bool RegistryDeleteValue(std::string_view key, std::string_view name) override;
-  bool RegistryDeny(std::string_view key) override { return SetDenied(key, true); }
-  bool RegistryAllow(std::string_view key) override { return SetDenied(key, false); }
+  bool RegistryAddKey(std::string_view key) override { return registry_.AddKey(key); }
+  bool RegistrySetValue(std::string_view key, const RegistryValue& value) override {
+    return registry_.SetValue(key, value);
+  }
+  bool RegistryDeleteKey(std::string_view key) override { return registry_.DeleteKey(key); }
+  bool RegistryDeleteValue(std::string_view key, std::string_view name) override {
+    return registry_.DeleteValue(key, name);
+  }
+  bool RegistryDeny(std::string_view key) override { return registry_.SetDenied(key, true); }
+  bool RegistryAllow(std::string_view key) override { return registry_.SetDenied(key, false); }
 
   void CacheAdd(const CacheEntry& entry) override { state_.cache.Add(entry); }
   void CacheClear() override { state_.cache.Clear(); }
@@ -108,11 +116,13 @@ class MachineImpl final : public Machine {
 
   std::vector<ShownBox> TakeBoxes() override { return std::exchange(state_.boxes, {}); }
   std::vector<std::string> TakeOpened() override { return std::exchange(state_.opened, {}); }
-  std::string Exists(std::string_view path) const override;
-  std::string Attributes(std::string_view path) const override;
-  std::optional<std::vector<std::string>> ListBelow(std::string_view folder) const override;
-  std::optional<std::string> Content(std::string_view path) const override;
-  std::optional<RegistryKey> ReadKey(std::string_view key) const override;
+  std::string Exists(std::string_view path) const override { return files_.Exists(path); }
+  std::string Attributes(std::string_view path) const override { return files_.Attributes(path); }
+  std::optional<std::vector<std::string>> ListBelow(std::string_view folder) const override {
+    return files_.ListBelow(folder);
+  }
+  std::optional<std::string> Content(std::string_view path) const override { return files_.Content(path); }
+  std::optional<RegistryKey> ReadKey(std::string_view key) const override { return registry_.ReadKey(key); }
   std::vector<CacheEntry> Cache() const override {
     std::vector<CacheEntry> entries;
     std::uint64_t place = 0;
@@ -144,14 +154,11 @@ class MachineImpl final : public Machine {
   template <typename Wanted>
   bool Press(Wanted wanted);
   void MakePlain();
-  Result<Entry*> FolderWithParents(std::string_view path);
-  bool SetLocked(std::string_view path, bool locked);
-  RegKey* FindKey(std::string_view key) const;
-  RegKey* MakeKey(std::string_view key);
-  bool SetDenied(std::string_view key, bool denied);
 
   // The registry hands out its roots by reference; asking changes nothing.
   mutable MachineState state_;
+  UserFiles files_{state_};
+  UserRegistry registry_{state_};
   Operations operations_{state_, on_pump, on_wait};
   HostFile folder_;
 };
@@ -263,192 +270,6 @@ bool MachineImpl::SetDrive(char letter, std::string_view type) {
   state_.config.drive_types[letter] = type;
   if (type != "gone") state_.disk.AddDrive(letter);
   return true;
-}
-
-Result<Entry*> MachineImpl::FolderWithParents(std::string_view path) {
-  auto parsed = state_.Parse(path);
-  if (!parsed.ok()) return parsed.error;
-  ParsedPath so_far;
-  so_far.drive = parsed.value.drive;
-  Entry* at = state_.disk.Root(so_far.drive);
-  if (at == nullptr) return Error::PathNotFound;
-  for (const std::string& part : parsed.value.parts) {
-    so_far.parts.push_back(part);
-    auto found = state_.disk.Find(so_far, true);
-    if (!found.ok() && found.error == Error::FileNotFound) found = state_.disk.MakeFolder(*at, part);
-    if (!found.ok()) return found;
-    if (!found.value->IsFolder()) return Error::AlreadyExists;
-    at = found.value;
-  }
-  return at;
-}
-
-bool MachineImpl::MakeFile(std::string_view path, std::string_view content) {
-  auto parsed = state_.Parse(path);
-  if (!parsed.ok() || parsed.value.parts.empty() || parsed.value.closing_backslash) return false;
-  const std::string name = parsed.value.parts.back();
-  ParsedPath above = parsed.value;
-  above.parts.pop_back();
-  auto folder = FolderWithParents(PathText(above));
-  if (!folder.ok()) return false;
-  Entry* entry = state_.disk.Child(*folder.value, name);
-  if (entry == nullptr) {
-    auto made = state_.disk.MakeFile(*folder.value, name);
-    if (!made.ok()) return false;
-    entry = made.value;
-  }
-  if (entry->kind != Entry::Kind::File || !Ok(state_.disk.Truncate(*entry))) return false;
-  entry->attributes = kAttributeArchive;
-  entry->written = state_.Now();
-  auto host = state_.disk.Open(*entry, true);
-  return host.ok() &&
-         pwrite(host.value.fd(), content.data(), content.size(), 0) == static_cast<ssize_t>(content.size());
-}
-
-bool MachineImpl::ChangeAttributes(std::string_view path, const std::vector<std::string>& changes) {
-  auto found = state_.Find(path);
-  if (!found.ok()) return false;
-  std::uint32_t attributes = found.value->attributes;
-  for (const std::string& change : changes) {
-    if (change.size() < 2 || (change[0] != '+' && change[0] != '-')) return false;
-    for (char letter : std::string_view(change).substr(1)) {
-      const std::uint32_t bit = AttributeBit(letter);
-      if (bit == 0) return false;
-      attributes = change[0] == '+' ? attributes | bit : attributes & ~bit;
-    }
-  }
-  found.value->attributes = attributes;
-  return true;
-}
-
-bool MachineImpl::Delete(std::string_view path) {
-  auto found = state_.Find(path);
-  return found.ok() && found.value->parent != nullptr && Ok(state_.disk.RemoveTree(*found.value));
-}
-
-bool MachineImpl::Discard(std::string_view path) {
-  auto found = state_.Find(path);
-  return found.ok() && Ok(DiscardEntry(state_, *found.value));
-}
-
-bool MachineImpl::SetLocked(std::string_view path, bool locked) {
-  auto found = state_.Find(path, true);
-  if (!found.ok() || found.value->kind != Entry::Kind::File) return false;
-  found.value->locked = locked;
-  return true;
-}
-
-bool MachineImpl::MakeLink(std::string_view path, std::string_view target) {
-  auto parsed = state_.Parse(path);
-  if (!parsed.ok() || parsed.value.parts.empty() || !state_.Parse(target).ok()) return false;
-  const std::string name = parsed.value.parts.back();
-  parsed.value.parts.pop_back();
-  auto folder = FolderWithParents(PathText(parsed.value));
-  if (!folder.ok() || state_.disk.Child(*folder.value, name) != nullptr) return false;
-  return state_.disk.MakeLink(*folder.value, name, std::string(target)).ok();
-}
-
-RegKey* MachineImpl::FindKey(std::string_view key) const {
-  std::string_view below;
-  RegKey* root = state_.registry.RootOf(key, below);
-  return root == nullptr ? nullptr : state_.registry.Find(*root, below);
-}
-
-RegKey* MachineImpl::MakeKey(std::string_view key) {
-  std::string_view below;
-  RegKey* root = state_.registry.RootOf(key, below);
-  return root == nullptr || !ValidRegistryName(key) ? nullptr : &state_.registry.Make(*root, below);
-}
-
-bool MachineImpl::RegistrySetValue(std::string_view key, const RegistryValue& value) {
-  RegKey* found = ValidRegistryName(value.name) ? MakeKey(key) : nullptr;
-  if (found == nullptr) return false;
-  std::string data = value.data;
-  if (value.type == kRegSz || value.type == kRegExpandSz) data += '\0';
-  if (RegKey::Value* old = found->Find(value.name))
-    *old = {old->name, value.type, data};
-  else
-    found->values.push_back({value.name, value.type, data});
-  return true;
-}
-
-bool MachineImpl::RegistryDeleteKey(std::string_view key) {
-  RegKey* found = FindKey(key);
-  if (found == nullptr || found->parent == nullptr) return false;
-  state_.registry.Remove(*found);
-  return true;
-}
-
-bool MachineImpl::RegistryDeleteValue(std::string_view key, std::string_view name) {
-  RegKey* found = FindKey(key);
-  RegKey::Value* value = found == nullptr ? nullptr : found->Find(name);
-  if (value == nullptr) return false;
-  found->values.erase(found->values.begin() + (value - found->values.data()));
-  return true;
-}
-
-bool MachineImpl::SetDenied(std::string_view key, bool denied) {
-  RegKey* found = FindKey(key);
-  if (found == nullptr) return false;
-  found->denied = denied;
-  return true;
-}
-
-std::string MachineImpl::Exists(std::string_view path) const {
-  auto found = state_.Find(path);
-  if (!found.ok()) return "no";
-  switch (found.value->kind) {
-    case Entry::Kind::File:
-      return "file";
-    case Entry::Kind::Folder:
-      return "folder";
-    default:
-      return "link";
-  }
-}
-
-std::string MachineImpl::Attributes(std::string_view path) const {
-  auto found = state_.Find(path);
-  return found.ok() ? AttributeLetters(found.value->WindowsAttributes()) : std::string();
-}
-
-std::optional<std::vector<std::string>> MachineImpl::ListBelow(std::string_view folder) const {
-  auto found = state_.Find(folder, true);
-  if (!found.ok() || !found.value->IsFolder()) return std::nullopt;
-  std::vector<std::string> paths;
-  std::function<void(const Entry&, const std::string&)> walk = [&](const Entry& at, const std::string& prefix) {
-    for (const auto& [folded, child] : at.children) {
-      paths.push_back(prefix + child->name + (child->IsFolder() ? "\\" : ""));
-      if (child->kind == Entry::Kind::Folder) walk(*child, prefix + child->name + "\\");
-    }
-  };
-  walk(*found.value, "");
-  std::sort(paths.begin(), paths.end(), [](const std::string& a, const std::string& b) {
-    return std::pair(LowerCase(FoldName(a)), a) < std::pair(LowerCase(FoldName(b)), b);
-  });
-  return paths;
-}
-
-std::optional<std::string> MachineImpl::Content(std::string_view path) const {
-  auto found = state_.Find(path, true);
-  if (!found.ok() || found.value->kind != Entry::Kind::File) return std::nullopt;
-  auto content = state_.disk.Read(*found.value);
-  if (!content.ok()) return std::nullopt;
-  return content.value;
-}
-
-std::optional<RegistryKey> MachineImpl::ReadKey(std::string_view key) const {
-  const RegKey* found = FindKey(key);
-  if (found == nullptr) return std::nullopt;
-  RegistryKey read;
-  for (const RegKey::Value& value : found->values) {
-    std::string data = value.data;
-    const bool text = value.type == kRegSz || value.type == kRegExpandSz;
-    if (text && !data.empty() && data.back() == '\0') data.pop_back();
-    read.values.push_back({value.name, value.type, data});
-  }
-  for (const RegKey* sub_key : found->Children()) read.sub_keys.push_back(sub_key->name);
-  return read;
 }
 
 template <typename Wanted>
