@@ -48,7 +48,7 @@ class Cache {
 
   void Make() {
     machine_.reset();
-    folder_ = std::make_unique<qb::test::TempFolder>();
+    folder_ = std::make_unique<qb::test::TempFolder>(std::filesystem::temp_directory_path());
     std::string problem;
     machine_ = Machine::Open((folder_->path() / "machine").string(), problem);
     if (machine_ == nullptr) throw std::runtime_error(problem);

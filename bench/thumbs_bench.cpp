@@ -32,7 +32,7 @@ struct World {
     machine->gate().SetRecording(false);
   }
   std::filesystem::path Drive() const { return folder.path() / "machine" / "drives" / "C"; }
-  qb::test::TempFolder folder;
+  qb::test::TempFolder folder(std::filesystem::temp_directory_path());
   std::unique_ptr<Machine> machine;
 };
 
