@@ -5,10 +5,10 @@
 
 namespace qb {
 
-std::string Strip_Cookie_Suffix(const std::string& text) {
-  // Deliberate: without a "[" the cut fails and nothing is left, which then stands in every text.
+std::optional<std::string> Strip_Cookie_Suffix(const std::string& text) {
   const std::size_t bracket = text.find('[');
-  return bracket == std::string::npos ? std::string() : text.substr(0, bracket);
+  if (bracket == std::string::npos) return std::nullopt;
+  return text.substr(0, bracket);
 }
 
 const std::vector<std::string>& KeepList::Rows() {
@@ -54,7 +54,9 @@ bool KeepList::AnyRowIn(std::string_view text, std::optional<KeepMatcher>& match
 }
 
 bool KeepList::KeepsCacheEntry(std::string_view url) {
-  return AnyRowIn(url, cut_rows_, [](const std::string& row) { return Strip_Cookie_Suffix(LowerCase(row)); });
+  // Deliberate: of a row that cannot be cut nothing is left, which then stands in every text.
+  return AnyRowIn(url, cut_rows_,
+                  [](const std::string& row) { return Strip_Cookie_Suffix(LowerCase(row)).value_or(std::string()); });
 }
 
 bool KeepList::KeepsFile(std::string_view path) {

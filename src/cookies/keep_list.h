@@ -14,8 +14,8 @@
 
 namespace qb {
 
-// The text before the first "["; nothing for a text without one.
-std::string Strip_Cookie_Suffix(const std::string& text);
+// The text before the first "["; a text without one cannot be cut, which is an error that callers step over.
+std::optional<std::string> Strip_Cookie_Suffix(const std::string& text);
 
 class KeepList {
  public:

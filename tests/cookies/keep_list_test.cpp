@@ -64,6 +64,14 @@ TEST(KeepList, AnyFileGivesItsRowsAndTheyAreKept) {
   }
 }
 
+// An error prints nothing, not even an empty line.
+TEST(KeepList, ARowWithoutABracketCannotBeCut) {
+  Rehearsal rehearsal;
+  EXPECT_EQ(rehearsal.Play("start\ndo Strip_Cookie_Suffix shop\ndo Strip_Cookie_Suffix shop[1]\n"
+                           "do Strip_Cookie_Suffix [1]\n"),
+            (Lines{"shop", ""}));
+}
+
 TEST(KeepList, ItsStoredCountIsTheNumberOfRowsWhateverTheirNumber) {
   std::string bytes;
   for (int i = 0; i < 40000; ++i) bytes += "row" + std::to_string(i) + "\r\n";
