@@ -20,23 +20,7 @@ constexpr std::string_view kClasses[] = {"IE_droplist",  "IE_cookies",     "IE_a
 
 // Traces of these classes, each of which counts 1. The helper is at work for some pumps.
 std::string Prepare() {
-  const std::string microsoft = "reg add \"HKCU\\Software\\Microsoft\\";
-  std::string script =
-      microsoft + "Internet Explorer\\TypedURLs\" url1 sz a\n" +            //
-      microsoft + "Internet Explorer\\TypedURLs\" url2 sz a\n" +            //
-      microsoft + "Internet Explorer\\TypedURLsX\" url1 sz a\n" +           //
-      microsoft + "Windows\\CurrentVersion\\Explorer\\RunMRU\" a sz b\n" +  //
-      microsoft + "Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\doc\" a sz b\n" + microsoft +
-      "Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\doc\" b sz b\n" + microsoft +
-      "Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\xls\" a sz b\n" + microsoft +
-      "Protected Storage System Provider\\user\\Data\\Q:StringData\" a sz b\n" +
-      "file C:\\WINDOWS\\TEMP\\a.tmp x\nfile C:\\WINDOWS\\TEMP\\b.tmp x\n"
-      "file \"C:\\WINDOWS\\Application Data\\Microsoft\\Office\\Recent\\letter.lnk\" x\n"
-      "outside Ashbrine.exe 0 3\n" +
-      test::Files(test::places::kRoaming + "\\Microsoft\\Windows\\Cookies", {"user@shop.txt", "user@news.txt"});
-  for (const char* host : {"shop", "news", "bank"}) {
-    script += "cache add Cookie:user@" + std::string(host) + ".example/ 0x100001\n";
-  }
+  std::string script = test::ScriptPart("exits");
   for (std::string_view key : kClasses)
     script += "reg add " + test::places::kStore + " " + std::string(key) + " sz 1\n";
   return script;

@@ -1,7 +1,6 @@
 // Whole runs over a used computer: the traces go, and nothing else changes, whatever fails on the way.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <random>
 
 #include "tests/support/browser_traces.h"
@@ -15,43 +14,6 @@ using test::Differences;
 using test::Rehearsal;
 using test::Snapshot;
 using test::TakeSnapshot;
-
-constexpr const char* kTraces =
-    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU a sz cmd\n"
-    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU b sz regedit\n"
-    "reg add HKCU\\Software\\Microsoft\\MediaPlayer\\Player\\RecentURLList URL0 sz http://radio.example\n"
-    "reg add HKCU\\Software\\Microsoft\\MediaPlayer\\Player\\RecentFileList File0 sz C:\\film.avi\n"
-    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\doc a sz x\n"
-    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\* a sz x\n"
-    "file C:\\WINDOWS\\wmplibrary_v_0_12.db size 100\n"
-    "file C:\\FILE0001.CHK size 64\n"
-    "file C:\\file0002.chk size 64\n"
-    "file C:\\WINDOWS\\TEMP\\a.tmp size 5000\n"
-    "file C:\\WINDOWS\\TEMP\\sub\\deep\\b.tmp size 10\n"
-    "file C:\\WINDOWS\\TEMP\\sub\\read-only.tmp size 10\n"
-    "attrib C:\\WINDOWS\\TEMP\\sub\\read-only.tmp +r +h +s\n"
-    "file \"C:\\WINDOWS\\TEMP\\\xc3\x84rger mit. Punkten.tmp\" size 1\n"
-    "file \"C:\\WINDOWS\\Application Data\\Microsoft\\Office\\Recent\\letter.lnk\" size 3\n"
-    "file C:\\bin.txt gone\n"
-    "discard C:\\bin.txt\n";
-
-constexpr const char* kNeighbours =
-    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRUX a sz cmd\n"
-    "reg add HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\pdf a sz x\n"
-    "reg add HKLM\\Software\\Microsoft\\MediaPlayer\\Player\\RecentURLList URL0 sz other-root\n"
-    "file C:\\FILE0001.CHKX keep\n"
-    "file C:\\XFILE.CHK keep\n"
-    "file C:\\hidden\\FILE0001.CHK keep\n"
-    "file C:\\FILEHID.CHK keep\n"
-    "attrib C:\\FILEHID.CHK +h\n"
-    "file C:\\TEMP\\mine.txt keep\n"
-    "file C:\\WINDOWS\\TEMPX\\mine.txt keep\n"
-    "file C:\\WINDOWS\\win.ini keep\n"
-    "file C:\\autoexec.txt keep\n"
-    "file \"C:\\Program Files\\Quillbarrow\\Local Settings\\Temp\\mine.txt\" keep\n"
-    "file C:\\Users\\user\\Documents\\letter.doc keep\n"
-    "file C:\\Users\\user\\Documents\\sub\\letter2.doc keep\n"
-    "link C:\\WINDOWS\\TEMP\\sub\\documents C:\\Users\\user\\Documents\n";
 
 // Where a run of the Windows tab may change something; the last rows are the program's own.
 const std::vector<std::string> kMayChange = {
@@ -78,8 +40,12 @@ constexpr const char* kRun =
 
 constexpr std::size_t kLinesOfTheRun = 11;
 
+std::string UsedComputer() {
+  return test::ScriptPart("windows_traces") + test::ScriptPart("windows_neighbours");
+}
+
 Snapshot Prepare(Rehearsal& rehearsal) {
-  rehearsal.Play(std::string(kTraces) + kNeighbours);
+  rehearsal.Play(UsedComputer());
   return TakeSnapshot(rehearsal.machine());
 }
 
@@ -121,7 +87,7 @@ struct FaultStory {
 };
 
 std::vector<FaultStory> FaultStories() {
-  const std::string prepare = std::string(kTraces) + kNeighbours;
+  const std::string prepare = UsedComputer();
   std::vector<FaultStory> stories = {{"Start", prepare, "", std::string("start\n") + kRun, kMayChange},
                                      {"Windows", prepare, "start\n", kRun, kMayChange}};
   for (const test::BrowserTab& tab : test::BrowserTabs()) {

@@ -183,48 +183,6 @@ TEST(RunLines, AnUnattendedRunOfEveryKey) {
                          kProtected}));
 }
 
-TEST(RunLines, RunsThatStopOrSelectNothing) {
-  struct Case {
-    const char* what;
-    std::string script;
-    Lines lines;
-  };
-  const Case cases[] = {
-      {"nothing ticked",
-       "start\nclick cmdKILLALL\nexpect get lblJustKilled.Caption is \"History Traces Killed: 0\"\n"
-       "expect get SftTabs1.Tab is 0\nexpect get ManualRun is false\nlog\n",
-       {" - Searching...", " - ERROR: You must select which history traces you wish to kill!"}},
-      {"only AutoComplete: the work is done and counts as nothing selected",
-       "start\n" + Tick(0, {"chkIE_AutoComplete"}) + "click cmdKILLALL\nlog\n",
-       {" - Searching...", " - Killing Internet Explorer AutoComplete database... success!",
-        " - ERROR: You must select which history traces you wish to kill!"}},
-      {"AOL without a folder stops this run and all later ones before the Windows boxes",
-       "start\n" + Tick(5, {"chkWin_AOL"}) + Tick(4, {"chkWin_StartRun"}) +
-           "click cmdKILLALL\nexpect get RunStopped is true\nexpect get ManualRun is true\n"
-           "expect get frmMain.cmdKILLALL.Enabled is true\nexpect forms has \"frmOptions visible\"\n"
-           "click cmdCancel\n" +
-           Tick(5, {}) + "untick chkWin_AOL\nclick cmdKILLALL\nlog\n",
-       {" - Searching...", " - Searching..."}},
-      {"Stealth: an unattended run writes nothing, a manual one does",
-       "reg add \"HKCU\\Software\\VB and VBA Program Settings\\Temp\\SystemData\" Stealth sz 1\n"
-       "reg add \"HKCU\\Software\\VB and VBA Program Settings\\Temp\\SystemData\" WIN_RecentDoc sz 1\n"
-       "start\ndo Do_Start_Up 2\nexpect log is\nexpect get HistoryRemoved is 1\n" +
-           Tick(4, {"chkWin_RecentDoc"}) + "click cmdKILLALL\nlog\n",
-       {" - Searching...", " - Killing Windows Recent Documents list... success!",
-        " - Successful!  Your privacy is protected."}},
-      {"Disable_AK ends an unattended run after its first line",
-       "reg add \"HKCU\\Software\\VB and VBA Program Settings\\Temp\\SystemData\" Disable_AK sz 1\n"
-       "reg add \"HKCU\\Software\\VB and VBA Program Settings\\Temp\\SystemData\" WIN_RecentDoc sz 1\n"
-       "start\ndo Do_Start_Up 2\nlog\n",
-       {" - Searching..."}},
-  };
-  for (const Case& c : cases) {
-    Rehearsal rehearsal;
-    EXPECT_EQ(rehearsal.Play(c.script), c.lines) << c.what;
-    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << c.what;
-  }
-}
-
 TEST(RunLines, EveryCodeHasItsLine) {
   const ThumbTotals none, some{7, 3, 2};
   for (int code = 1; code <= 54; ++code) EXPECT_EQ(LogText(code, none).substr(0, 3), " - ") << code;
