@@ -3,7 +3,10 @@
 namespace qb {
 
 void AutoKillInterval::Restart() {
-  const std::int32_t index = settings_.Number(Setting::AK_Timer);
+  Restart(settings_.Number(Setting::AK_Timer));
+}
+
+void AutoKillInterval::Restart(std::int32_t index) {
   const bool known = index >= 0 && static_cast<std::size_t>(index) < kIntervals.size();
   minutes_ = kIntervals[known ? static_cast<std::size_t>(index) : 0].minutes;
 }

@@ -33,6 +33,8 @@ class AutoKillInterval {
   std::int16_t Minutes() const { return minutes_; }
   // Begins the countdown anew, from the entry that AK_Timer names in memory; 15 minutes for one outside the list.
   void Restart();
+  // The same from an entry of the list that the user sees.
+  void Restart(std::int32_t index);
   // A minute has passed. True if it was the last; the countdown then waits for Restart.
   [[nodiscard]] bool MinutePassed() { return --minutes_ < 1; }
   // The timer ticks once a minute, or not at all.

@@ -27,7 +27,8 @@ WhenToKill::WhenToKill(Form& form, SettingBindings& bindings, AutoKillInterval& 
   bindings.Bind(Setting::AK_UseTimer, use_timer, {.set = [this, &bindings, &interval] {
                   const bool use = use_timer.Value() == 1;
                   if (use) {
-                    interval.Restart();
+                    // The other window's list may have moved what memory holds.
+                    interval.Restart(interval_list.ListIndex());
                     bindings.Save(Setting::AK_Timer);
                   }
                   interval.Enable(use);
