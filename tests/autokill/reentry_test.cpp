@@ -1,4 +1,5 @@
-// What comes in the middle of a run: the state afterwards is what the rules give, at whatever pump it came.
+// What comes in the middle of a run or while a modal window stands: the state afterwards is what the rules give, at
+// whatever pump it came.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,10 +12,13 @@ namespace {
 struct Story {
   std::string_view name, command;
   bool unattended;
+  std::string_view modal;  // the window that the command opens and leaves open; none: a run
 };
-// Each pumps more than 1,000 times; the unattended one spends the last 2,000 in its closing pause.
-constexpr Story kStories[] = {{"manual run", "click cmdKILLALL", false},
-                              {"unattended run", "do runAutoKill_AutoRun", true}};
+// Each run pumps more than 1,000 times; the unattended one spends the last 2,000 in its closing pause.
+constexpr Story kRuns[] = {{"manual run", "click cmdKILLALL", false, ""},
+                           {"unattended run", "do runAutoKill_AutoRun", true, ""}};
+constexpr Story kModalWindows[] = {{"modal wizard", "click autoKillsetup", false, "frmAutoKill"},
+                                   {"modal General Setup", "do Get_MSN8_Profile", false, "frmOptions"}};
 
 struct Event {
   std::string_view name;
@@ -39,8 +43,10 @@ const std::vector<Event>& Events() {
   return events;
 }
 
+// The event comes at that pump of a run, or inside the modal window.
 void Check(const Story& story, const Event& event, int pump) {
-  std::string script;
+  const std::string modal(story.modal);
+  std::string script = "reg add HKCU\\Software\\Microsoft\\MSN6 LastRunFrom sz C:\\MSN\n";
   for (const char* value : {"QBBuild", "WIN_StartRun", "WIN_RecentDoc"}) {
     script +=
         "reg add \"HKCU\\Software\\VB and VBA Program Settings\\Temp\\SystemData\" " + std::string(value) + " sz 1\n";
@@ -49,8 +55,14 @@ void Check(const Story& story, const Event& event, int pump) {
       "start\nchoose SftTabs1 4\ntick chkWin_All\nchoose SftTabs1 0\ntick chkIE_all\n"
       "window open IEFrame Page\nadvance 1s\n";
   // Those that are due in the same round come in this order.
-  for (const std::string& command : event.commands) script += "during " + std::to_string(pump) + " " + command + "\n";
-  script += "window open \"MSN6 Window\" Page\n" + std::string(story.command) + "\n";
+  const std::string moment = modal.empty() ? "during " + std::to_string(pump) + " " : "";
+  std::string events;
+  for (const std::string& command : event.commands) events += moment + command + "\n";
+  const std::string begin = "window open \"MSN6 Window\" Page\n" + std::string(story.command) + "\n";
+  script += modal.empty() ? events + begin : begin + "expect forms has \"" + modal + " visible\"\n" + events;
+  if (!modal.empty() && !event.ends) {
+    script += "expect forms has \"" + modal + " visible\"\nclose " + modal + "\nexpect forms lacks " + modal + "\n";
+  }
   if (event.ends) {
     script +=
         "expect running is no\nexpect hotkeys is\nexpect tray is \"no icon\"\nexpect windows lacks hidden\n"
@@ -72,15 +84,16 @@ void Check(const Story& story, const Event& event, int pump) {
   EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << where;
   if (event.ends) return;
   EXPECT_EQ(std::count(lines.begin(), lines.end(), " - Successful!  Your privacy is protected."),
-            1 + event.further_runs)
+            (modal.empty() ? 1 : 0) + event.further_runs)
       << where;
 }
 
 TEST(Reentry, LeavesTheStateOfTheRules) {
-  for (const Story& story : kStories) {
-    for (const Event& event : Events()) {
-      for (int pump : {1, 100, 1000}) Check(story, event, pump);
+  for (const Event& event : Events()) {
+    for (const Story& run : kRuns) {
+      for (int pump : {1, 100, 1000}) Check(run, event, pump);
     }
+    for (const Story& window : kModalWindows) Check(window, event, 0);
   }
 }
 

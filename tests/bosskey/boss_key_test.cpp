@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/support/rehearsal.h"
 
 namespace qb {
@@ -94,6 +96,22 @@ TEST(BossKey, HidesEachWindowByItsOwnSettingAlone) {
           << row.class_name << " \"" << row.title << "\" with " << off[round] << " off";
     }
   }
+}
+
+TEST(BossKey, HidesAndBringsBackThousandsOfWindows) {
+  constexpr int kPairs = 1000;
+  std::string script = "start\n";
+  for (int i = 0; i < kPairs; ++i) script += "window open Chrome_WidgetWin_1 Page\nwindow open Notepad Text\n";
+  test::Rehearsal rehearsal;
+  const std::vector<std::string> lines =
+      rehearsal.Play(script + "chord 1 32\nwindows\nwindow close #1\nwindow close #1001\nchord 1 32\nwindows\n");
+  ASSERT_EQ(lines.size(), 6U * kPairs - 2);  // the handles first
+  const auto hidden = [&](int from, int to) {
+    return std::count_if(lines.begin() + from, lines.begin() + to,
+                         [](const std::string& line) { return line.ends_with(" hidden"); });
+  };
+  EXPECT_EQ(hidden(2 * kPairs, 4 * kPairs), kPairs);
+  EXPECT_EQ(hidden(4 * kPairs, 6 * kPairs - 2), 0) << "two of them were closed meanwhile";
 }
 
 }  // namespace

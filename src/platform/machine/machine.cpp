@@ -159,7 +159,7 @@ class MachineImpl final : public Machine {
   mutable MachineState state_;
   UserFiles files_{state_};
   UserRegistry registry_{state_};
-  Operations operations_{state_, on_pump, on_wait};
+  Operations operations_{state_, on_pump, on_wait, on_box};
   HostFile folder_;
 };
 

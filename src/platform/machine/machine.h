@@ -82,6 +82,8 @@ class Machine {
   std::function<void()> on_pump;
   // Called by WaitMessage: something must happen now, or false is given and all loops end.
   std::function<bool()> on_wait;
+  // Called while a message box of the program stands, before it is answered.
+  std::function<void()> on_box;
 
   // --- the world; each gives false if what it names does not exist or cannot be done ---
   virtual void SetWindowsVersion(std::uint32_t major, std::uint32_t minor, std::uint32_t platform_id) = 0;

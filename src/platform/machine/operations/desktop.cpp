@@ -19,7 +19,7 @@ WindowHandle AsHandle(std::uint64_t window) {
 
 class MachineDesktop final : public Desktop {
  public:
-  explicit MachineDesktop(MachineState& state) : state_(state) {}
+  MachineDesktop(MachineState& state, std::function<void()>& on_box) : state_(state), on_box_(on_box) {}
 
   WindowHandle FindWindowA(std::optional<std::string_view> class_name, std::optional<std::string_view> title) override {
     return gate_.Call<"FindWindowA">(class_name, title).ReturnsValue([&] {
@@ -108,6 +108,7 @@ class MachineDesktop final : public Desktop {
 
   BoxAnswer MessageBoxA(WindowHandle owner, std::string_view text, std::string_view title,
                         std::uint32_t type) override {
+    if (on_box_) on_box_();
     return gate_.Call<"MessageBoxA">(owner, text, title, type).ReturnsValue([&] {
       ShownBox box{"information", std::string(title), std::string(text), "ok"};
       for (const BoxKind& row : kBoxKinds) {
@@ -137,12 +138,13 @@ class MachineDesktop final : public Desktop {
   MachineState& state_;
   Gate& gate_ = state_.gate;
   Windows& windows_ = state_.windows;
+  std::function<void()>& on_box_;
 };
 
 }  // namespace
 
-std::unique_ptr<Desktop> MakeDesktop(MachineState& state) {
-  return std::make_unique<MachineDesktop>(state);
+std::unique_ptr<Desktop> MakeDesktop(MachineState& state, std::function<void()>& on_box) {
+  return std::make_unique<MachineDesktop>(state, on_box);
 }
 
 }  // namespace qb::machine

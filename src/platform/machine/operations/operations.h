@@ -10,7 +10,7 @@
 namespace qb::machine {
 
 std::unique_ptr<Com> MakeCom(MachineState& state);
-std::unique_ptr<Desktop> MakeDesktop(MachineState& state);
+std::unique_ptr<Desktop> MakeDesktop(MachineState& state, std::function<void()>& on_box);
 std::unique_ptr<Files> MakeFiles(MachineState& state);
 std::unique_ptr<HotKeysAndTray> MakeHotKeysAndTray(MachineState& state);
 std::unique_ptr<KeySecurity> MakeKeySecurity(MachineState& state);
@@ -25,13 +25,14 @@ std::unique_ptr<UrlCache> MakeUrlCache(MachineState& state);
 
 class Operations {
  public:
-  Operations(MachineState& state, std::function<void()>& on_pump, std::function<bool()>& on_wait)
+  Operations(MachineState& state, std::function<void()>& on_pump, std::function<bool()>& on_wait,
+             std::function<void()>& on_box)
       : registry_(MakeRegistry(state)),
         files_(MakeFiles(state)),
         shell_(MakeShell(state)),
         system_(MakeSystem(state)),
         processes_(MakeProcesses(state)),
-        desktop_(MakeDesktop(state)),
+        desktop_(MakeDesktop(state, on_box)),
         hot_keys_and_tray_(MakeHotKeysAndTray(state)),
         pump_(MakePump(state, on_pump, on_wait)),
         random_source_(MakeRandomSource(state)),
