@@ -26,6 +26,7 @@ AutoKillPage::AutoKillPage(Form& form, Settings& settings, AutoKillInterval& int
       what_(form, "lblAutoKillNote", "Auto-Kill takes its own stored selection of traces, not the boxes of the tabs."),
       show_note_(form, "lblStealthNote", "The log is not written while Auto-Kill runs hidden."),
       when_frame_(form, "frameAK_When", "When to Kill:"),
+      what_frame_(form, "frameAK_What", "What to Kill:"),
       show_frame_(form, "frameAK_Show", "What to show when Killing:"),
       when_(form, bindings_, interval, {"Auto-Kill on Last Browser Window close", &IntervalEntry::text}),
       do_not_auto_kill_(form, "chk_DoNotAutoKill", "Disable Auto-Kill (Not Recommended)"),
@@ -52,7 +53,7 @@ Layout AutoKillPage::Arrangement() {
                Row({Group(when_frame_, {when_.last_window_closed, when_.windows_start,
                                         Row({when_.use_timer, when_.interval_list}), do_not_auto_kill_}),
                     Group(show_frame_, {stealth_off_, stealth_on_, hide_icon_, show_note_})}),
-               what_, Row({cmdAutoKillDetails, lblTestAutoKill})});
+               Group(what_frame_, {what_, Row({cmdAutoKillDetails, lblTestAutoKill})})});
 }
 
 void AutoKillPage::LoadFromSettings() {

@@ -30,7 +30,7 @@ class AutoKillPage {
 
   HeadingLabel heading_;
   Label what_, show_note_;
-  Frame when_frame_, show_frame_;
+  Frame when_frame_, what_frame_, show_frame_;
   WhenToKill when_;
   CheckBox do_not_auto_kill_, hide_icon_;
   OptionButton stealth_on_, stealth_off_;
