@@ -5,6 +5,7 @@
 #include "cookies/keep_file.h"
 #include "cookies/keep_matcher.h"
 #include "environment/windows_folders.h"
+#include "platform/utf16.h"
 #include "tests/fuzz/opened_machine.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -21,7 +22,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   qb::test::Require(qb::LoadKeepFile(channels, path, rows));
   std::size_t total = 0;
   for (const std::string& row : rows) {
-    total += row.size();
+    total += qb::Utf16Length(row);  // a byte of the code page is one character, of up to three bytes
     qb::test::Require(row.find_first_of("\r\n,") == std::string::npos);
   }
   qb::test::Require(total <= size);
