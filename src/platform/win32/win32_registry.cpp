@@ -66,39 +66,35 @@ LSTATUS ReadStored(std::vector<BYTE>& stored, Call call) {
   }
 }
 
+// The key that a call opens or makes at a path below another.
+template <typename Call>
+Result<KeyHandle> OpenedBy(std::string_view sub_key, Call call) {
+  auto path = NativeText(sub_key);
+  if (!path.ok()) return path.error;
+  HKEY opened = nullptr;
+  const LSTATUS status = call(path.value.c_str(), &opened);
+  return Opened(status, opened);
+}
+
 }  // namespace
 
 Result<KeyHandle> Win32Registry::RegOpenKeyA(KeyHandle key, std::string_view sub_key) {
-  auto path = NativeText(sub_key);
-  if (!path.ok()) return path.error;
-  HKEY opened = nullptr;
-  const LSTATUS status = ::RegOpenKeyW(Unwrap(key), path.value.c_str(), &opened);
-  return Opened(status, opened);
+  return OpenedBy(sub_key, [&](auto path, auto opened) { return ::RegOpenKeyW(Unwrap(key), path, opened); });
 }
 
 Result<KeyHandle> Win32Registry::RegOpenKeyExA(KeyHandle key, std::string_view sub_key, std::uint32_t access) {
-  auto path = NativeText(sub_key);
-  if (!path.ok()) return path.error;
-  HKEY opened = nullptr;
-  const LSTATUS status = ::RegOpenKeyExW(Unwrap(key), path.value.c_str(), 0, access, &opened);
-  return Opened(status, opened);
+  return OpenedBy(sub_key,
+                  [&](auto path, auto opened) { return ::RegOpenKeyExW(Unwrap(key), path, 0, access, opened); });
 }
 
 Result<KeyHandle> Win32Registry::RegCreateKeyA(KeyHandle key, std::string_view sub_key) {
-  auto path = NativeText(sub_key);
-  if (!path.ok()) return path.error;
-  HKEY opened = nullptr;
-  const LSTATUS status = ::RegCreateKeyW(Unwrap(key), path.value.c_str(), &opened);
-  return Opened(status, opened);
+  return OpenedBy(sub_key, [&](auto path, auto opened) { return ::RegCreateKeyW(Unwrap(key), path, opened); });
 }
 
 Result<KeyHandle> Win32Registry::RegCreateKeyExA(KeyHandle key, std::string_view sub_key, std::uint32_t access) {
-  auto path = NativeText(sub_key);
-  if (!path.ok()) return path.error;
-  HKEY opened = nullptr;
-  const LSTATUS status = ::RegCreateKeyExW(Unwrap(key), path.value.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, access,
-                                           nullptr, &opened, nullptr);
-  return Opened(status, opened);
+  return OpenedBy(sub_key, [&](auto path, auto opened) {
+    return ::RegCreateKeyExW(Unwrap(key), path, 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr, opened, nullptr);
+  });
 }
 
 Error Win32Registry::RegCloseKey(KeyHandle key) {

@@ -57,7 +57,17 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   int TextWidth(const std::string& text) const { return metrics_->TextExtent(text).width; }
 
  private:
-  class OwnChange;
+  // While one stands, what happens to the window is the program's doing and no news for the form.
+  class OwnChange {
+   public:
+    explicit OwnChange(NativeForm& form) : form_(form) { ++form_.own_changes_; }
+    ~OwnChange() { --form_.own_changes_; }
+    OwnChange(const OwnChange&) = delete;
+    OwnChange& operator=(const OwnChange&) = delete;
+
+   private:
+    NativeForm& form_;
+  };
 
   static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam);
