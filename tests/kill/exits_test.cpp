@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "tests/support/browser_traces.h"
 #include "tests/support/rehearsal.h"
 #include "tests/support/snapshot.h"
+#include "tests/support/tab_traces.h"
 
 namespace qb {
 namespace {

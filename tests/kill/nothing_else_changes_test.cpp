@@ -3,9 +3,9 @@
 
 #include <random>
 
-#include "tests/support/browser_traces.h"
 #include "tests/support/rehearsal.h"
 #include "tests/support/snapshot.h"
+#include "tests/support/tab_traces.h"
 
 namespace qb {
 namespace {
@@ -15,70 +15,6 @@ using test::Rehearsal;
 using test::Snapshot;
 using test::TakeSnapshot;
 
-// Where a run of the Windows tab may change something; the last rows are the program's own.
-const std::vector<std::string> kMayChange = {
-    "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU",
-    "HKCU\\Software\\Microsoft\\MediaPlayer\\Player\\RecentURLList",
-    "HKCU\\Software\\Microsoft\\MediaPlayer\\Player\\RecentFileList",
-    "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\doc",
-    "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\*\\",
-    "C:\\WINDOWS\\wmplibrary_v_0_12.db",
-    "C:\\FILE0001.CHK",
-    "C:\\file0002.chk",
-    "C:\\WINDOWS\\TEMP",
-    "C:\\WINDOWS\\Application Data\\Microsoft\\Office\\Recent",
-    "C:\\$Recycle.Bin",
-    "C:\\Users\\user\\AppData\\Local\\Quillbarrow",
-    "HKCU\\Software\\VB and VBA Program Settings\\",
-    "HKCU\\Software\\VB and VBA Program Settings",
-    "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Run",
-};
-
-constexpr const char* kRun =
-    "choose SftTabs1 4\ntick chkWin_All\n"
-    "click cmdKILLALL\nlog\n";
-
-constexpr std::size_t kLinesOfTheRun = 11;
-
-std::string UsedComputer() {
-  return test::ScriptPart("windows_traces") + test::ScriptPart("windows_neighbours");
-}
-
-Snapshot Prepare(Rehearsal& rehearsal) {
-  rehearsal.Play(UsedComputer());
-  return TakeSnapshot(rehearsal.machine());
-}
-
-TEST(NothingElseChanges, TheTracesGoAndTheFoldersStay) {
-  Rehearsal rehearsal;
-  const Snapshot before = Prepare(rehearsal);
-  rehearsal.Reopen();
-  rehearsal.Play(std::string("start\n") + kRun +
-                 // 2 + 1 and 1 + 1 values and the player file, 1 recent list, 2 fragments, temp: a.tmp, sub, deep,
-                 // b.tmp, read-only.tmp, the junction, the name with an umlaut; office: 1 file and 2 values.
-                 "expect get HistoryRemoved is 18\n"
-                 "expect recycle is 0\n"
-                 "expect files C:\\WINDOWS\\TEMP is sub\\ sub\\deep\\ sub\\documents\\\n"
-                 "expect exists C:\\WINDOWS\\TEMP\\sub\\documents is link\n"
-                 "expect exists C:\\FILE0001.CHK is no\n"
-                 "expect exists C:\\file0002.chk is no\n"
-                 "expect reg show HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU is (absent)\n");
-  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << rehearsal.printed();
-  EXPECT_EQ(Differences(before, TakeSnapshot(rehearsal.machine()), kMayChange), std::vector<std::string>());
-}
-
-TEST(NothingElseChanges, LockedFilesStayAndTheRunGoesOn) {
-  for (const char* locked : {"a.tmp", "sub\\deep\\b.tmp", "\xc3\x84rger mit. Punkten.tmp"}) {
-    Rehearsal rehearsal;
-    Prepare(rehearsal);
-    const std::string path = std::string("\"C:\\WINDOWS\\TEMP\\") + locked + "\"";
-    const auto lines = rehearsal.Play("lock " + path + "\nstart\n" + kRun + "expect exists " + path +
-                                      " is file\nexpect get HistoryRemoved is 18\n");
-    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << locked;
-    EXPECT_EQ(lines.size(), kLinesOfTheRun) << locked;
-  }
-}
-
 // A run during which operations fail, from the start of the program on or only from the run on.
 struct FaultStory {
   std::string name;
@@ -87,16 +23,19 @@ struct FaultStory {
 };
 
 std::vector<FaultStory> FaultStories() {
-  const std::string prepare = UsedComputer();
-  std::vector<FaultStory> stories = {{"Start", prepare, "", std::string("start\n") + kRun, kMayChange},
-                                     {"Windows", prepare, "start\n", kRun, kMayChange}};
-  for (const test::BrowserTab& tab : test::BrowserTabs()) {
+  std::vector<FaultStory> stories;
+  for (const test::TraceTab& tab : test::TraceTabs()) {
     std::string run = test::RunAll(tab) + "log\n";
-    run.erase(0, run.find('\n') + 1);
-    stories.push_back(
-        {"Tab" + std::to_string(tab.index), tab.traces + tab.neighbours, "start\n", run, test::MayChange(tab)});
+    std::vector<std::string> may_change = test::MayChange(tab);
     // When the version call fails it counts as Windows 95, which is told by this file what to delete.
-    stories.back().may_change.push_back("C:\\WINDOWS\\WININIT.INI");
+    may_change.push_back("C:\\WINDOWS\\WININIT.INI");
+    const std::string prepare = tab.traces + tab.neighbours;
+    if (tab.group == TraceGroup::Windows) {
+      may_change.push_back("C:\\WINDOWS\\TEMP");
+      stories.push_back({"Start", prepare, "", run, may_change});
+    }
+    run.erase(0, run.find('\n') + 1);
+    stories.push_back({"Tab" + std::to_string(tab.index), prepare, "start\n", run, may_change});
   }
   return stories;
 }

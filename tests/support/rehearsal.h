@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -16,11 +14,7 @@
 namespace qb::test {
 
 // A script of tests/scripts/parts, which several tests or variants of one play. Fails the test if there is none.
-inline std::string ScriptPart(const std::string& name) {
-  std::ifstream in(QUILLBARROW_SCRIPT_PARTS + name + ".rehearsal", std::ios::binary);
-  EXPECT_TRUE(in) << name;
-  return {std::istreambuf_iterator<char>(in), {}};
-}
+std::string ScriptPart(const std::string& name);
 
 class Rehearsal {
  public:

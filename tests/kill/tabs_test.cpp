@@ -1,4 +1,4 @@
-// Every class of the browser tabs on one machine: the traces go, the neighbours stay, the count is right.
+// Every class of the tabs on one machine: the traces go, the neighbours stay, the count is right.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -6,15 +6,13 @@
 #include <set>
 
 #include "runtime/text.h"
-#include "tests/support/browser_traces.h"
 #include "tests/support/rehearsal.h"
 #include "tests/support/snapshot.h"
+#include "tests/support/tab_traces.h"
 
 namespace qb {
 namespace {
 
-using test::BrowserTab;
-using test::BrowserTabs;
 using test::Differences;
 using test::ExpectTracesGone;
 using test::Files;
@@ -25,6 +23,8 @@ using test::RunAll;
 using test::Snapshot;
 using test::TakeSnapshot;
 using test::TraceFiles;
+using test::TraceTab;
+using test::TraceTabs;
 using namespace test::places;
 
 std::string Expect(const std::vector<std::string>& expectations) {
@@ -34,7 +34,7 @@ std::string Expect(const std::vector<std::string>& expectations) {
 }
 
 // Plays a run of the tab: its expectations hold, and nothing but the traces changes.
-void PlayRun(Rehearsal& rehearsal, const BrowserTab& tab, const std::string& script, const std::string& what) {
+void PlayRun(Rehearsal& rehearsal, const TraceTab& tab, const std::string& script, const std::string& what) {
   const Snapshot before = TakeSnapshot(rehearsal.machine());
   rehearsal.Play(script);
   EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << what << "\n" << rehearsal.printed();
@@ -42,21 +42,19 @@ void PlayRun(Rehearsal& rehearsal, const BrowserTab& tab, const std::string& scr
 }
 
 // One machine with the traces of all tabs: a run of one leaves those of the others.
-TEST(BrowserTabsTest, AllOfATabGoesAndTheNeighboursStay) {
+TEST(TabsTest, AllOfATabGoesAndTheNeighboursStay) {
   Rehearsal rehearsal;
-  for (const BrowserTab& tab : BrowserTabs()) rehearsal.Play(tab.traces + tab.neighbours);
-  for (const BrowserTab& tab : BrowserTabs()) {
+  for (const TraceTab& tab : TraceTabs()) rehearsal.Play(tab.traces + tab.neighbours);
+  for (const TraceTab& tab : TraceTabs()) {
     PlayRun(rehearsal, tab, RunAll(tab) + ExpectTracesGone(tab) + Expect(tab.expectations),
             std::string(RowOf(tab.group).all_box));
   }
 }
 
-TEST(BrowserTabsTest, AnUnattendedRunRemovesTheSame) {
-  for (const BrowserTab& tab : BrowserTabs()) {
+TEST(TabsTest, AnUnattendedRunRemovesTheSame) {
+  for (const TraceTab& tab : TraceTabs()) {
     Rehearsal rehearsal;
-    std::string selection =
-        "file \"C:\\Program Files\\Safari\\Safari.exe\" MZ\n"
-        "file \"C:\\Program Files\\Google\\Chrome\\Application\\chrome.exe\" MZ\n";
+    std::string selection = test::kInstalled;
     for (const TraceClass& row : ClassesOf(tab.group)) {
       if (!row.key.empty()) selection += "reg add " + kStore + " " + std::string(row.key) + " sz 1\n";
     }
@@ -68,14 +66,36 @@ TEST(BrowserTabsTest, AnUnattendedRunRemovesTheSame) {
   }
 }
 
+// The boxes that have no key are none of its row, and a single box does not act back.
+TEST(TabsTest, AnAllBoxSetsTheBoxesOfItsTab) {
+  std::string script = "start\n";
+  for (const TraceTab& tab : TraceTabs()) {
+    const std::string all(RowOf(tab.group).all_box), first(ClassesOf(tab.group).front().box);
+    const auto expect = [&](bool ticked) {
+      for (const TraceClass& row : TraceClasses()) {
+        const bool set = ticked && row.group == tab.group && !row.key.empty();
+        script += "expect get " + std::string(row.box) + ".Value is " + (set ? "1\n" : "0\n");
+      }
+    };
+    script += "choose SftTabs1 " + std::to_string(tab.index) + "\ntick " + all + "\n";
+    expect(true);
+    script += "untick " + first + "\nexpect get " + all + ".Value is 1\nuntick " + all + "\n";
+    expect(false);
+    script += "tick " + first + "\nexpect get " + all + ".Value is 0\nuntick " + first + "\n";
+  }
+  Rehearsal rehearsal;
+  rehearsal.Play(script);
+  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << rehearsal.printed();
+}
+
 std::string ParentOf(const std::string& path) {
   return path.substr(0, path.find_last_of('\\'));
 }
 
 // Browsers write their names in other cases than the tables. Only ".txt" of a cookie file counts in small letters.
-TEST(BrowserTabsTest, CapitalsAndSmallLettersAreTheSame) {
+TEST(TabsTest, CapitalsAndSmallLettersAreTheSame) {
   for (std::string (*change)(std::string_view) : {&UpperCase, &LowerCase}) {
-    for (const BrowserTab& tab : BrowserTabs()) {
+    for (const TraceTab& tab : TraceTabs()) {
       std::string traces = tab.traces;
       for (const char* command : {"file", "reg add", "cache add"}) {
         for (const std::string& word : FirstWords(tab.traces, command)) {
@@ -95,8 +115,8 @@ TEST(BrowserTabsTest, CapitalsAndSmallLettersAreTheSame) {
 
 // Windows XP keeps them below Local Settings, and so does, for this program, what reports itself as newer than
 // Windows 7.
-TEST(BrowserTabsTest, TheLayoutOfWindowsXp) {
-  for (BrowserTab tab : BrowserTabs()) {
+TEST(TabsTest, TheLayoutOfWindowsXp) {
+  for (TraceTab tab : TraceTabs()) {
     for (std::string* script : {&tab.traces, &tab.neighbours}) {
       for (const std::string moved : {"\\Google\\Chrome", "\\Microsoft\\Internet Explorer"}) {
         const std::string now = kLocal + moved;
@@ -112,8 +132,8 @@ TEST(BrowserTabsTest, TheLayoutOfWindowsXp) {
 }
 
 // A file that another program holds stays, and keeps nothing beside or behind it from going.
-TEST(BrowserTabsTest, AHeldFileInTheFirstAMiddleAndTheLastPlace) {
-  for (const BrowserTab& tab : BrowserTabs()) {
+TEST(TabsTest, AHeldFileInTheFirstAMiddleAndTheLastPlace) {
+  for (const TraceTab& tab : TraceTabs()) {
     const std::vector<std::string> files = TraceFiles(tab);
     std::map<std::string, std::vector<std::string>> by_folder;
     for (const std::string& path : files) by_folder[ParentOf(path)].push_back(path);
@@ -137,7 +157,7 @@ TEST(BrowserTabsTest, AHeldFileInTheFirstAMiddleAndTheLastPlace) {
 }
 
 // profiles.ini is text from outside: whatever it says, nothing outside of the profile folders goes.
-TEST(BrowserTabsTest, ProfilesIniThatPointsElsewhere) {
+TEST(TabsTest, ProfilesIniThatPointsElsewhere) {
   const std::string bytes[] = {
       "",
       "[Profile0]\r\n",
@@ -161,7 +181,7 @@ TEST(BrowserTabsTest, ProfilesIniThatPointsElsewhere) {
 }
 
 // A path that climbs and comes back names a profile like any other.
-TEST(BrowserTabsTest, ProfilesIniThatClimbsAndComesBack) {
+TEST(TabsTest, ProfilesIniThatClimbsAndComesBack) {
   const struct {
     const char* path;
     bool goes;

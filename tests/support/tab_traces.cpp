@@ -1,6 +1,8 @@
-#include "tests/support/browser_traces.h"
+#include "tests/support/tab_traces.h"
 
 #include <sstream>
+
+#include "tests/support/rehearsal.h"
 
 namespace qb::test {
 
@@ -17,6 +19,10 @@ const std::vector<std::string> kOwnPlaces = {
     "C:\\Users\\user\\AppData\\Local\\Quillbarrow", "C:\\Users\\user\\Local Settings\\Application Data\\Quillbarrow",
     "HKCU\\Software\\VB and VBA Program Settings\\", "HKCU\\Software\\VB and VBA Program Settings",
     "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
+
+const std::string kInstalled =
+    "file \"C:\\Program Files\\Safari\\Safari.exe\" MZ\n"
+    "file \"C:\\Program Files\\Google\\Chrome\\Application\\chrome.exe\" MZ\n";
 
 std::string Files(const std::string& folder, std::initializer_list<const char*> names) {
   std::string script;
@@ -45,12 +51,86 @@ const std::string kProfilesIni = "file " + kRoaming +
                                  "\\Mozilla\\Firefox\\profiles.ini hex "
                                  "5B50726F66696C65305D0D0A506174683D50726F66696C65732F6162632E64656661756C740D0A\n";
 
+const std::map<std::string, Parts> kTracesOf = {
+    {"chkNS_droplist", {"\\localstore.rdf", "\\localstore-safe.rdf"}},
+    {"chkNS_history",
+     {"\\netscape.hst", "\\history.dat", "\\places.sqlite-journal", "\\places.sqlite-stmtjrnl", "\\places.sqlite",
+      "\\content-prefs.sqlite", "\\search.rdf", "\\search.dat", "\\search.sqlite"}},
+    {"chkNS_cache", {"\\Temp\\*", "default\\Cache\\*", "\\cache2\\*"}},
+    {"chkNS_cookies", {"\\cookies.txt", "\\cookies.sqlite"}},
+    {"chkNS_AutoComplete",
+     {"\\formhistory.dat", "\\formhistory.sqlite", "\\signons.txt", "\\signons2.txt", "\\signons3.txt",
+      "\\signons.sqlite"}},
+    {"chkNS_DownloadList", {"\\downloads.rdf", "\\downloads.sqlite"}},
+    {"chkNS_JumpListIcons", {"\\jumpListCache\\*", "\\OfflineCache\\*", "\\startupCache\\*", "\\thumbnails\\*"}},
+    {"chkNS_SessionData", {"\\sessionstore.js", "\\sessionstore.bak"}},
+
+    {"chkChrome_VisitedLinks", {"\\Visited Links"}},
+    // The index files of the default profile stay, and the top sites go along.
+    {"chkChrome_HistoryFiles",
+     {"\\History", "\\History-journal", "\\History Provider Cache", "\\Network Action Predictor", "\\Top Sites",
+      "\\Top Sites-journal", "Profile 0\\History Index*", "Profile 1\\History Index*"}},
+    {"chkChrome_Cache", {"\\Cache\\*", "\\Media Cache\\*"}},
+    {"chkChrome_Cookies", {"\\Cookies", "\\Cookies-journal"}},
+    {"chkChrome_AutoComplete", {"\\Web Data", "\\Login Data"}},
+    {"chkChrome_ArchivedHistoryFile", {"\\Archived History", "\\Archived History-journal", "Default\\History Index*"}},
+    {"chkChrome_Thumbnails", {"\\Thumbnails"}},
+    {"chkChrome_HTML5", {"\\Local Storage\\*"}},
+    {"chkChrome_JumpListIcons", {"\\JumpListIcons\\*", "\\JumpListIconsOld\\*"}},
+    {"chkChrome_SessionData", {"\\Last Session", "\\Last Tabs", "\\Current Session", "\\Current Tabs"}},
+    {"chkChrome_FlashCookies", {"\\#SharedObjects\\*", "\\databases\\*"}},
+
+    {"chkSafari_HistoryFiles", {"\\History.plist", "\\History\\*"}},
+    {"chkSafari_Cache", {"\\Cache.db"}},
+    {"chkSafari_Cookies", {"\\Cookies.plist", "\\Cookies.binarycookies"}},
+    {"chkSafari_Downloads", {"\\Downloads.plist"}},
+    {"chkSafari_AutoComplete", {"\\Form Values.plist"}},
+    {"chkSafari_Thumbnails", {"\\WebpageIcons.db"}},
+    {"chkSafari_TopSites", {"\\TopSites.plist", "\\PubSub\\Feeds\\*"}},
+    {"chkSafari_HTML5", {"\\LocalStorage\\*"}},
+    {"chkSafari_SessionData", {"\\LastSession.plist"}},
+
+    {"chkWin_AOLhistory", {}},
+    {"chkWin_AOLdatabase", {"\\CACHE\\*"}},
+    {"chkWin_AOLcookies", {}},
+    {"chkWin_AOL", {".ARL", ".arl", ".aut"}},
+
+    {"chkIE_droplist", {"\\TypedURLs", "\\TypedURLsX", "\\Typed Urls"}},
+    {"chkIE_history", {}},
+    {"chkIE_cache", {}},
+    {"chkIE_cookies", {".txt"}},
+    {"chkIE_AutoComplete", {"\\e161255a\\*"}},
+    {"chkIE_IndexDat", {}},
+    {"chkIE_Recovery", {"\\Recovery\\*"}},
+    {"chkIE_Google", {"\\1.1\\History", "\\Local Search History\\*"}},
+    {"chkIE_SearchHistory", {"\\ACMru\\*"}},
+    {"chkIE_MSEdge", {}},
+
+    {"chkWin_StartRun", {"\\RunMRU"}},
+    {"chkWin_RecentDoc", {}},
+    {"chkWin_CacheIndexDat", {}},
+    {"chkWin_CookiesIndexDat", {}},
+    {"chkWin_MediaPlayer", {"\\RecentURLList", "\\RecentFileList", "\\wmplibrary_v_0_12.db", "\\ActivePlaylist.dat"}},
+    {"chkWin_RecycleBin", {}},
+    {"chkWin_FileFrag", {".CHK", ".chk"}},
+    {"chkWin_WindowsTemp", {"\\TEMP\\*", "\\Local Settings\\Temp\\*"}},
+    {"chkWin_MSOfficeRecent", {"\\Recent\\*", "\\OpenSaveMRU\\*"}},
+};
+
+// The files that the classes of a group go by their names.
+std::string NamedFiles(const std::string& folder, TraceGroup group) {
+  std::string script;
+  for (const TraceClass& row : ClassesOf(group)) {
+    for (const std::string& part : kTracesOf.at(std::string(row.box))) {
+      if (part.back() != '*') script += Files(folder, {part.c_str() + 1});
+    }
+  }
+  return script;
+}
+
 // Every file that a Chrome profile is rid of by its name, and one file in each folder that is emptied.
 std::string ChromeProfile(const std::string& folder) {
-  return Files(folder, {"Visited Links", "History", "History-journal", "History Provider Cache",
-                        "Network Action Predictor", "Top Sites", "Top Sites-journal", "Cookies", "Cookies-journal",
-                        "Web Data", "Login Data", "Archived History", "Archived History-journal", "Thumbnails",
-                        "Last Session", "Last Tabs", "Current Session", "Current Tabs"}) +
+  return NamedFiles(folder, TraceGroup::Chrome) +
          Files(folder, {"Cache\\f_1", "Media Cache\\f_2", "Local Storage\\s.db", "JumpListIcons\\1.ico",
                         "JumpListIconsOld\\2.ico", "databases\\d.db",
                         "Pepper Data\\Shockwave Flash\\WritableRoot\\#SharedObjects\\x.sol"});
@@ -58,7 +138,7 @@ std::string ChromeProfile(const std::string& folder) {
 
 }  // namespace
 
-std::vector<BrowserTab> BrowserTabs() {
+std::vector<TraceTab> TraceTabs() {
   const std::string chrome1 = kChrome + "Profile 1", chrome_default = kChrome + "Default";
   const std::string old_firefox =
       "C:\\Users\\user\\Local Settings\\Application Data\\Mozilla\\Firefox\\Profiles\\abc.default";
@@ -67,29 +147,7 @@ std::vector<BrowserTab> BrowserTabs() {
   return {
       {TraceGroup::Firefox,
        1,
-       kProfilesIni + Files(kFirefox, {"localstore.rdf",
-                                       "localstore-safe.rdf",
-                                       "netscape.hst",
-                                       "history.dat",
-                                       "places.sqlite",
-                                       "places.sqlite-journal",
-                                       "places.sqlite-stmtjrnl",
-                                       "content-prefs.sqlite",
-                                       "search.rdf",
-                                       "search.dat",
-                                       "search.sqlite",
-                                       "formhistory.dat",
-                                       "formhistory.sqlite",
-                                       "signons.txt",
-                                       "signons2.txt",
-                                       "signons3.txt",
-                                       "signons.sqlite",
-                                       "cookies.txt",
-                                       "cookies.sqlite",
-                                       "downloads.rdf",
-                                       "downloads.sqlite",
-                                       "sessionstore.js",
-                                       "sessionstore.bak"}) +
+       kProfilesIni + NamedFiles(kFirefox, TraceGroup::Firefox) +
            Files(kFirefox, {"Cache\\a", "Temp\\b", "Temp\\b2", "Temp\\b3"}) +
            Files(kFirefoxLocal, {"Cache\\c", "cache2\\entries\\d", "jumpListCache\\e.ico", "OfflineCache\\f",
                                  "startupCache\\g", "thumbnails\\h.png"}) +
@@ -172,7 +230,22 @@ std::vector<BrowserTab> BrowserTabs() {
        {"cache is no-normal-bit", "reg show \"" + kProtected + "\\S-1\\Data\\e161255a\" is QX\\",
         "files " + kCookies + " is low\\ low\\a.txt user@shop[1].dat"},
        {}},
+      {TraceGroup::Windows,
+       4,
+       ScriptPart("windows_traces"),
+       ScriptPart("windows_neighbours"),
+       // Lists: 2, 2 + 1, 1 to 7 values. The player's 2 files, the recent list, 2 fragments; temp: a.tmp, sub, deep,
+       // b.tmp, read-only.tmp, the junction, the name with an umlaut; 2 in the user's own; office: 1 file.
+       2 + 3 + 28 + 2 + 1 + 2 + 7 + 2 + 1,
+       {"recycle is 0", "calls SHAddToRecentDocs is \"SHAddToRecentDocs(2, null) = \"",
+        "files C:\\WINDOWS\\TEMP is sub\\ sub\\deep\\ sub\\documents\\",
+        "exists C:\\WINDOWS\\TEMP\\sub\\documents is link"},
+       {"C:\\WINDOWS", "C:\\WINDOWS\\Application Data\\Microsoft\\Media Player"}},
   };
+}
+
+const std::map<std::string, Parts>& TracesOf() {
+  return kTracesOf;
 }
 
 std::vector<std::string> FirstWords(const std::string& script, const std::string& command) {
@@ -186,33 +259,33 @@ std::vector<std::string> FirstWords(const std::string& script, const std::string
   return words;
 }
 
-std::vector<std::string> TraceFiles(const BrowserTab& tab) {
+std::vector<std::string> TraceFiles(const TraceTab& tab) {
   std::vector<std::string> files = FirstWords(tab.traces, "file");
   std::erase_if(files, [](const std::string& path) { return path.ends_with("profiles.ini"); });
   return files;
 }
 
-std::vector<std::string> TraceKeys(const BrowserTab& tab) {
+std::vector<std::string> TraceKeys(const TraceTab& tab) {
   std::vector<std::string> keys = FirstWords(tab.traces, "reg add");
   std::erase_if(keys, [](const std::string& key) { return kStore.find(key) != std::string::npos; });
   return keys;
 }
 
-std::vector<std::string> MayChange(const BrowserTab& tab) {
+std::vector<std::string> MayChange(const TraceTab& tab) {
   std::vector<std::string> places = kOwnPlaces;
   for (const auto& traces : {TraceFiles(tab), TraceKeys(tab)})
     places.insert(places.end(), traces.begin(), traces.end());
   return places;
 }
 
-std::string ExpectTracesGone(const BrowserTab& tab) {
+std::string ExpectTracesGone(const TraceTab& tab) {
   std::string script = "expect get HistoryRemoved is " + std::to_string(static_cast<int>(tab.count)) + "\n";
   for (const std::string& path : TraceFiles(tab)) script += "expect exists \"" + path + "\" is no\n";
   for (const std::string& key : TraceKeys(tab)) script += "expect reg show \"" + key + "\" is (absent)\n";
   return script;
 }
 
-std::string RunAll(const BrowserTab& tab) {
+std::string RunAll(const TraceTab& tab) {
   return "start\nchoose SftTabs1 " + std::to_string(tab.index) + "\ntick " + std::string(RowOf(tab.group).all_box) +
          "\nclick cmdKILLALL\nexpect log has \" - Successful!  Your privacy is protected.\"\n";
 }
