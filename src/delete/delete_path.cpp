@@ -49,10 +49,7 @@ class ChannelCloser {
 }  // namespace
 
 RuntimeError DeletePath::Wipe_File(const std::string& path) {
-  auto attributes = platform_.files.GetFileAttributesA(path);
-  if (attributes.ok() && (attributes.value & kAttributeReparsePoint) != 0) {
-    return FromWindows(platform_.files.DeleteFileA(path));
-  }
+  if (IsLink(platform_.files, path)) return FromWindows(platform_.files.DeleteFileA(path));
   Random random(platform_.system.GetTickCount());
   const char fill = static_cast<char>(std::lround(random.Next()));
   if (auto error = channels_.Open(kWipeChannel, path, ChannelMode::Binary); !Ok(error)) return error;

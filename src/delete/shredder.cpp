@@ -4,6 +4,8 @@
 #include <limits>
 #include <optional>
 
+#include "runtime/folders.h"
+
 namespace qb {
 
 namespace {
@@ -64,19 +66,15 @@ void clsShredder::File_Shred() {
   if (Shred_Start) Shred_Start(p_Passes);
   pattern_ = 0;
   for (std::int32_t pass = 1; pass <= p_Passes; ++pass) {
-    if (IsLink()) return;
+    // A link has no length, so only a file that was exchanged for one since is one here: what it leads to is not
+    // written.
+    if (IsLink(platform_.files, p_SourceFile)) return;
     WritePass(blocks);
     if (Pass_Done) Pass_Done(pass);
     if (!PumpAndLive(platform_, life_)) return;
   }
   if (!Ok(platform_.files.DeleteFileA(p_SourceFile))) Delete_On_Reboot();
   if (Shred_End) Shred_End();
-}
-
-// A link has no length, so only a file that was exchanged for one since comes here: it is asked before each pass, and
-// what it leads to is not written.
-bool clsShredder::IsLink() const {
-  return (platform_.files.GetFileAttributesA(p_SourceFile).value_or(0) & kAttributeReparsePoint) != 0;
 }
 
 void clsShredder::WritePass(const Blocks& blocks) {

@@ -48,7 +48,6 @@ class clsShredder {
     std::string remainder;  // behind the whole blocks; may be empty
   };
 
-  bool IsLink() const;
   void WritePass(const Blocks& blocks);
   std::size_t NextPattern();
   std::string Random_Block(std::size_t count);

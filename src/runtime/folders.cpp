@@ -111,4 +111,8 @@ bool FileExists(Files& files, std::string_view path) {
   return attributes.ok() && (attributes.value & kAttributeDirectory) == 0;
 }
 
+bool IsLink(Files& files, std::string_view path) {
+  return (files.GetFileAttributesA(path).value_or(0) & kAttributeReparsePoint) != 0;
+}
+
 }  // namespace qb

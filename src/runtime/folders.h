@@ -47,5 +47,8 @@ Error ChangeFolder(Files& files, std::string_view path);
 
 bool FolderExists(Files& files, std::string_view path);
 bool FileExists(Files& files, std::string_view path);
+// A junction or symbolic link; false for what is not there. `path` is without a trailing backslash, which would ask for
+// what it leads to.
+bool IsLink(Files& files, std::string_view path);
 
 }  // namespace qb

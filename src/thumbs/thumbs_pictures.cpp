@@ -66,9 +66,9 @@ std::string frmThumbs::Read_Whole_File(const std::string& path) {
 
 void frmThumbs::Write_Image_File(const std::string& folder, const std::string& name, std::string_view data) {
   Channels& channels = needs_.channels;
-  if (!FolderExists(platform().files, folder)) {
-    StepOver(platform().files.CreateDirectoryA(WithoutBackslash(folder)));
-  }
+  // The root of a drive is open to others: a junction in the folder's place leads the pictures nowhere.
+  const std::string plain = WithoutBackslash(folder);
+  if (!needs_.delete_path.IsPlainFolder(plain) && !Ok(platform().files.CreateDirectoryA(plain))) return;
   const int number = channels.FreeNumber();
   if (!Ok(channels.Open(number, folder + name, ChannelMode::Output))) return;
   StepOver(channels.PrintBytes(number, data));
@@ -76,6 +76,7 @@ void frmThumbs::Write_Image_File(const std::string& folder, const std::string& n
 }
 
 void frmThumbs::Split_Images(const std::string& path, std::int32_t& number, bool single) {
+  Files& files = platform().files;
   lblStatus.SetCaption("Loading " + path + "...");
   std::string bytes = Read_Whole_File(path);
   lblStatus.SetCaption("Splitting images from " + path + "...");
@@ -93,7 +94,9 @@ void frmThumbs::Split_Images(const std::string& path, std::int32_t& number, bool
     // Deliberate: nothing reads this copy, which is no JPEG by its mark, and nothing removes it.
     char& mark = bytes[start + kPictureStart.size() - 1];
     mark = kCopyMark;
-    Write_Image_File(std::string(kRootCopies), index + ".jpg", picture);
+    // There anybody may have put a link: it is replaced, and what it leads to keeps its content.
+    const std::string folder(kRootCopies), copy = index + ".jpg";
+    if (!IsLink(files, folder + copy) || Ok(files.DeleteFileA(folder + copy))) Write_Image_File(folder, copy, picture);
     mark = kApp0;
     Write_Image_File(needs_.data_folder + "\\thumbs\\", "t" + std::to_string(number) + "-" + index + ".jpg", picture);
     PrintPageLine(page, PictureLine(needs_.data_folder, number, i));
