@@ -89,7 +89,12 @@ class MachineFiles final : public Files {
       const auto open = Get(file);
       if (!open.ok()) return open.error;
       if (!open.value->use.writes) return Error::AccessDenied;
-      if (ftruncate(open.value->host.fd(), static_cast<off_t>(open.value->position)) != 0) return Error::AccessDenied;
+      // By a handle of its own: ext4 writes a file out that was cut to nothing, and lets who deletes it wait for that,
+      // when the handle that cut it is closed.
+      const bool cut = open.value->position == 0
+                           ? Ok(state_.disk.Truncate(*open.value->entry))
+                           : ftruncate(open.value->host.fd(), static_cast<off_t>(open.value->position)) == 0;
+      if (!cut) return Error::AccessDenied;
       open.value->changed = true;
       return Error::Success;
     });
