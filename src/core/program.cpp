@@ -86,7 +86,7 @@ void Program::Pause_Seconds(double seconds) {
   if (!(seconds > 0)) return;
   const std::uint64_t until =
       platform_.system.GetTickCount() + static_cast<std::uint64_t>(std::min(seconds, kMost) * 1000);
-  while (platform_.system.GetTickCount() < until && PumpAndLive(platform_, services_.life)) {
+  while (platform_.system.GetTickCount() < until && RestAndLive(platform_, services_.life)) {
   }
 }
 

@@ -22,6 +22,9 @@ class Pump {
 
   // One round of the pump: hands out what is waiting (messages, timers that are due) and returns.
   virtual void PumpMessages() = 0;
+  // The same for a loop that only looks whether something has come about: rests until something is waiting, a few
+  // milliseconds at most, so that the loop leaves the processor to others.
+  virtual void RestAndPumpMessages() = 0;
   // Waits for the next message and hands it out; the loop of a modal window and of the idle program.
   // False when the program must leave its loops at once.
   virtual bool WaitMessage() = 0;

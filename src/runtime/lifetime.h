@@ -50,4 +50,10 @@ class Lifetime {
   return !life.Over();
 }
 
+// The same for a loop that has nothing to do but to wait.
+[[nodiscard]] inline bool RestAndLive(Platform& platform, const Lifetime& life) {
+  if (!life.Over()) platform.pump.RestAndPumpMessages();
+  return !life.Over();
+}
+
 }  // namespace qb

@@ -60,7 +60,7 @@ int clsFileAnalyzer::ExecuteAndWait(const std::string& path, std::uint32_t windo
   if (!process.ok()) return 0;
   for (;;) {
     auto code = platform_.processes.GetExitCodeProcess(process.value);
-    if (!PumpAndLive(platform_, life_) || !code.ok() || code.value != kStillActive) break;
+    if (!RestAndLive(platform_, life_) || !code.ok() || code.value != kStillActive) break;
   }
   StepOver(platform_.processes.CloseHandle(process.value));
   return 0;

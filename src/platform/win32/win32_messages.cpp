@@ -202,6 +202,12 @@ void Win32Messages::PumpMessages() {
   }
 }
 
+void Win32Messages::RestAndPumpMessages() {
+  constexpr DWORD kLongestRest = 10;  // milliseconds
+  ::MsgWaitForMultipleObjectsEx(0, nullptr, kLongestRest, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+  PumpMessages();
+}
+
 bool Win32Messages::WaitMessage() {
   MSG message;
   if (quitting_ || ::GetMessageW(&message, nullptr, 0, 0) <= 0) {

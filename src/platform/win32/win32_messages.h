@@ -44,6 +44,7 @@ class Win32Messages : public Desktop, public Pump {
   bool SetTimer(WindowHandle window, std::uint32_t id, std::uint32_t interval, std::function<void()> tick) override;
   bool KillTimer(WindowHandle window, std::uint32_t id) override;
   void PumpMessages() override;
+  void RestAndPumpMessages() override;
   bool WaitMessage() override;
 
  private:

@@ -49,6 +49,9 @@ class MachinePump final : public Pump {
     }
   }
 
+  // On a machine time stands still between two rounds: a rest is as good as none.
+  void RestAndPumpMessages() override { PumpMessages(); }
+
   bool WaitMessage() override {
     if (!gate_.Powered()) return false;
     if (!Ok(gate_.Enter(kOperationNumber<"WaitMessage">))) return on_wait_ && on_wait_();
