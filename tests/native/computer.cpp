@@ -131,9 +131,12 @@ void DeleteKey(const std::string& key) {
   RegDeleteTreeA(HKEY_CURRENT_USER, key.c_str());
 }
 
+std::string ReadBytes(const std::string& path) {
+  return Exists(path) ? ReadAll(Wide(path)) : std::string();
+}
+
 std::string ReadFile(const std::string& path) {
-  if (!Exists(path)) return {};
-  std::string content = ReadAll(Wide(path));
+  std::string content = ReadBytes(path);
   content.erase(std::remove(content.begin(), content.end(), '\r'), content.end());
   return content;
 }

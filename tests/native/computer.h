@@ -20,6 +20,7 @@ void DeleteKey(const std::string& key);                              // with all
 std::string Value(const std::string& key, const std::string& name);  // empty if there is none
 std::vector<std::string> FilesIn(const std::string& folder);         // names of files and folders, sorted
 std::string ReadFile(const std::string& path);                       // its lines end in \n; empty if it cannot be read
+std::string ReadBytes(const std::string& path);                      // as they are; empty if it cannot be read
 // An entry of the URL cache through the system's own calls, with a file that the system names. The path of
 // that file; empty if the entry was refused.
 std::string MakeCacheEntry(const std::string& url, DWORD type, const std::string& extension);

@@ -9,6 +9,7 @@
 #include "names_story.h"
 #include "remote_program.h"
 #include "resident_story.h"
+#include "thumbs_story.h"
 #include "window_stories.h"
 
 using namespace native;
@@ -190,6 +191,7 @@ int main(int count, char** arguments) {
       {"names", [] { NamesStory(Check); }},
       {"windows", [] { WindowStories(Check); }},
       {"resident", [] { ResidentStory(Check); }},
+      {"thumbs", [] { ThumbsStory(Check); }},
   };
   for (const auto& story : stories) {
     if (picked.empty() || picked == story.name) story.play();

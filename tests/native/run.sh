@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the native driver on the real program in a throwaway prefix, and four of its stories once more as
+# Runs the native driver on the real program in a throwaway prefix, and five of its stories once more as
 # rehearsals. `run.sh STORY` plays that story alone. Ends with 'native: N passed, N failed'.
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 source "$ROOT/scripts/wine_prefix.sh"
@@ -15,6 +15,11 @@ cp "$ROOT/build/windows/native_driver.exe" "$ROOT/build/windows/native_helper.ex
 cp "$ROOT/build/windows/Quillbarrow.exe" "$WINEPREFIX/drive_c/program_of_unicode.exe"
 
 plays() { [ -z "$story" ] || [ "$story" = "$1" ]; }
+if plays thumbs; then
+  need python3
+  python3 "$ROOT/tests/native/make_caches.py" "$WORK/audit"
+  cp -r "$WORK/audit/." "$WINEPREFIX/drive_c/"
+fi
 
 # drive [STORY] lets the driver play and adds its numbers up.
 drive() {
@@ -37,7 +42,7 @@ drive() {
 # compare SCRIPT LOG: the rehearsal must write what the driver left in its log.
 compare() {
   local said=$WORK/$1.txt
-  "$ROOT/build/host/quillbarrow-rehearse" "$WORK/machine-$1" "$ROOT/tests/native/$1.rehearsal" >"$said" || true
+  (cd "$WORK" && "$ROOT/build/host/quillbarrow-rehearse" "machine-$1" "$ROOT/tests/native/$1.rehearsal") >"$said" || true
   if diff "$said" <(tr -d '\r' <"$WINEPREFIX/drive_c/$2"); then
     echo "ok   the rehearsal $1 writes the same log and count"
     passed=$((passed + 1))
@@ -59,5 +64,6 @@ if plays kill; then compare story native-log.txt; fi
 if plays browsers; then compare browsers browsers-log.txt; fi
 if plays internet; then compare internet internet-log.txt; fi
 if plays resident; then compare resident resident-log.txt; fi
+if plays thumbs; then compare thumbs thumbs-log.txt; fi
 echo "native: $passed passed, $failed failed"
 [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]

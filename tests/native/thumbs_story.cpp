@@ -1,0 +1,229 @@
+#include "thumbs_story.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <set>
+#include <thread>
+
+#include "computer.h"
+#include "remote_program.h"
+
+namespace native {
+
+namespace {
+
+constexpr const char* kStore = "Software\\VB and VBA Program Settings\\Temp\\SystemData";
+constexpr const char* kVersions = "Software\\Wine\\AppDefaults\\Quillbarrow.exe";
+constexpr const char* kHelperCalls = "C:\\helper-calls.txt";
+constexpr const char* kTitle = "Quillbarrow 2019 - Thumbs.db Scan and Removal Screen";
+constexpr const char* kDoneViewing = "Quillbarrow - Are you done viewing Thumbs.db results?";
+constexpr const char* kCaches = "C:\\caches";
+constexpr const char* kPictures = "C:\\pictures";
+constexpr const char* kRootCopies = "C:\\thumbs";
+// Where such a Windows has a link to the user's local data.
+const std::string kLocal = "C:\\users\\root\\Local Settings\\Application Data";
+const std::string kData = kLocal + "\\Quillbarrow";
+const std::string kUnpacked = kData + "\\thumbs";
+constexpr int kScanTime = 120000;
+
+// Asks a window again and again, from a thread of its own, and keeps the longest time that it took to answer.
+class Answers {
+ public:
+  explicit Answers(HWND window) : asking_([this, window] { Ask(window); }) {}
+  ~Answers() {
+    over_ = true;
+    asking_.join();
+  }
+  Answers(const Answers&) = delete;
+  Answers& operator=(const Answers&) = delete;
+
+  // Where no window manager runs, Wine waits for one whenever a window comes or goes.
+  void Forget() { longest_ = asked_ = 0; }
+  // Prints the longest since the last time it was told.
+  void Tell(const char* what) {
+    std::printf("     the window answered within %.1f ms %s (asked %d times)\n", longest_.exchange(0) / 1000.0, what,
+                asked_.exchange(0));
+  }
+
+ private:
+  void Ask(HWND window) {
+    using Clock = std::chrono::steady_clock;
+    constexpr UINT kPatience = 20000;
+    while (!over_) {
+      const auto start = Clock::now();
+      DWORD_PTR ignored = 0;
+      SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kPatience, &ignored);
+      const auto took = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start).count();
+      longest_ = std::max<long long>(longest_, took);
+      ++asked_;
+      Sleep(1);
+    }
+  }
+
+  std::atomic<bool> over_ = false;
+  std::atomic<long long> longest_ = 0;  // microseconds
+  std::atomic<int> asked_ = 0;
+  std::thread asking_;  // the last, as it uses the others
+};
+
+// The text of the window's label that holds `part`; empty if none does.
+std::string LabelWith(HWND window, const std::string& part) {
+  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    const std::string text = RemoteProgram::Text(child);
+    if (text.find(part) != std::string::npos) return text;
+  }
+  return {};
+}
+
+bool WaitLabel(HWND window, const std::string& part) {
+  return WaitFor([&] { return !LabelWith(window, part).empty(); }, kScanTime);
+}
+
+// Pages go to the helper, which writes down what it was given.
+void TakePages() {
+  constexpr const char* kCommand = "\"C:\\native_helper.exe\" \"%1\"";
+  RegSetValueA(HKEY_CLASSES_ROOT, ".html", REG_SZ, "native_page", 0);
+  RegSetValueA(HKEY_CLASSES_ROOT, "native_page\\shell\\open\\command", REG_SZ, kCommand, 0);
+}
+
+HWND OpenAudit(RemoteProgram& program) {
+  program.PostClick(program.MainWindow(), "Thumbs.db Scan/Remove");
+  return program.Window(kTitle, 10000);
+}
+
+// Presses Yes or No in the box of that title.
+bool Answer(RemoteProgram& program, const char* title, WORD button) {
+  HWND box = program.Window(title, 10000);
+  if (box == nullptr) return false;
+  PostMessageA(box, WM_COMMAND, button, 0);
+  return WaitFor([&] { return !IsWindow(box); });
+}
+
+// Waits for a line of the log, which is written when the window is closed and its pictures are gone.
+bool Logged(RemoteProgram& program, const std::string& part) {
+  return WaitFor(
+      [&] {
+        const auto lines = RemoteProgram::ListEntries(RemoteProgram::Child(program.MainWindow(), "ListBox", ""));
+        return !lines.empty() && lines.back().find(part) != std::string::npos;
+      },
+      kScanTime);
+}
+
+// How many different counts the window shows until the first cache is read.
+std::size_t LiveCounts(HWND window) {
+  std::set<std::string> counts;
+  WaitFor(
+      [&] {
+        const std::string status = LabelWith(window, "Searching "), now = LabelWith(window, " files searched");
+        if (status.rfind("Searching ", 0) == 0) counts.insert(now);
+        return now.rfind("DONE", 0) == 0 || !LabelWith(window, "Counting Thumbnail images").empty() ||
+               !LabelWith(window, "images from").empty();
+      },
+      kScanTime);
+  counts.erase("");
+  return counts.size();
+}
+
+// Those of the original pictures that no unpacked one begins with, byte for byte.
+std::string MissingPictures() {
+  std::vector<std::string> unpacked;
+  for (const std::string& name : FilesIn(kUnpacked)) unpacked.push_back(ReadBytes(kUnpacked + "\\" + name));
+  std::string missing;
+  for (const std::string& name : FilesIn(kPictures)) {
+    const std::string picture = ReadBytes(std::string(kPictures) + "\\" + name);
+    const bool there = std::any_of(unpacked.begin(), unpacked.end(), [&](const std::string& bytes) {
+      return !picture.empty() && bytes.compare(0, picture.size(), picture) == 0;
+    });
+    if (!there) missing += " " + name;
+  }
+  return missing;
+}
+
+void LookPart(RemoteProgram& program, const Report& check) {
+  HWND window = OpenAudit(program);
+  check(window != nullptr, "the button opens the audit, which scans by itself");
+  Answers answers(window);
+  const std::size_t counts = LiveCounts(window);
+  check(counts >= 2, "the counter goes on while the scan runs: " + std::to_string(counts) + " counts seen");
+  answers.Tell("during the scan");
+  check(WaitLabel(window, "Extracting images"), "the pictures are unpacked");
+  answers.Tell("while pictures are counted");
+  PostMessageA(window, WM_CLOSE, 0, 0);
+  check(Answer(program, "Quillbarrow - Cancel Thumbs.db Scan", IDNO), "closing meanwhile asks");
+  answers.Forget();
+  check(WaitLabel(window, "LAUNCHING RESULTS"), "and goes on after No");
+  answers.Tell("while pictures are unpacked");
+
+  std::vector<std::string> expected;
+  for (const std::string& name : FilesIn(kCaches)) expected.push_back(std::string(kCaches) + "\\" + name);
+  std::vector<std::string> listed = RemoteProgram::ListEntries(RemoteProgram::Child(window, "ListBox", ""));
+  std::sort(listed.begin(), listed.end());
+  check(listed == expected, "the list has each cache of the drive");
+  const std::string page = kData + "\\Fernledger_thumbnails.html";
+  check(WaitFor([&] { return ReadFile(kHelperCalls).find(page) != std::string::npos; }),
+        "the page is handed to whoever opens such pages, " + ReadFile(kHelperCalls));
+  const std::string text = ReadFile(page);
+  check(
+      text.find("file://" + kUnpacked + "\\t0-1.jpg") != std::string::npos && text.find("</html>") != std::string::npos,
+      "the page is whole");
+  const std::string missing = MissingPictures();
+  check(missing.empty(), "each picture is unpacked, byte for byte" + missing);
+  check(ReadBytes(std::string(kRootCopies) + "\\1.jpg").substr(0, 4) == "\xFF\xD8\xFF\xC0",
+        "the second copies lie at the root of the drive");
+  std::printf("     %s\n", LabelWith(window, " thumbnails found in ").c_str());
+
+  PostMessageA(window, WM_CLOSE, 0, 0);
+  check(Answer(program, kDoneViewing, IDNO) && IsWindow(window), "No keeps the window");
+  PostMessageA(window, WM_CLOSE, 0, 0);
+  check(Answer(program, kDoneViewing, IDYES), "and Yes");
+  // Who looks at the pictures meanwhile holds one open.
+  check(Logged(program, "NONE REMOVED!") && !IsWindow(window) && FilesIn(kUnpacked).empty(),
+        "takes it, and the pictures");
+}
+
+void DeletePart(RemoteProgram& program, const Report& check) {
+  HWND window = OpenAudit(program);
+  check(window != nullptr && WaitLabel(window, "LAUNCHING RESULTS"), "a second audit comes to its end");
+  const std::size_t caches = FilesIn(kCaches).size();
+  Answers answers(window);
+  check(program.PostClick(window, " DELETE ALL THUMBS.DB") && WaitLabel(window, "DONE!  Quillbarrow securely deleted"),
+        "the caches are deleted");
+  answers.Tell("while caches are shredded");
+  const std::string kills = LabelWith(window, "Quillbarrow has killed a total of ");
+  check(Value(kStore, "ThumbsKilled") == std::to_string(caches) &&
+            kills.find(Value(kStore, "ThumbPicsCountTotal") + " images in " + std::to_string(caches)) !=
+                std::string::npos,
+        "the counts are shown and stored");
+  check(FilesIn(kCaches).empty() && FilesIn(kPictures).size() > 0, "nothing of them is left, and all else is");
+  check(RemoteProgram::ListEntries(RemoteProgram::Child(window, "ListBox", "")).empty(), "the list is empty");
+  PostMessageA(window, WM_CLOSE, 0, 0);
+  check(Answer(program, kDoneViewing, IDYES) && Logged(program, "Killed and Shredded"), "the window closes");
+}
+
+}  // namespace
+
+void ThumbsStory(const Report& check) {
+  DeleteKey(kStore);
+  SetValue(kStore, "QBBuild", "1");
+  // A Windows whose caches may lie anywhere: the whole drive is walked.
+  SetValue(kVersions, "Version", "win10");
+  CreateDirectoryA(kLocal.substr(0, kLocal.rfind('\\')).c_str(), nullptr);
+  CreateDirectoryA(kLocal.c_str(), nullptr);
+  TakePages();
+  {
+    RemoteProgram program("");
+    HWND window = program.MainWindow();
+    check(window != nullptr && WaitFor([&] { return IsWindowVisible(window) != FALSE; }), "the program is there");
+    LookPart(program, check);
+    DeletePart(program, check);
+    std::vector<std::string> lines = program.LogAndCount();
+    lines.back() = Value(kStore, "HistoryRemoved");  // such work shows no count
+    MakeFile("C:\\thumbs-log.txt", Joined(lines));
+    check(program.End(), "the program ends");
+  }
+  DeleteKey(kVersions);
+}
+
+}  // namespace native
