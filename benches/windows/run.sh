@@ -1,0 +1,87 @@
+#!/usr/bin/env bash
+# The benches that need Windows, on the real program in a throwaway prefix: run.sh NAME … plays those of these names alone
+# (size, first, start, pause, hidden, wipe, audit).
+source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
+source "$ROOT/scripts/wine_prefix.sh"
+names=("$@")
+[ $# -gt 0 ] || names=(size first start pause hidden wipe audit)
+
+# line NAME OURS OTHER_NAME OTHER UNIT GOAL; a GOAL of 0 is none.
+line() {
+  awk -v name="$1" -v ours="$2" -v other_name="$3" -v other="$4" -v unit="$5" -v goal="$6" 'BEGIN {
+    ratio = ours / other
+    printf "%s: ours %.2f %s, %s %.2f %s, ratio %.2f", name, ours, unit, other_name, other, unit, ratio
+    if (goal > 0) printf " (goal %.2f%s)", goal, ratio > goal ? ", missed" : ""
+    printf "\n"
+  }'
+}
+
+# windows PROGRAM … runs a Windows program in the prefix.
+windows() {
+  [ ! -e "$WINEPREFIX/dosdevices/z:" ] || { say "There is a drive Z:"; exit 1; }
+  (cd "$WINEPREFIX/drive_c" && xvfb-run -a -s '-screen 0 1280x900x24' wine "$@" 2>/dev/null) | tr -d '\r'
+}
+
+in_prefix() {
+  cp "$ROOT"/build/windows/{windows_bench,native_driver,native_helper}.exe "$WINEPREFIX/drive_c/"
+}
+
+bench_size() {
+  local limit=1.5 bytes
+  bytes=$(stat -c %s "$ROOT/build/windows/Quillbarrow.exe")
+  line "size of the stripped exe" "$(awk -v bytes="$bytes" 'BEGIN { print bytes / 1048576 }')" "the goal" "$limit" MiB 1
+}
+
+# The first program in a prefix that was never used starts all of the session too. A copy of the fresh prefix for each start.
+bench_first() {
+  local ours=() other=() round
+  for round in 1 2 3 4 5; do
+    say "  first start: $round of 5"
+    for what in ours notepad; do
+      rm -rf "$WORK/first"
+      cp -a "$WORK/fresh" "$WORK/first"
+      seconds=$(WINEPREFIX=$WORK/first windows 'C:\windows_bench.exe' first "$what")
+      WINEPREFIX=$WORK/first wineserver -k || true
+      WINEPREFIX=$WORK/first wineserver -w
+      if [ "$what" = ours ]; then ours+=("$seconds"); else other+=("$seconds"); fi
+    done
+  done
+  median() { printf '%s\n' "$@" | sort -n | sed -n 3p; }
+  line "first start in a fresh prefix" "$(median "${ours[@]}")" notepad "$(median "${other[@]}")" s 0
+}
+
+bench_start() { windows 'C:\windows_bench.exe' start; }
+bench_pause() { windows 'C:\windows_bench.exe' pause; }
+bench_hidden() { windows 'C:\windows_bench.exe' hidden; }
+
+bench_wipe() {
+  local trees=$WINEPREFIX/drive_c/trees folder file
+  mkdir -p "$trees/ours0"
+  for folder in $(seq 0 399); do
+    mkdir "$trees/ours0/$folder"
+    head -c $((50 * 8192)) /dev/zero | split -b 8192 -a 2 - "$trees/ours0/$folder/f"
+  done
+  cp -r "$trees/ours0" "$trees/del0"
+  for file in 1 2 3 4; do
+    cp -r "$trees/ours0" "$trees/ours$file"
+    cp -r "$trees/ours0" "$trees/del$file"
+  done
+  windows 'C:\windows_bench.exe' wipe
+  rm -rf "$trees"
+}
+
+# The story of the native driver asks the window all the time; its figures in our form.
+bench_audit() {
+  python3 "$ROOT/tests/native/make_caches.py" "$WORK/audit"
+  cp -r "$WORK/audit/." "$WINEPREFIX/drive_c/"
+  windows 'C:\native_driver.exe' thumbs | sed -nE 's/^ +the window answered within ([0-9.]+) ms (.*) \(asked.*/\1 \2/p' |
+    while read -r time what; do line "longest answer of the audit's window $what" "$time" "the goal" 100 ms 1; done
+}
+
+throwaway_prefix
+in_prefix
+cp -a "$WINEPREFIX" "$WORK/fresh"
+for name in "${names[@]}"; do
+  say "  under Wine: $name"
+  "bench_$name"
+done
