@@ -7,6 +7,7 @@
 #include <csignal>
 #include <fstream>
 #include <iterator>
+#include <map>
 
 #include "platform/machine/machine.h"
 #include "tests/app/temp_folder.h"
@@ -59,6 +60,59 @@ TEST(MachineFolder, FullDiskKeepsTheOldFileAndNoHalfOne) {
   EXPECT_FALSE(std::filesystem::exists(folder.path() / "machine.ini.new"));
   machine.reset();
   EXPECT_NE(Machine::Open(folder.path().string(), problem), nullptr) << problem;
+}
+
+// What a save leaves behind when the rehearsal ends in its middle, at each of its steps in turn.
+TEST(MachineFolder, AnEndInTheMiddleOfASaveLeavesTheOldStateOrTheNewOne) {
+  const std::string names[] = {"machine.ini", "registry.reg", "urlcache.ini"};
+  test::TempFolder folder;
+  std::string problem;
+  std::map<std::string, std::string> old_text, new_text;
+  auto read = [&](std::map<std::string, std::string>& texts) {
+    for (const std::string& name : names) {
+      std::ifstream file(folder.path() / name, std::ios::binary);
+      texts[name].assign(std::istreambuf_iterator<char>(file), {});
+    }
+  };
+  auto machine = Machine::Open(folder.path().string(), problem);
+  ASSERT_NE(machine, nullptr) << problem;
+  ASSERT_TRUE(machine->Save(problem)) << problem;
+  read(old_text);
+  machine->SetUser("somebody else");
+  machine->RegistryAddKey("HKCU\\Software\\New");
+  machine->CacheAdd({"http://new.example/", 1, ""});
+  ASSERT_TRUE(machine->Save(problem)) << problem;
+  read(new_text);
+  machine.reset();
+
+  // How many are written beside the old ones, of the last one a half; whether they hold already; how many have their
+  // names.
+  const struct {
+    int beside;
+    bool written;
+    int taken;
+  } kEnds[] = {{1, false, 0}, {2, false, 0}, {3, false, 0}, {3, true, 0}, {3, true, 1}, {3, true, 2}};
+  for (const auto& end : kEnds) {
+    SCOPED_TRACE(testing::Message() << end.beside << end.written << end.taken);
+    for (int i = 0; i < 3; ++i) {
+      const bool taken = i > 0 && i <= end.taken;
+      std::ofstream(folder.path() / names[i], std::ios::binary) << (taken ? new_text : old_text)[names[i]];
+      if (i >= end.beside || taken) continue;
+      const std::string text = new_text[names[i]];
+      std::ofstream(folder.path() / (i == 0 && end.written ? "written" : names[i] + ".new"), std::ios::binary)
+          << text.substr(0, end.written || i + 1 < end.beside ? text.size() : text.size() / 2);
+    }
+    machine = Machine::Open(folder.path().string(), problem);
+    ASSERT_NE(machine, nullptr) << problem;
+    std::map<std::string, std::string> found;
+    read(found);
+    EXPECT_EQ(found, end.written ? new_text : old_text);
+    EXPECT_EQ(machine->ReadKey("HKCU\\Software\\New").has_value(), end.written);
+    machine.reset();
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
+      EXPECT_TRUE(entry.is_directory() || found.count(entry.path().filename().string()) == 1) << entry.path();
+    }
+  }
 }
 
 TEST(MachineFolder, JunctionInsideAJunctionIsThereTheNextTime) {

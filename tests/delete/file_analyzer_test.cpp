@@ -1,6 +1,7 @@
 #include "delete/file_analyzer/file_analyzer.h"
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <map>
 #include <memory>
@@ -338,6 +339,33 @@ TEST_F(FileAnalyzer, SearchesFolderByFolder) {
   EXPECT_EQ(analyzer_->GetFolderContents("C:\\a\\full\\", EntryKind::Both, true, "*t*", contents), 3);
   EXPECT_EQ(contents,
             (Names{"before", "C:\\a\\full\\deep\\three.log", "C:\\a\\full\\deep\\two.txt", "C:\\a\\full\\one.txt"}));
+}
+
+// Each level of a recursion would take some hundred bytes of the stack, which on Windows has 1 MiB; paths hold 16,000
+// levels.
+TEST_F(FileAnalyzer, AsksNothingOfTheStackForFoldersInsideEachOther) {
+  constexpr int kLevels = 250;
+  constexpr std::size_t kStack = 128 * 1024;  // a copy of a file takes half of it
+  std::string deepest = "C:\\a\\full";
+  for (int level = 0; level < kLevels; ++level) deepest += "\\d";
+  ASSERT_TRUE(machine_->MakeFile(deepest + "\\x.txt", "x"));
+  pthread_attr_t attributes;
+  pthread_t thread;
+  ASSERT_EQ(pthread_attr_init(&attributes), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&attributes, kStack), 0);
+  auto work = [](void* analyzer) -> void* {
+    auto& worker = *static_cast<clsFileAnalyzer*>(analyzer);
+    EXPECT_EQ(worker.Search("C:\\a\\full", "x.txt", EntryKind::Files, true, false), 1);
+    EXPECT_EQ(worker.GetFolderSize("C:\\a\\full").Text(), "1");
+    EXPECT_EQ(worker.CopyFolder("C:\\a\\full", "C:\\a\\copy", false, false, false), 0);
+    EXPECT_EQ(worker.DeleteFolder("C:\\a\\full"), 0);
+    return nullptr;
+  };
+  ASSERT_EQ(pthread_create(&thread, &attributes, work, analyzer_.get()), 0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+  EXPECT_EQ(machine_->Exists("C:\\a\\full"), "no");
+  EXPECT_EQ(machine_->Content("C:\\a\\copy" + deepest.substr(9) + "\\x.txt"), "x");
 }
 
 TEST_F(FileAnalyzer, KeepsDatesInLocalTime) {

@@ -11,7 +11,7 @@ throwaway_prefix
 # The temp folder is emptied by the story: it begins as one that only the story fills.
 find "$WINEPREFIX/drive_c/windows/temp" -mindepth 1 -delete
 cp "$ROOT/build/windows/native_driver.exe" "$ROOT/build/windows/native_helper.exe" \
-  "$ROOT/build/windows/windows_of_others.exe" "$ROOT/build/windows/program_of_bytes.exe" "$ROOT/tests/native/browsers.rehearsal" "$WINEPREFIX/drive_c/"
+  "$ROOT/build/windows/native_seam.exe" "$ROOT/build/windows/windows_of_others.exe" "$ROOT/build/windows/program_of_bytes.exe" "$ROOT/tests/native/browsers.rehearsal" "$WINEPREFIX/drive_c/"
 cp "$ROOT/build/windows/Quillbarrow.exe" "$WINEPREFIX/drive_c/program_of_unicode.exe"
 
 plays() { [ -z "$story" ] || [ "$story" = "$1" ]; }
@@ -21,11 +21,12 @@ if plays thumbs; then
   cp -r "$WORK/audit/." "$WINEPREFIX/drive_c/"
 fi
 
-# drive [STORY] lets the driver play and adds its numbers up.
+# drive PROGRAM [STORY] lets a driver play and adds its numbers up.
 drive() {
-  local log=$WORK/driver.log closing good bad
+  local log=$WORK/driver.log closing good bad driver=$1
+  shift
   [ ! -e "$WINEPREFIX/dosdevices/z:" ] || { say "There is a drive Z:"; exit 1; }
-  (cd "$WINEPREFIX/drive_c" && timeout 360 xvfb-run -a -s '-screen 0 1280x900x24' wine 'C:\native_driver.exe' "$@") \
+  (cd "$WINEPREFIX/drive_c" && timeout 360 xvfb-run -a -s '-screen 0 1280x900x24' wine "C:\\$driver" "$@") \
     >"$log" 2>&1 || true
   tr -d '\r' <"$log"
   closing=$(tr -d '\r' <"$log" | grep -E '^driver: [0-9]+ passed, [0-9]+ failed' | tail -n 1) || true
@@ -52,12 +53,29 @@ compare() {
   fi
 }
 
-drive ${story:+"$story"}
+# imports: the exe asks for no function by name that a Windows 7 without updates lacks, or it would not start there.
+imports() {
+  local exe=$ROOT/build/windows/Quillbarrow.exe late
+  late=$(x86_64-w64-mingw32-objdump -p "$exe" | grep -wE 'SetDefaultDllDirectories|AddDllDirectory|GetDpiForWindow|GetDpiForSystem|SetProcessDpiAwareness(Context)?|AdjustWindowRectExForDpi|SystemParametersInfoForDpi|GetSystemMetricsForDpi|GetSystemTimePreciseAsFileTime|CreateFile2|GetOverlappedResultEx|SetThreadDescription|api-ms-win[-a-z0-9.]*') || true
+  if [ -z "$late" ] && x86_64-w64-mingw32-objdump -p "$exe" | grep -q 'DLL Name: KERNEL32.dll'; then
+    echo "ok   the exe imports nothing that Windows 7 lacks"
+    passed=$((passed + 1))
+  else
+    printf 'FAIL the exe imports what Windows 7 lacks\n%s\n' "$late"
+    failed=$((failed + 1))
+  fi
+}
+
+if plays seam; then
+  imports
+  drive native_seam.exe
+fi
+[ "$story" = seam ] || drive native_driver.exe ${story:+"$story"}
 if plays internet; then
   # All ends with the session; the next program that starts in the prefix makes Windows boot first.
   wineserver -k || true
   wineserver -w
-  drive after-boot
+  drive native_driver.exe after-boot
 fi
 build host quillbarrow-rehearse
 if plays kill; then compare story native-log.txt; fi

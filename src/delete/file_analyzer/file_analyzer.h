@@ -199,11 +199,16 @@ class clsFileAnalyzer {
   Error MakeMissingParents(const std::string& path);
   RuntimeError Write(const std::string& path, const std::string& text, CreateMode mode);
 
+  struct Copy {
+    std::string from, to;
+    bool folder = true;
+  };
+  // Makes the folder's copy, empty, and adds what is to be copied into it, in the order from last to first. Gives 0 or
+  // the number of an error.
+  int CopyOneFolder(const Copy& folder, std::vector<Copy>& pending);
   std::vector<FolderEntry> List(const std::string& folder) const;
   void AddContents(const std::string& folder, EntryKind kind, bool recursive, std::vector<std::string>& contents) const;
   static void FilterNames(std::vector<std::string>& paths, const std::string& pattern, bool match_case);
-  std::int32_t SearchFolder(const std::string& folder, const std::string& pattern, EntryKind kind, bool recursive,
-                            bool match_case);
   std::string LookUpSpecialFolder(std::uint32_t number) const;
   // Local time less UTC, in ticks of a FILETIME.
   std::int64_t TimeZoneOffset() const;

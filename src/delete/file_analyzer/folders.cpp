@@ -16,10 +16,18 @@ constexpr std::size_t kRootLength = 3;
 }  // namespace
 
 Error clsFileAnalyzer::MakeMissingParents(const std::string& path) {
-  const std::string parent = GetParentFolder(path);
-  if (parent.size() <= kRootLength || parent == path || Exists(parent)) return Error::Success;
-  if (Error error = MakeMissingParents(parent); !Ok(error)) return error;
-  return platform_.files.CreateDirectoryA(AsName(parent));
+  std::vector<std::string> missing;
+  for (std::string below = path;;) {
+    std::string parent = GetParentFolder(below);
+    if (parent.size() <= kRootLength || parent == below || Exists(parent)) break;
+    missing.push_back(parent);
+    below = std::move(parent);
+  }
+  Error error = Error::Success;
+  for (auto parent = missing.rbegin(); Ok(error) && parent != missing.rend(); ++parent) {
+    error = platform_.files.CreateDirectoryA(AsName(*parent));
+  }
+  return error;
 }
 
 int clsFileAnalyzer::CreateFolder(const std::string& path, bool create_parents) {
@@ -41,35 +49,63 @@ int clsFileAnalyzer::CopyFolder(const std::string& from, const std::string& to, 
   if (move && SameText(GetPathDrive(from), GetPathDrive(to))) {
     return Trap(platform_.files.MoveFileExA(AsName(from), AsName(to), 0), "CopyFolder");
   }
-  // Moving a link to another drive would delete it without having copied what it leads to.
-  if (IsLink(from)) return Trap(RuntimeError::PathFileAccess, "CopyFolder");
-
-  // Listed before the target is made: a copy into the folder itself must not find its own copy.
-  const std::vector<FolderEntry> entries = List(from);
-  int number = Exists(to) ? 0 : CreateFolder(to, false);
-  for (auto entry = entries.begin(); number == 0 && entry != entries.end(); ++entry) {
-    if (entry->IsLink()) continue;
-    const std::string source = FixPath(from) + entry->name, target = FixPath(to) + entry->name;
-    number = entry->IsFolder() ? CopyFolder(source, target, false, overwrite, false)
-                               : CopyFile(source, target, false, overwrite, false);
+  // Of its own, and no recursion: somebody else decides how deep folders lie inside each other.
+  std::vector<Copy> pending;
+  int number = CopyOneFolder({from, to}, pending);
+  while (number == 0 && !pending.empty()) {
+    const Copy next = std::move(pending.back());
+    pending.pop_back();
+    number = next.folder ? CopyOneFolder(next, pending) : CopyFile(next.from, next.to, false, overwrite, false);
   }
   if (number == 0 && move) number = DeleteFolder(from);
   return Trap(static_cast<RuntimeError>(number), "CopyFolder");
 }
 
+int clsFileAnalyzer::CopyOneFolder(const Copy& folder, std::vector<Copy>& pending) {
+  if (!IsFolder(folder.from)) return static_cast<int>(RuntimeError::PathNotFound);
+  // Moving a link to another drive would delete it without having copied what it leads to.
+  if (IsLink(folder.from)) return static_cast<int>(RuntimeError::PathFileAccess);
+  // Listed before the target is made: a copy into the folder itself must not find its own copy.
+  const std::vector<FolderEntry> entries = List(folder.from);
+  const int number = Exists(folder.to) ? 0 : CreateFolder(folder.to, false);
+  // The last one that is added is the next one.
+  for (auto entry = entries.rbegin(); number == 0 && entry != entries.rend(); ++entry) {
+    if (entry->IsLink()) continue;
+    pending.push_back({FixPath(folder.from) + entry->name, FixPath(folder.to) + entry->name, entry->IsFolder()});
+  }
+  return number;
+}
+
 int clsFileAnalyzer::DeleteFolder(const std::string& path) {
-  auto attributes = platform_.files.GetFileAttributesA(AsName(path));
-  if (!attributes.ok()) return Trap(attributes.error, "DeleteFolder");
-  if ((attributes.value & kAttributeDirectory) == 0) return Trap(Error::DirectoryName, "DeleteFolder");
-  // A link lists as empty here, and RemoveDirectoryA on a junction removes only the junction.
-  std::vector<std::string> contents;
-  GetFolderContents(path, EntryKind::Both, false, "", contents);
-  for (const std::string& entry : contents) {
-    const int number = IsFolder(entry) ? DeleteFolder(entry) : DeleteFile(entry);
+  struct Entry {
+    std::string path;
+    bool emptied = false;  // what lies in it has had its turn
+  };
+  auto number_of = [this](Error error) { return Trap(error, "DeleteFolder"); };
+  std::vector<Entry> pending = {{path}};
+  while (!pending.empty()) {
+    const Entry entry = pending.back();
+    int number = 0;
+    if (entry.emptied) {
+      pending.pop_back();
+      number = number_of(ClearAttributes(AsName(entry.path)));
+      if (number == 0) number = number_of(platform_.files.RemoveDirectoryA(AsName(entry.path)));
+    } else if (pending.size() > 1 && !IsFolder(entry.path)) {
+      pending.pop_back();
+      number = DeleteFile(entry.path);
+    } else {
+      auto attributes = platform_.files.GetFileAttributesA(AsName(entry.path));
+      if (!attributes.ok()) return number_of(attributes.error);
+      if ((attributes.value & kAttributeDirectory) == 0) return number_of(Error::DirectoryName);
+      pending.back().emptied = true;
+      // A link lists as empty here, and RemoveDirectoryA on a junction removes only the junction.
+      std::vector<std::string> contents;
+      GetFolderContents(entry.path, EntryKind::Both, false, "", contents);
+      for (auto next = contents.rbegin(); next != contents.rend(); ++next) pending.push_back({*next});
+    }
     if (number != 0) return Trap(static_cast<RuntimeError>(number), "DeleteFolder");
   }
-  if (Error error = ClearAttributes(AsName(path)); !Ok(error)) return Trap(error, "DeleteFolder");
-  return Trap(platform_.files.RemoveDirectoryA(AsName(path)), "DeleteFolder");
+  return 0;
 }
 
 bool clsFileAnalyzer::PathHasSubfolders(const std::string& path) const {

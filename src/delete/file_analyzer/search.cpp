@@ -34,10 +34,22 @@ void clsFileAnalyzer::FilterNames(std::vector<std::string>& paths, const std::st
 
 void clsFileAnalyzer::AddContents(const std::string& folder, EntryKind kind, bool recursive,
                                   std::vector<std::string>& contents) const {
-  for (const FolderEntry& entry : List(folder)) {
-    const std::string path = FixPath(folder) + entry.name;
-    if (Wanted(entry, kind)) contents.push_back(path);
-    if (recursive && MayEnter(entry)) AddContents(path, kind, recursive, contents);
+  struct Found {
+    std::string path;
+    bool wanted, enter;
+  };
+  // Of its own, and no recursion: somebody else decides how deep folders lie inside each other. The last one that is
+  // added is the next one.
+  std::vector<Found> pending = {{folder, false, true}};
+  while (!pending.empty()) {
+    const Found next = std::move(pending.back());
+    pending.pop_back();
+    if (next.wanted) contents.push_back(next.path);
+    if (!next.enter) continue;
+    const std::vector<FolderEntry> entries = List(next.path);
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+      pending.push_back({FixPath(next.path) + entry->name, Wanted(*entry, kind), recursive && MayEnter(*entry)});
+    }
   }
 }
 
@@ -53,22 +65,23 @@ std::int32_t clsFileAnalyzer::GetFolderContents(const std::string& folder, Entry
 
 std::int32_t clsFileAnalyzer::Search(const std::string& folder, const std::string& pattern, EntryKind kind,
                                      bool recursive, bool match_case) {
-  return IsLink(folder) ? 0 : SearchFolder(FixPath(folder), pattern, kind, recursive, match_case);
-}
-
-std::int32_t clsFileAnalyzer::SearchFolder(const std::string& folder, const std::string& pattern, EntryKind kind,
-                                           bool recursive, bool match_case) {
-  std::vector<std::string> names, subfolders;
-  for (const FolderEntry& entry : List(folder)) {
-    if (Wanted(entry, kind)) names.push_back(entry.name);
-    if (MayEnter(entry)) subfolders.push_back(FixPath(folder + entry.name));
-  }
-  FilterNames(names, pattern, match_case);
-  auto count = static_cast<std::int32_t>(names.size());
-  if (count > 0 && Search_Hit) Search_Hit(names, folder);
-  if (!recursive) return count;
-  for (const std::string& subfolder : subfolders) {
-    count += SearchFolder(subfolder, pattern, kind, recursive, match_case);
+  std::int32_t count = 0;
+  std::vector<std::string> pending;  // the last one is the next one
+  if (!IsLink(folder)) pending.push_back(FixPath(folder));
+  while (!pending.empty()) {
+    const std::string next = std::move(pending.back());
+    pending.pop_back();
+    std::vector<std::string> names;
+    const std::vector<FolderEntry> entries = List(next);
+    for (const FolderEntry& entry : entries) {
+      if (Wanted(entry, kind)) names.push_back(entry.name);
+    }
+    for (auto entry = entries.rbegin(); recursive && entry != entries.rend(); ++entry) {
+      if (MayEnter(*entry)) pending.push_back(FixPath(next + entry->name));
+    }
+    FilterNames(names, pattern, match_case);
+    count += static_cast<std::int32_t>(names.size());
+    if (!names.empty() && Search_Hit) Search_Hit(names, next);
   }
   return count;
 }

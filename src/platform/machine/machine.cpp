@@ -183,6 +183,8 @@ bool MachineImpl::Load(const std::string& host_folder, std::string& problem) {
     return false;
   }
   std::optional<std::string> config, registry, cache;
+  const std::string names[] = {kConfigFile, kRegistryFile, kCacheFile};
+  if (!FinishWriting(folder_, names, problem)) return false;
   if (!ReadWhole(folder_, kConfigFile, config, problem) || !ReadWhole(folder_, kRegistryFile, registry, problem) ||
       !ReadWhole(folder_, kCacheFile, cache, problem)) {
     return false;
@@ -323,9 +325,10 @@ void MachineImpl::Boot() {
 }
 
 bool MachineImpl::Save(std::string& problem) {
-  return WriteWhole(folder_, kConfigFile, WriteConfig(state_), problem) &&
-         WriteWhole(folder_, kRegistryFile, WriteRegistryFile(state_.registry), problem) &&
-         WriteWhole(folder_, kCacheFile, WriteCache(state_.cache), problem);
+  const HostText texts[] = {{kConfigFile, WriteConfig(state_)},
+                            {kRegistryFile, WriteRegistryFile(state_.registry)},
+                            {kCacheFile, WriteCache(state_.cache)}};
+  return WriteTogether(folder_, texts, problem);
 }
 
 }  // namespace

@@ -1,0 +1,126 @@
+// Calls the operations that Windows answers without the program around them: with answers of Windows that a test cannot
+// bring about otherwise, and with processes that end while nobody looks.
+#include <windows.h>
+
+#include <cstdio>
+#include <cwchar>
+#include <string>
+
+#include "platform/win32/convert.h"
+#include "platform/win32/factories.h"
+
+namespace {
+
+int passed = 0, failed = 0;
+
+void Check(bool held, const std::string& what) {
+  (held ? passed : failed)++;
+  std::printf("%s %s\n", held ? "ok  " : "FAIL", what.c_str());
+}
+
+// What Windows is made to say of every path.
+DWORD answered_attributes = 0, answered_tag = 0;
+bool can_be_opened = true;
+
+const HANDLE kFake = reinterpret_cast<HANDLE>(0x7777);
+
+DWORD WINAPI FakeGetFileAttributes(LPCWSTR /*path*/) {
+  return answered_attributes;
+}
+HANDLE WINAPI FakeFindFirstFile(LPCWSTR /*pattern*/, WIN32_FIND_DATAW* data) {
+  *data = {};
+  data->dwFileAttributes = answered_attributes;
+  data->dwReserved0 = answered_tag;
+  std::wcscpy(data->cFileName, L"name");
+  return kFake;
+}
+HANDLE WINAPI FakeCreateFile(LPCWSTR /*path*/, DWORD /*access*/, DWORD /*share*/, SECURITY_ATTRIBUTES* /*security*/,
+                             DWORD /*disposition*/, DWORD /*flags*/, HANDLE /*like*/) {
+  return can_be_opened ? ::CreateEventW(nullptr, TRUE, FALSE, nullptr) : INVALID_HANDLE_VALUE;
+}
+BOOL WINAPI FakeGetFileInformation(HANDLE /*file*/, FILE_INFO_BY_HANDLE_CLASS kind, void* info, DWORD size) {
+  if (kind != FileAttributeTagInfo || size != sizeof(FILE_ATTRIBUTE_TAG_INFO)) return FALSE;
+  *static_cast<FILE_ATTRIBUTE_TAG_INFO*>(info) = {answered_attributes, answered_tag};
+  return TRUE;
+}
+
+}  // namespace
+
+// The places where the calls of the operations find these functions of Windows: the linker takes these instead of those
+// that the system fills.
+extern "C" {
+decltype(&GetFileAttributesW) __imp_GetFileAttributesW = FakeGetFileAttributes;
+decltype(&FindFirstFileW) __imp_FindFirstFileW = FakeFindFirstFile;
+decltype(&CreateFileW) __imp_CreateFileW = FakeCreateFile;
+decltype(&GetFileInformationByHandleEx) __imp_GetFileInformationByHandleEx = FakeGetFileInformation;
+}
+
+namespace {
+
+// Of the points at which a file system hands over to somebody, those that lead to another place.
+void ReparseTags() {
+  const struct {
+    DWORD tag;
+    bool leads_elsewhere;
+    const char* what;
+  } kTags[] = {
+      {0xA0000003, true, "a junction"},
+      {0xA000000C, true, "a symbolic link"},
+      {0xA000001D, true, "a symbolic link of Linux"},
+      {0x80000013, false, "a deduplicated file"},
+      {0x9000001A, false, "a file of a cloud folder"},
+      {0x9000601A, false, "a file of another cloud folder"},
+      {0x80000017, false, "a compressed file of the system"},
+      {0x8000001B, false, "an entry for a program of the shop"},
+  };
+  const auto files = qb::win32::MakeFiles();
+  for (const auto& c : kTags) {
+    answered_tag = c.tag;
+    bool right = true;
+    for (const DWORD kind : {FILE_ATTRIBUTE_ARCHIVE, FILE_ATTRIBUTE_DIRECTORY}) {
+      answered_attributes = kind | FILE_ATTRIBUTE_REPARSE_POINT;
+      const DWORD wanted = c.leads_elsewhere ? answered_attributes : kind;
+      auto first = files->FindFirstFileA("C:\\x\\*");
+      auto asked = files->GetFileAttributesA("C:\\x\\name");
+      right = right && first.ok() && first.value.data.attributes == wanted && asked.ok() && asked.value == wanted;
+    }
+    Check(right,
+          std::string(c.what) + (c.leads_elsewhere ? " leads elsewhere" : " is a file or folder like all others"));
+  }
+  can_be_opened = false;
+  auto asked = files->GetFileAttributesA("C:\\x\\name");
+  Check(asked.ok() && asked.value == answered_attributes, "what cannot be read counts as leading elsewhere");
+}
+
+bool NumberIsTaken(DWORD process) {
+  HANDLE opened = ::OpenProcess(SYNCHRONIZE, FALSE, process);
+  if (opened != nullptr) ::CloseHandle(opened);
+  return opened != nullptr;
+}
+
+void ProcessNumbers() {
+  const auto processes = qb::win32::MakeProcesses();
+  auto started = processes->CreateProcessA("C:\\windows\\system32\\cmd.exe /c exit 3", SW_HIDE);
+  Check(started.ok(), "a program starts");
+  if (!started.ok()) return;
+  HANDLE other = ::OpenProcess(SYNCHRONIZE, FALSE, started.value);
+  ::WaitForSingleObject(other, 20000);
+  ::CloseHandle(other);
+  Sleep(300);  // what the system itself still holds of it goes
+  Check(NumberIsTaken(started.value), "its number is not given to another while nobody has asked after it");
+  auto opened = processes->OpenProcess(PROCESS_QUERY_INFORMATION, false, started.value);
+  auto code = opened.ok() ? processes->GetExitCodeProcess(opened.value) : qb::Result<std::uint32_t>(opened.error);
+  Check(code.ok() && code.value == 3, "it tells how it ended");
+  Check(NumberIsTaken(started.value), "nor while it is asked after");
+  Check(opened.ok() && qb::Ok(processes->CloseHandle(opened.value)), "the handle is given back");
+  Check(!NumberIsTaken(started.value), "and then it is free");
+}
+
+}  // namespace
+
+int main() {
+  ReparseTags();
+  ProcessNumbers();
+  std::printf("driver: %d passed, %d failed\n", passed, failed);
+  return failed == 0 ? 0 : 1;
+}
