@@ -14,8 +14,9 @@ std::string KeepFilePath(const std::string& data_folder);
 // two. False if the file does not open; any bytes give an orderly list.
 bool LoadKeepFile(Channels& channels, const std::string& path, std::vector<std::string>& entries);
 
-// Writes the file anew; entries of fewer than 3 characters are left out. A file that does not open stays
-// as it was.
-RuntimeError SaveKeepFile(Channels& channels, const std::string& path, const std::vector<std::string>& entries);
+// Writes the file anew, beside the old one first; entries of fewer than 3 characters are left out. On failure the old
+// one stays as it was.
+RuntimeError SaveKeepFile(Files& files, Channels& channels, const std::string& path,
+                          const std::vector<std::string>& entries);
 
 }  // namespace qb

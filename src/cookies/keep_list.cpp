@@ -37,7 +37,7 @@ std::vector<std::string> KeepList::FileRows() const {
 
 void KeepList::Save() {
   const std::vector<std::string>& rows = Rows();
-  StepOver(SaveKeepFile(channels_, KeepFilePath(data_folder_), rows));
+  StepOver(SaveKeepFile(files_, channels_, KeepFilePath(data_folder_), rows));
   settings_.SaveNumber(Setting::SaveCookieCount, static_cast<std::int32_t>(rows.size()));
 }
 

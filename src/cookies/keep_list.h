@@ -20,8 +20,8 @@ std::optional<std::string> Strip_Cookie_Suffix(const std::string& text);
 class KeepList {
  public:
   // `data_folder` is looked up at each use of the file.
-  KeepList(Channels& channels, Settings& settings, const std::string& data_folder)
-      : channels_(channels), settings_(settings), data_folder_(data_folder) {}
+  KeepList(Files& files, Channels& channels, Settings& settings, const std::string& data_folder)
+      : files_(files), channels_(channels), settings_(settings), data_folder_(data_folder) {}
 
   // In the order of the list; duplicates are kept. Reads the file if that has not been done.
   const std::vector<std::string>& Rows();
@@ -53,6 +53,7 @@ class KeepList {
   bool AnyRowIn(std::string_view text, std::optional<KeepMatcher>& matcher,
                 std::string (*form)(const std::string& row));
 
+  Files& files_;
   Channels& channels_;
   Settings& settings_;
   const std::string& data_folder_;

@@ -12,7 +12,7 @@ Program::Program(Platform& platform, FormWatcher& watcher, std::string command_l
       application_window_(application_window),
       platform_(platform),
       services_(platform),
-      keep_list_(services_.channels, services_.settings, services_.data_folder),
+      keep_list_(platform.files, services_.channels, services_.settings, services_.data_folder),
       products_(platform, services_.reg_settings, services_.settings, *this),
       main_window_({platform, watcher, services_.life}, services_, *this),
       options_({platform, watcher, services_.life}, services_, products_, [this] { ShowMainWindow(); }),

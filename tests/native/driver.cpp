@@ -5,6 +5,7 @@
 
 #include "browser_story.h"
 #include "computer.h"
+#include "ends_story.h"
 #include "internet_story.h"
 #include "names_story.h"
 #include "remote_program.h"
@@ -188,6 +189,7 @@ int main(int count, char** arguments) {
       {"setup", SetupStory},
       {"browsers", [] { BrowserStory(Check); }},
       {"internet", [] { InternetStory(Check); }},
+      {"ends", [] { EndsStory(Check); }},
       {"names", [] { NamesStory(Check); }},
       {"windows", [] { WindowStories(Check); }},
       {"resident", [] { ResidentStory(Check); }},
