@@ -12,12 +12,13 @@
 #include "core/program_life.h"
 #include "core/resident.h"
 #include "core/services.h"
+#include "core/version.h"
 #include "kill/kill_engine.h"
 #include "thumbs/thumbs_window.h"
 
 namespace qb {
 
-inline constexpr std::string_view kProgramVersion = "2019.1.0";
+inline constexpr std::string_view kProgramVersion = QUILLBARROW_VERSION;
 
 class Program : public ProgramLife, public SetupAsker, private RunHost, private WizardHost, private ResidentHost {
  public:
