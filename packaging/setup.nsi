@@ -179,6 +179,7 @@ Section "Uninstall"
   Delete "$INSTDIR\Uninstall.exe"
   ; Only if nothing else lies in it, as a helper that the user put there.
   RMDir "$INSTDIR"
+  RMDir "$LOCALAPPDATA\Programs"
   Delete "$SMPROGRAMS\Quillbarrow.lnk"
   DeleteRegKey HKCU "${ENTRY}"
   ; Without windows they stay, unless /DATA asks for them.

@@ -23,11 +23,11 @@ while IFS= read -r archive; do
   case "$archive" in
     */lib/gcc/x86_64-w64-mingw32/*/libstdc++.a | */lib/gcc/x86_64-w64-mingw32/*/libgcc.a | */lib/gcc/x86_64-w64-mingw32/*/libgcc_eh.a) ;;
     */x86_64-w64-mingw32/lib/lib*.a) ;; # of mingw-w64, the libraries that name the functions of Windows among them
-    libqb_*.a | */libqb_*.a) ;;
+    libqb_*.a | */libqb_*.a | CMakeFiles/Quillbarrow.dir/objects.a) ;; # its own
     *) strange+=" $archive" ;;
   esac
 done <<<"$linked"
-if [ -n "$strange" ] || ! has 'libstdc\+\+\.a' || ! has 'libwinpthread\.a' || ! has 'libmingw32\.a'; then
+if [ -n "$strange" ] || ! has 'libstdc\+\+\.a' || ! has 'lib(win)?pthread\.a' || ! has 'libmingw32\.a'; then
   echo "spdx.sh: cannot tell what is linked in:${strange:- no map of the link}" >&2
   exit 1
 fi

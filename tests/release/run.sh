@@ -26,11 +26,12 @@ failed=0
 check() {
   local what=$1
   shift
-  if "$@"; then
+  if "$@" >"$WORK/said" 2>&1; then
     echo "ok   $what"
     passed=$((passed + 1))
   else
     echo "FAIL $what"
+    cat "$WORK/said"
     failed=$((failed + 1))
   fi
 }
@@ -60,11 +61,12 @@ is() { [ "$(value "$1" "$2")" = "$3" ]; }
 running() {
   local process
   for process in /proc/[0-9]*; do
-    [[ "$(tr -d '\0' <"$process/cmdline" 2>/dev/null)" == *[\\/]Quillbarrow.exe* ]] || continue
-    tr '\0' '\n' <"$process/environ" 2>/dev/null | grep -qxF "WINEPREFIX=$WINEPREFIX" && basename "$process"
+    [[ "$({ tr -d '\0' <"$process/cmdline"; } 2>/dev/null)" == *[\\/]Quillbarrow.exe* ]] || continue
+    { tr '\0' '\n' <"$process/environ"; } 2>/dev/null | grep -qxF "WINEPREFIX=$WINEPREFIX" && basename "$process"
   done | grep .
 }
-everything() { find "$WINEPREFIX/drive_c" -not -path '*/Temp/*' -not -path '*/temp/*' | sort; }
+# All on the disk but what Windows itself makes once a program asks for its URL cache.
+everything() { find "$WINEPREFIX/drive_c" -not -ipath '*/temp/*' -not -path '*/Windows/INet*' -not -path '*/Windows/History/*' | sort; }
 
 if [ -d "$WORK/again" ]; then
   check 'a second release has the same bytes' diff build/release/SHA256SUMS "$WORK/again/build/release/SHA256SUMS"
@@ -105,16 +107,16 @@ check 'from the Start menu too' not test -e "$LINK"
 check 'and nothing starts with Windows any more' not value "$RUN" Quillbarrow
 check 'settings and data stay' test -f "$LOCAL/Quillbarrow/qb.dat" -a -n "$(value "$STORE" QBBuild)"
 
-check 'an installation in a folder of the choice of the user' wine 'C:\setup.exe' /S '/D=C:\Own Folder'
-touch "$WINEPREFIX/drive_c/Own Folder/ClearIEcache.cmd"
+check 'an installation in a folder of the choice of the user' wine 'C:\setup.exe' /S '/D=C:\Own'
+touch "$WINEPREFIX/drive_c/Own/ClearIEcache.cmd"
 wine reg add "$RUN" /v Quillbarrow /d 'another copy' /f >/dev/null 2>&1
-check 'a removal with settings and data' wine "$WINEPREFIX/drive_c/Own Folder/Uninstall.exe" /S /DATA
-within 60 not test -e "$WINEPREFIX/drive_c/Own Folder/Uninstall.exe" || true
+check 'a removal with settings and data' wine "$WINEPREFIX/drive_c/Own/Uninstall.exe" /S /DATA
+within 60 not test -e "$WINEPREFIX/drive_c/Own/Uninstall.exe" || true
 within 20 not test -e "$LOCAL/Quillbarrow" || true
 check 'what another copy wrote is left' is "$RUN" Quillbarrow 'another copy'
 check 'the settings are gone' not wine reg query 'HKCU\Software\VB and VBA Program Settings' >/dev/null 2>&1
-rm "$WINEPREFIX/drive_c/Own Folder/ClearIEcache.cmd" # the user's own file was left, and with it the folder
-rmdir "$WINEPREFIX/drive_c/Own Folder"
+rm "$WINEPREFIX/drive_c/Own/ClearIEcache.cmd" # the user's own file was left, and with it the folder
+rmdir "$WINEPREFIX/drive_c/Own"
 sleep 2
 everything >"$WORK/after"
 check 'and nothing of the program is left on the disk' diff "$WORK/before" "$WORK/after"
