@@ -50,6 +50,34 @@ need_windows() {
     xauth:xauth imagemagick:import
 }
 
+need_release() {
+  need_windows
+  need git nsis:makensis nsis-common:/usr/share/nsis/Stubs/lzma_solid-amd64-unicode zip unzip
+}
+
+# follow LOG PATTERN COMMAND … runs the command with its output in LOG and gives its status. Meanwhile it shows the last match
+# of the pattern in LOG: in place on a terminal, else once a minute on a line.
+follow() {
+  local log=$1 pattern=$2 status=0 watcher
+  shift 2
+  : >"$log"
+  (
+    every=60 before='' after=$'\n' seconds=0
+    if [ -t 2 ]; then every=1 before=$'\r\e[K' after=''; fi
+    while sleep 1 && kill -0 $$ 2>/dev/null; do
+      ((++seconds % every == 0)) || continue
+      last=$(grep -oE "$pattern" "$log" | tail -n 1) || continue
+      printf '%s  %s%s' "$before" "$last" "$after" >&2
+    done
+  ) >/dev/null &
+  watcher=$!
+  "$@" >>"$log" 2>&1 || status=$?
+  kill "$watcher" 2>/dev/null || true
+  wait "$watcher" 2>/dev/null || true
+  if [ -t 2 ]; then printf '\r\e[K' >&2; fi
+  return "$status"
+}
+
 # build PRESET TARGET [CMAKE_OPTION…] configures if need be and builds; its output is only shown if it fails.
 build() {
   local preset=$1 target=$2 log
@@ -57,7 +85,8 @@ build() {
   log=$ROOT/build/$preset.log
   mkdir -p "$ROOT/build"
   say "Building $preset …"
-  if ! { cmake --preset "$preset" "$@" && cmake --build --preset "$preset" --target "$target" -j "$(nproc)"; } >"$log" 2>&1; then
+  configure_and_build() { cmake --preset "$preset" "$@" && cmake --build --preset "$preset" --target "$target" -j "$(nproc)"; }
+  if ! follow "$log" '^\[ *[0-9]+%\]' configure_and_build "$@"; then
     tail -n 60 "$log" >&2
     say "The build failed; all of it is in $log"
     exit 1
