@@ -11,7 +11,7 @@ line() {
   awk -v name="$1" -v ours="$2" -v other_name="$3" -v other="$4" -v unit="$5" -v goal="$6" 'BEGIN {
     ratio = ours / other
     printf "%s: ours %.2f %s, %s %.2f %s, ratio %.2f", name, ours, unit, other_name, other, unit, ratio
-    if (goal > 0) printf " (goal %.2f%s)", goal, ratio > goal ? ", missed" : ""
+    if (goal > 0) printf " (goal %.2f%s)", goal, (ratio > goal ? ", missed" : "")
     printf "\n"
   }'
 }
@@ -20,7 +20,7 @@ line() {
 windows() {
   [ ! -e "$WINEPREFIX/dosdevices/z:" ] || { say "There is a drive Z:"; exit 1; }
   (cd "$WINEPREFIX/drive_c" && xvfb-run -a -s '-screen 0 1280x900x24' \
-    sh -c 'BENCH_BEGAN=$(date +%s%3N) exec wine "$@"' sh "$@" 2>/dev/null) | tr -d '\r'
+    sh -c 'BENCH_BEGAN=$(date +%s%3N) exec wine "$@"' sh "$@" 2>/dev/null) | sed -u 's/\r$//'
 }
 
 # The desktop is a window of Wine's own: without a window manager Wine else waits two seconds whenever a window that had
@@ -58,8 +58,44 @@ bench_first() {
 }
 
 bench_start() { windows 'C:\windows_bench.exe' start; }
-bench_pause() { windows 'C:\windows_bench.exe' pause; }
-bench_hidden() { windows 'C:\windows_bench.exe' hidden; }
+
+# processor_ticks prints what the program has used in this prefix, in clock ticks; fails if it does not run.
+processor_ticks() {
+  local process
+  for process in /proc/[0-9]*; do
+    if grep -qzF 'Quillbarrow.exe' "$process/cmdline" && ! grep -qzF 'bench.exe' "$process/cmdline" &&
+      grep -qzxF "WINEPREFIX=$WINEPREFIX" "$process/environ"; then
+      # After the name, which may hold blanks, the 12th and 13th.
+      sed 's/.*) //' "$process/stat" | awk '{ print $12 + $13 }'
+      return 0
+    fi
+  done 2>/dev/null
+  return 1
+}
+
+# processor_share NAME GOAL reads the lines of a bench and prints the median share of a core between "begin" and "end".
+processor_share() {
+  local text ticks now began shares=()
+  while read -r text; do
+    case $text in
+      begin)
+        ticks=$(processor_ticks)
+        began=$EPOCHREALTIME
+        ;;
+      end)
+        now=$(processor_ticks) || { say "The program ended before it was measured"; exit 1; }
+        shares+=("$(awk -v used=$((now - ticks)) -v from="$began" -v to="$EPOCHREALTIME" -v rate="$(getconf CLK_TCK)" \
+          'BEGIN { print 100 * used / rate / (to - from) }')")
+        ;;
+      *) echo "$text" ;;
+    esac
+  done
+  line "$1" "$(printf '%s\n' "${shares[@]}" | sort -n | sed -n "$(((${#shares[@]} + 1) / 2))p")" "the goal" "$2" "% of a core" 1
+}
+bench_pause() { windows 'C:\windows_bench.exe' pause | processor_share "processor time in the closing pause" 5; }
+bench_hidden() {
+  windows 'C:\windows_bench.exe' hidden | processor_share "processor time while hidden, two minutes" 0.1
+}
 
 bench_wipe() {
   local trees=$WINEPREFIX/drive_c/trees folder file
