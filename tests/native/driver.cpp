@@ -110,9 +110,6 @@ void KillStory() {
   }
   program.Close();
   Check(WaitFor([&] { return !IsWindowVisible(window); }) && program.Running(500), "the next close is a hide again");
-  const double at_rest = program.ProcessorTime();
-  Sleep(3000);
-  std::printf("     processor time in three seconds at rest, hidden: %.1f ms\n", program.ProcessorTime() - at_rest);
   program.Close();
   Check(!program.Running(10000), "a close request while hidden ends the program");
   Check(Value(kStore, "HistoryRemoved") != "" && Value(kStore, "HistoryRemoved") != "0",

@@ -236,13 +236,4 @@ bool RemoteProgram::End() {
   return !Running(10000);
 }
 
-double RemoteProgram::ProcessorTime() {
-  FILETIME created, ended, kernel, user;
-  if (!GetProcessTimes(process_.hProcess, &created, &ended, &kernel, &user)) return -1;
-  auto ticks = [](const FILETIME& time) {
-    return static_cast<double>(static_cast<unsigned long long>(time.dwHighDateTime) << 32 | time.dwLowDateTime);
-  };
-  return (ticks(kernel) + ticks(user)) / 10000;
-}
-
 }  // namespace native

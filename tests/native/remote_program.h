@@ -54,8 +54,6 @@ class RemoteProgram {
   bool ExitCode(DWORD& code) const { return GetExitCodeProcess(process_.hProcess, &code) != FALSE; }
   void Close();  // posts a close request to the main window
   bool End();    // closes it twice, the first time only hides it; false if the program still runs
-  // Processor time used so far, in milliseconds.
-  double ProcessorTime();
 
  private:
   PROCESS_INFORMATION process_{};

@@ -1,6 +1,5 @@
 #include "resident_story.h"
 
-#include <cstdio>
 #include <initializer_list>
 #include <iterator>
 
@@ -351,11 +350,6 @@ void WatcherPart(const Report& check) {
   check(left.empty(), "a tick of the guard brings its five values back" + left);
 
   check(Hide(program), "the window hides");
-  Sleep(1000);
-  const double at_rest = program.ProcessorTime();
-  Sleep(10000);
-  std::printf("     processor time in ten seconds at rest, hidden: %.1f ms of %.1f ms\n",
-              program.ProcessorTime() - at_rest, program.ProcessorTime());
   check(program.End() && !HasIcon(window) && TakenChords() == 0, "the program ends, with its icon and its chords");
 }
 
