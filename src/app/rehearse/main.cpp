@@ -6,8 +6,23 @@
 #include <iostream>
 
 #include "app/rehearse/console/console.h"
+#include "core/version.h"
 
 namespace {
+
+constexpr const char* kHelp =
+    "usage: quillbarrow-rehearse MACHINE [SCRIPT]\n"
+    "\n"
+    "Runs Quillbarrow " QUILLBARROW_VERSION
+    " on a machine, a Windows computer in a folder, and deletes nothing outside of it.\n"
+    "\n"
+    "MACHINE  the folder; a plain machine is made in one that is absent or empty. One of your own\n"
+    "         computer: docs/machine.md\n"
+    "SCRIPT   a file of commands, one a line; without it they come from standard input\n"
+    "\n"
+    "A first session: start | choose tabMain 5 | show | tick chkRunHistory | click cmdClearNow | log\n"
+    "\n"
+    "Exit status: 0; 1 if an expect did not hold; 2 if something was not understood or could not be read.\n";
 
 using qb::rehearse::Status;
 
@@ -23,7 +38,16 @@ int Refuse(const std::string& problem) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2 || argc > 3) return Refuse("usage: quillbarrow-rehearse MACHINE [SCRIPT]");
+  const std::string_view first = argc > 1 ? argv[1] : "";
+  if (argc == 2 && (first == "--help" || first == "-h")) {
+    std::cout << kHelp;
+    return 0;
+  }
+  if (first.substr(0, 1) == "-") {
+    return Refuse("unknown option " + std::string(first) + "; see --help (a folder of that name: ./" +
+                  std::string(first) + ")");
+  }
+  if (argc < 2 || argc > 3) return Refuse("usage: quillbarrow-rehearse MACHINE [SCRIPT]; see --help");
   std::ifstream script;
   if (argc == 3) {
     // Read first, so that a misspelt name leaves no new machine behind. A folder opens as a file too.

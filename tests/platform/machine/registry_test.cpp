@@ -146,7 +146,7 @@ TEST_F(RegistryOfMachine, EveryNameAndEveryDataComesBackFromTheFile) {
 TEST_F(RegistryOfMachine, FilesThatWindowsWritesAreRead) {
   const std::string text =
       "Windows Registry Editor Version 5.00\r\n\r\n; a remark\r\n[HKEY_CURRENT_USER\\Exp]\r\n\"n\"=dword:0000002a\r\n"
-      "@=\"x\\\\y\\\"\"\r\n\"e\"=hex(2):25,00,\\\r\n  "
+      "@=\"x\\\\y\\\"\"\r\n\"t\"=\"one \r\n\r\n [2]\\\\\r\n\\\"\"\r\n\"w\"=\"1\\r\\n2\"\r\n\"e\"=hex(2):25,00,\\\r\n  "
       "41,00,25,00,00,00\r\n\"b\"=hex:\r\n\r\n[HKEY_USERS\\.DEFAULT]\r\n\r\n";
   std::string wide = "\xFF\xFE";
   for (char c : text) wide += {c, '\0'};
@@ -155,12 +155,14 @@ TEST_F(RegistryOfMachine, FilesThatWindowsWritesAreRead) {
     Reopen();
     const auto key = world().ReadKey("HKCU\\Exp");
     ASSERT_TRUE(key.has_value());
-    ASSERT_EQ(key->values.size(), 4u);
+    ASSERT_EQ(key->values.size(), 6u);
     EXPECT_EQ(key->values[0].data, std::string("\x2a\0\0\0", 4));
     EXPECT_EQ(key->values[1].data, "x\\y\"");
-    EXPECT_EQ(key->values[2].type, kRegExpandSz);
-    EXPECT_EQ(key->values[2].data, "%A%");
-    EXPECT_EQ(key->values[3].data, "");
+    EXPECT_EQ(key->values[2].data, "one \r\n\r\n [2]\\\r\n\"") << "a text of several lines";
+    EXPECT_EQ(key->values[3].data, "1\r\n2");
+    EXPECT_EQ(key->values[4].type, kRegExpandSz);
+    EXPECT_EQ(key->values[4].data, "%A%");
+    EXPECT_EQ(key->values[5].data, "");
     SaveAndReopen();
     EXPECT_NE(HostRead(HostFolder() / "registry.reg").find("HKEY_USERS\\.DEFAULT"), std::string::npos)
         << "other roots are kept";

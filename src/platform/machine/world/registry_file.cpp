@@ -19,13 +19,15 @@ std::string_view Trimmed(std::string_view text) {
   return text;
 }
 
-// A quoted text at the front; false if it does not end.
+// A quoted text at the front; false if it does not end. Wine writes the ends of lines in it as \n and \r, Windows as
+// they are; no backslash of the text itself stands alone.
 bool TakeQuoted(std::string_view& text, std::string& value) {
   if (text.empty() || text.front() != '"') return false;
   value.clear();
   for (std::size_t i = 1; i < text.size(); ++i) {
     if (text[i] == '\\' && i + 1 < text.size()) {
-      value += text[++i];
+      const char c = text[++i];
+      value += c == 'n' ? '\n' : c == 'r' ? '\r' : c;
     } else if (text[i] == '"') {
       text.remove_prefix(i + 1);
       return true;
@@ -145,24 +147,45 @@ void WriteKey(const RegKey& key, const std::string& path, std::string& text) {
   for (const RegKey* sub_key : key.Children()) WriteKey(*sub_key, path + '\\' + sub_key->name, text);
 }
 
-// The next line, with lines that end in a backslash joined to the one before.
+// Whether a quoted text is open behind `line`, if one was before it.
+bool OpenQuote(std::string_view line, bool open) {
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (line[i] == '\\' && open)
+      ++i;
+    else if (line[i] == '"')
+      open = !open;
+  }
+  return open;
+}
+
+// The next line, with lines that end in a backslash joined to the one before, and those of a text of several lines.
 bool TakeLine(std::string_view& text, std::string& line, std::size_t& number) {
   line.clear();
   if (text.empty()) return false;
+  bool open = false;
   for (;;) {
     const std::size_t cut = std::min(text.find('\n'), text.size());
     std::string_view one = text.substr(0, cut);
     text.remove_prefix(std::min(cut + 1, text.size()));
     ++number;
-    if (!one.empty() && one.back() == '\r') one.remove_suffix(1);
-    one = Trimmed(one);
+    const bool returns = !one.empty() && one.back() == '\r';
+    if (returns) one.remove_suffix(1);
+    const bool value = open || Trimmed(one).substr(0, 1) == "\"" || Trimmed(one).substr(0, 1) == "@";
+    const bool opens = value && OpenQuote(one, open);
+    if (opens && !text.empty()) {
+      line.append(one).append(returns ? "\r\n" : "\n");
+      open = true;
+      continue;
+    }
+    if (!open) one = Trimmed(one);
     const bool goes_on =
-        !one.empty() && one.back() == '\\' && one.front() != '[' && one.front() != ';' && !text.empty();
+        !opens && !one.empty() && one.back() == '\\' && one.front() != '[' && one.front() != ';' && !text.empty();
     if (!goes_on) {
       line += one;
       return true;
     }
     line += one.substr(0, one.size() - 1);
+    open = false;
   }
 }
 
