@@ -14,6 +14,22 @@ cp "$ROOT/build/windows/native_driver.exe" "$ROOT/build/windows/native_helper.ex
   "$ROOT/build/windows/native_seam.exe" "$ROOT/build/windows/windows_of_others.exe" "$ROOT/build/windows/program_of_bytes.exe" "$ROOT/tests/native/browsers.rehearsal" "$WINEPREFIX/drive_c/"
 cp "$ROOT/build/windows/Quillbarrow.exe" "$WINEPREFIX/drive_c/program_of_unicode.exe"
 
+# registry_export: a machine made with an export of the whole registry knows the user's keys and those of the computer.
+registry_export() {
+  local keys='HKCU\Software\Machine test'
+  wine reg add "$keys" /v 'of "two\lines' /d $'Grüße,\nÖ' /f >/dev/null 2>&1
+  wine regedit /E 'C:\all.reg' >/dev/null 2>&1
+  bash "$ROOT/scripts/own_machine.sh" "$WORK/machine-own" "$WINEPREFIX/drive_c/all.reg" || true
+  if printf 'expect reg show "%s" has "of ""two\lines sz Grüße," Ö\nexpect reg show "HKLM\\Software\\Microsoft\\Windows NT\\CurrentVersion" has SystemRoot' "$keys" |
+    "$ROOT/build/host/quillbarrow-rehearse" "$WORK/machine-own"; then
+    echo "ok   a machine opens with an export of the whole registry"
+    passed=$((passed + 1))
+  else
+    echo "FAIL a machine with an export of the whole registry"
+    failed=$((failed + 1))
+  fi
+}
+
 plays() { [ -z "$story" ] || [ "$story" = "$1" ]; }
 if plays thumbs; then
   need python3
@@ -73,7 +89,7 @@ if plays seam; then
   imports
   drive native_seam.exe
 fi
-[ "$story" = seam ] || drive native_driver.exe ${story:+"$story"}
+[[ "$story" =~ ^(seam|export)$ ]] || drive native_driver.exe ${story:+"$story"}
 if plays internet; then
   # All ends with the session; the next program that starts in the prefix makes Windows boot first.
   wineserver -k || true
@@ -85,6 +101,7 @@ if plays kill; then compare story native-log.txt; fi
 if plays browsers; then compare browsers browsers-log.txt; fi
 if plays internet; then compare internet internet-log.txt; fi
 if plays resident; then compare resident resident-log.txt; fi
+if plays export; then registry_export; fi
 if plays thumbs; then compare thumbs thumbs-log.txt; fi
 echo "native: $passed passed, $failed failed"
 [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]

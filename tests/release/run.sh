@@ -114,13 +114,13 @@ check 'a removal with settings and data' wine "$WINEPREFIX/drive_c/Own/Uninstall
 within 60 not test -e "$WINEPREFIX/drive_c/Own/Uninstall.exe" || true
 within 20 not test -e "$LOCAL/Quillbarrow" || true
 check 'what another copy wrote is left' is "$RUN" Quillbarrow 'another copy'
-check 'the settings are gone' not wine reg query 'HKCU\Software\VB and VBA Program Settings' >/dev/null 2>&1
+check 'the settings are gone' not wine reg query 'HKCU\Software\VB and VBA Program Settings'
 rm "$WINEPREFIX/drive_c/Own/ClearIEcache.cmd" # the user's own file was left, and with it the folder
 rmdir "$WINEPREFIX/drive_c/Own"
 sleep 2
 everything >"$WORK/after"
 check 'and nothing of the program is left on the disk' diff "$WORK/before" "$WORK/after"
-wineserver -k
+wineserver -k || true # it may have ended with the last program
 wineserver -w
 echo "release: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]

@@ -20,7 +20,7 @@ constexpr const char* kHelp =
     "         computer: docs/machine.md\n"
     "SCRIPT   a file of commands, one a line; without it they come from standard input\n"
     "\n"
-    "A first session: start | choose tabMain 5 | show | tick chkRunHistory | click cmdClearNow | log\n"
+    "A first session: start | choose SftTabs1 4 | show | tick chkWin_StartRun | click cmdKILLALL | log\n"
     "\n"
     "Exit status: 0; 1 if an expect did not hold; 2 if something was not understood or could not be read.\n";
 
