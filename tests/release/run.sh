@@ -116,7 +116,7 @@ within 20 not test -e "$LOCAL/Quillbarrow" || true
 check 'what another copy wrote is left' is "$RUN" Quillbarrow 'another copy'
 check 'the settings are gone' not wine reg query 'HKCU\Software\VB and VBA Program Settings'
 rm "$WINEPREFIX/drive_c/Own/ClearIEcache.cmd" # the user's own file was left, and with it the folder
-rmdir "$WINEPREFIX/drive_c/Own"
+check 'and nothing but it lay in the folder any more' within 20 rmdir "$WINEPREFIX/drive_c/Own"
 sleep 2
 everything >"$WORK/after"
 check 'and nothing of the program is left on the disk' diff "$WORK/before" "$WORK/after"
