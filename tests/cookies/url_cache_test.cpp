@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+
+#include "runtime/text.h"
 #include "tests/support/rehearsal.h"
 
 namespace qb {
@@ -121,28 +125,45 @@ TEST(UrlCacheList, TheObjectModelTestsItsResultAgainstTheLastError) {
   }
 }
 
-TEST(UrlCacheList, DatesAndSizes) {
+// Each field of an entry has a value of its own, so that no two may be exchanged.
+TEST(UrlCacheList, EachFieldOfAnEntryGoesWhereItBelongs) {
   Rehearsal rehearsal;
   Platform& platform = rehearsal.machine().platform();
+  constexpr std::uint64_t kNoon = 132038640000000000, kHour = 36000000000;  // 2019-06-01 12:00:00
   ToldCache cache;
-  cache.entry.last_modified = {132038640000000000};  // 2019-06-01 12:00:00
-  cache.entry.size_high = 7;
-  cache.entry.size_low = 0x80000000;
+  const auto at = [](std::uint64_t hour) { return FileTime{kNoon + hour * kHour}; };
+  cache.entry = {1, "url", "file", kCookie, 2, 3, 0x80000000, 7, at(0), at(1), at(2), at(3), "header", "htm"};
   oCacher cacher(cache, platform.system, platform.desktop);
   CacheEntries& entries = cacher.CacheCollection(kCacheCookie, "");
   ASSERT_EQ(entries.Count(), 1u);
-  EXPECT_DOUBLE_EQ(entries.Item(1)->LastModifiedTime, 43617.5);  // days since 30 December 1899
-  EXPECT_DOUBLE_EQ(entries.Item(1)->ExpireTime, -109205);
-  EXPECT_EQ(entries.Item(1)->StructureSize, 200);
+  const oCacheEntry& kept = *entries.Item(1);
+  EXPECT_EQ(kept.SourceUrlName + " " + kept.LocalFileName, "url file");
+  const std::int32_t numbers[] = {kept.StructureSize, kept.CacheType, kept.UseCount, kept.HitRate};
+  EXPECT_TRUE(std::ranges::equal(numbers, std::to_array<std::int32_t>({200, 0x100001, 2, 3})));
+  double day = 43617.5;  // since 30 December 1899
+  for (double time : {kept.LastModifiedTime, kept.ExpireTime, kept.LastAccessTime, kept.LastSyncTime}) {
+    EXPECT_NEAR(time, day, 1e-9);
+    day += 1 / 24.0;
+  }
 
   CacheArrays arrays;
   Enum_Url_Cache(cache, platform.system, arrays);
-  EXPECT_EQ(arrays.cookies[1].last_modified.year, 2019);
-  EXPECT_EQ(arrays.cookies[1].last_modified.hour, 12);
-  EXPECT_EQ(arrays.cookies[1].size, INT32_MIN);
+  ASSERT_EQ(arrays.cookies.size(), 2u);
+  const CacheRecord& record = arrays.cookies[1];
+  EXPECT_EQ(record.source_url + " " + record.local_file + " " + record.header_info + " " + record.file_extension,
+            "url file header htm");
+  EXPECT_EQ(record.hit_rate, 3);
+  EXPECT_EQ(record.size, INT32_MIN);
+  int hour = 12;
+  for (const SystemTime& time : {record.last_modified, record.expires, record.last_access, record.last_sync}) {
+    EXPECT_EQ(DateText(time), "2019-06-01");
+    EXPECT_EQ(time.hour, hour++);
+  }
 
+  cache.entry.last_modified = {};
+  EXPECT_DOUBLE_EQ(cacher.CacheCollection(kCacheCookie, "").Item(2)->LastModifiedTime, -109205);
   rehearsal.Play("fail FileTimeToLocalFileTime every\n");
-  EXPECT_EQ(cacher.CacheCollection(kCacheCookie, "").Item(2)->LastModifiedTime, 0);
+  EXPECT_EQ(cacher.CacheCollection(kCacheCookie, "").Item(3)->LastModifiedTime, 0);
 }
 
 TEST(CacheEntries, KeysAndPlaces) {
