@@ -16,10 +16,12 @@ inline constexpr std::uint32_t kFileWriteAttributes = 0x100;
 inline constexpr std::uint32_t kShareNone = 0;
 inline constexpr std::uint32_t kShareRead = 1;
 inline constexpr std::uint32_t kShareWrite = 2;
+inline constexpr std::uint32_t kShareDelete = 4;
 inline constexpr std::uint32_t kCreateNew = 1;
 inline constexpr std::uint32_t kCreateAlways = 2;
 inline constexpr std::uint32_t kOpenExisting = 3;
 inline constexpr std::uint32_t kOpenAlways = 4;
+inline constexpr std::uint32_t kTruncateExisting = 5;
 
 // File attributes.
 inline constexpr std::uint32_t kAttributeReadOnly = 0x1;
@@ -78,13 +80,15 @@ class Files {
   virtual Error SetEndOfFile(FileHandle file) = 0;
   virtual Result<std::uint64_t> GetFileSize(FileHandle file) = 0;
   virtual Error FlushFileBuffers(FileHandle file) = 0;
-  // A time that is nullopt is left as it is.
+  // A time that is nullopt or 0 is left as it is. One that is set stays through later writes by this handle. The handle
+  // must have been opened for writing or with kFileWriteAttributes.
   virtual Error SetFileTime(FileHandle file, std::optional<FileTime> created, std::optional<FileTime> accessed,
                             std::optional<FileTime> written) = 0;
   // CloseHandle on a file.
   virtual Error CloseHandle(FileHandle file) = 0;
 
-  // Refused with AccessDenied for a read-only file or a folder, SharingViolation for one that is held open.
+  // Refused with AccessDenied for a read-only file or a folder, SharingViolation for one that is held open by someone
+  // who does not share that. What is open all the same goes when it is closed.
   virtual Error DeleteFileA(std::string_view path) = 0;
   virtual Error MoveFileExA(std::string_view from, std::optional<std::string_view> to, std::uint32_t flags) = 0;
   virtual Error CopyFileA(std::string_view from, std::string_view to, bool fail_if_exists) = 0;

@@ -12,12 +12,12 @@ namespace qb {
 // Windows error codes, as GetLastError and the registry functions give them. Only those that the
 // program or its machine tells apart have a name; any other number may occur.
 enum class [[nodiscard]] Error : std::uint32_t{
-    Success = 0,          InvalidFunction = 1, FileNotFound = 2,      PathNotFound = 3,      AccessDenied = 5,
-    InvalidHandle = 6,    NotSameDevice = 17,  NoMoreFiles = 18,      WriteProtect = 19,     SharingViolation = 32,
-    HandleEof = 38,       FileExists = 80,     InvalidParameter = 87, DiskFull = 112,        InsufficientBuffer = 122,
-    InvalidName = 123,    DirNotEmpty = 145,   AlreadyExists = 183,   FilenameTooLong = 206, MoreData = 234,
-    NoMoreItems = 259,    DirectoryName = 267, NoneMapped = 1332,     InvalidWindow = 1400,  HotKeyTaken = 1409,
-    HotKeyUnknown = 1419,
+    Success = 0,         InvalidFunction = 1,   FileNotFound = 2,      PathNotFound = 3,   AccessDenied = 5,
+    InvalidHandle = 6,   NotSameDevice = 17,    NoMoreFiles = 18,      WriteProtect = 19,  SharingViolation = 32,
+    HandleEof = 38,      FileExists = 80,       InvalidParameter = 87, DiskFull = 112,     InsufficientBuffer = 122,
+    InvalidName = 123,   NegativeSeek = 131,    DirNotRoot = 144,      DirNotEmpty = 145,  BadPathName = 161,
+    AlreadyExists = 183, FilenameTooLong = 206, MoreData = 234,        NoMoreItems = 259,  DirectoryName = 267,
+    KeyDeleted = 1018,   NoneMapped = 1332,     InvalidWindow = 1400,  HotKeyTaken = 1409, HotKeyUnknown = 1419,
 };
 
 constexpr bool Ok(Error error) {

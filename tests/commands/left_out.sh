@@ -5,10 +5,10 @@ set -euo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd -P)
 WORK=$(mktemp -d)
 trap 'rm -rf "$WORK"' EXIT
-mkdir -p "$WORK/project/scripts" "$WORK/project/tests/native" "$WORK/project/tests/release" "$WORK/bin"
+mkdir -p "$WORK/project/scripts" "$WORK/project/tests/native" "$WORK/project/tests/release" "$WORK/project/tests/conformance" "$WORK/bin"
 cp "$HERE/test" "$WORK/project/"
 cp "$HERE/scripts/common.sh" "$WORK/project/scripts/"
-for part in native release; do echo "echo '$part: 1 passed, 0 failed'" >"$WORK/project/tests/$part/run.sh"; done
+for part in conformance native release; do echo "echo '$part: 1 passed, 0 failed'" >"$WORK/project/tests/$part/run.sh"; done
 for tool in bash env sed touch grep cut uname nproc tail head mkdir dirname sleep id cat date; do ln -s "$(command -v "$tool")" "$WORK/bin/$tool"; done
 stand_in() { printf '#!/usr/bin/env bash\n%s\n' "$2" >"$WORK/bin/$1"; chmod +x "$WORK/bin/$1"; }
 stand_in ctest 'echo "100% tests passed, 0 tests failed out of 1"'
@@ -28,6 +28,6 @@ tries() {
     exit 1
   fi
 }
-tries '' 0 '5 passed, 0 failed'
-tries true 1 '5 passed, 1 failed'
+tries '' 0 '6 passed, 0 failed'
+tries true 1 '6 passed, 1 failed'
 tries '' 1 '0 passed, 1 failed' browsers

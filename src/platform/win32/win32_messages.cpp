@@ -72,7 +72,13 @@ LRESULT CALLBACK Win32Messages::TimerWindowProc(HWND window, UINT message, WPARA
 void Win32Messages::Tick(UINT_PTR native_id) {
   auto found = std::find_if(timers_.begin(), timers_.end(),
                             [=](const auto& entry) { return entry.second.native_id == native_id; });
-  if (found == timers_.end()) return;                     // killed while its message was on the way
+  if (found == timers_.end()) return;  // killed while its message was on the way
+  // It would have gone with its window, did it not hang on another.
+  if (const auto window = Unwrap<HWND>(found->first.first); window != nullptr && !::IsWindow(window)) {
+    ::KillTimer(timer_window_, native_id);
+    timers_.erase(found);
+    return;
+  }
   const std::function<void()> tick = found->second.tick;  // it may kill its own timer
   tick();
 }

@@ -45,6 +45,7 @@ class MachineFiles final : public Files {
           const auto open = Get(file);
           if (!open.ok()) return open.error;
           if (!open.value->use.reads) return Error::AccessDenied;
+          if (open.value->entry == nullptr) return count = 0u;
           const ssize_t got =
               pread(open.value->host.fd(), buffer.data(), buffer.size(), static_cast<off_t>(open.value->position));
           if (got < 0) return Error::InvalidFunction;
@@ -60,7 +61,9 @@ class MachineFiles final : public Files {
           const auto open = Get(file);
           if (!open.ok()) return open.error;
           if (!open.value->use.writes) return Error::AccessDenied;
-          open.value->changed = true;
+          if (open.value->entry == nullptr) return count = static_cast<std::uint32_t>(data.size());
+          if (open.value->entry->IsFolder()) return Error::InvalidFunction;
+          Changed(*open.value);
           const ssize_t put =
               pwrite(open.value->host.fd(), data.data(), data.size(), static_cast<off_t>(open.value->position));
           if (put < 0) return Error::DiskFull;
@@ -73,12 +76,13 @@ class MachineFiles final : public Files {
     return gate_.Call<"SetFilePointer">(file, static_cast<std::uint32_t>(distance), kNull, from)
         .ReturnsValue(
             [&]() -> Result<std::uint64_t> {
+              if (from > SeekFrom::End) return Error::InvalidParameter;
+              if (from == SeekFrom::Begin && distance < 0) return Error::NegativeSeek;
               const auto open = Get(file);
               if (!open.ok()) return open.error;
-              std::int64_t base = 0;
-              if (from == SeekFrom::Current) base = static_cast<std::int64_t>(open.value->position);
-              if (from == SeekFrom::End) base = lseek(open.value->host.fd(), 0, SEEK_END);
-              if (base + distance < 0) return Error::InvalidParameter;
+              const std::uint64_t bases[] = {0, open.value->position, SizeOf(*open.value)};
+              const auto base = static_cast<std::int64_t>(bases[static_cast<std::size_t>(from)]);
+              if (base + distance < 0) return Error::NegativeSeek;
               return open.value->position = static_cast<std::uint64_t>(base + distance);
             },
             kNoNumber);
@@ -88,14 +92,14 @@ class MachineFiles final : public Files {
     return gate_.Call<"SetEndOfFile">(file).ReturnsBool([&] {
       const auto open = Get(file);
       if (!open.ok()) return open.error;
-      if (!open.value->use.writes) return Error::AccessDenied;
+      if (!open.value->use.writes || open.value->entry == nullptr) return Error::AccessDenied;
       // By a handle of its own: ext4 writes a file out that was cut to nothing, and lets who deletes it wait for that,
       // when the handle that cut it is closed.
       const bool cut = open.value->position == 0
                            ? Ok(state_.disk.Truncate(*open.value->entry))
                            : ftruncate(open.value->host.fd(), static_cast<off_t>(open.value->position)) == 0;
       if (!cut) return Error::AccessDenied;
-      open.value->changed = true;
+      Changed(*open.value);
       return Error::Success;
     });
   }
@@ -106,7 +110,7 @@ class MachineFiles final : public Files {
             [&]() -> Result<std::uint64_t> {
               const auto open = Get(file);
               if (!open.ok()) return open.error;
-              return state_.disk.SizeOf(*open.value->entry);
+              return SizeOf(*open.value);
             },
             kNoNumber);
   }
@@ -115,9 +119,10 @@ class MachineFiles final : public Files {
     return gate_.Call<"FlushFileBuffers">(file).ReturnsBool([&] {
       const auto open = Get(file);
       if (!open.ok()) return open.error;
+      if (!open.value->use.writes || open.value->entry == nullptr) return Error::AccessDenied;
+      if (open.value->entry->IsFolder()) return Error::Success;
       // Onto the disk of the host: what the program overwrites next must have been there.
-      const bool flushed = open.value->host.fd() < 0 || fdatasync(open.value->host.fd()) == 0;
-      return flushed ? Error::Success : Error::WriteProtect;
+      return fdatasync(open.value->host.fd()) == 0 ? Error::Success : Error::WriteProtect;
     });
   }
 
@@ -129,11 +134,16 @@ class MachineFiles final : public Files {
         .ReturnsBool([&] {
           const auto open = Get(file);
           if (!open.ok()) return open.error;
-          Entry& entry = *open.value->entry;
-          if (created) entry.created = *created;
-          if (accessed) entry.accessed = *accessed;
-          if (written) entry.written = *written;
-          open.value->changed = false;
+          if (!open.value->sets_times || open.value->entry == nullptr) return Error::AccessDenied;
+          // All bits set only ask that later writes leave the time alone.
+          constexpr std::uint64_t kKeep = ~std::uint64_t{0};
+          auto set = [](FileTime& time, std::optional<FileTime> to) {
+            if (to && to->ticks != 0 && to->ticks != kKeep) time = *to;
+          };
+          set(open.value->entry->created, created);
+          set(open.value->entry->accessed, accessed);
+          set(open.value->entry->written, written);
+          if (written && written->ticks != 0) open.value->keeps_written = true;
           return Error::Success;
         });
   }
@@ -143,10 +153,6 @@ class MachineFiles final : public Files {
     return gate_.Call<"CloseHandle">(file).ReturnsBool([&] {
       const auto open = Get(file);
       if (!open.ok()) return open.error;
-      if (open.value->changed) {
-        open.value->entry->written = state_.Now();
-        open.value->entry->attributes |= kAttributeArchive;
-      }
       CloseFileEntry(state_, file);
       return Error::Success;
     });
@@ -177,6 +183,7 @@ class MachineFiles final : public Files {
   Result<std::uint32_t> GetFileAttributesA(std::string_view path) override {
     return gate_.Call<"GetFileAttributesA">(path).ReturnsValue(
         [&]() -> Result<std::uint32_t> {
+          if (const auto parsed = state_.Parse(path); parsed.ok() && parsed.value.device) return kAttributeArchive;
           const auto found = state_.Find(path);
           if (!found.ok()) return found.error;
           return found.value->WindowsAttributes();
@@ -201,8 +208,9 @@ class MachineFiles final : public Files {
               auto matches = MatchingEntries(state_, pattern);
               if (!matches.ok()) return matches.error;
               const std::uint64_t handle = state_.NewHandle();
-              FirstFile first{static_cast<FindHandle>(handle), matches.value.front()};
-              state_.searches[handle] = {std::move(matches.value), 1};
+              FirstFile first{static_cast<FindHandle>(handle), matches.value.found.front()};
+              matches.value.next = 1;
+              state_.searches[handle] = std::move(matches.value);
               return first;
             },
             [](const auto& first) {
@@ -221,8 +229,13 @@ class MachineFiles final : public Files {
 
   Error FindClose(FindHandle handle) override {
     return gate_.Call<"FindClose">(handle).ReturnsBool([&] {
+      auto search = state_.searches.extract(Plain(handle));
+      if (search.empty()) return Error::InvalidHandle;
       state_.open_handles.erase(Plain(handle));
-      return state_.searches.erase(Plain(handle)) != 0 ? Error::Success : Error::InvalidHandle;
+      Entry* folder = search.mapped().hold.use_count() > 1 ? search.mapped().folder : nullptr;
+      search.mapped().hold.reset();
+      if (folder != nullptr) state_.disk.Settle(*folder);
+      return Error::Success;
     });
   }
 
@@ -256,9 +269,8 @@ class MachineFiles final : public Files {
 
   Error SetCurrentDirectoryA(std::string_view path) override {
     return gate_.Call<"SetCurrentDirectoryA">(path).ReturnsBool([&] {
-      const auto found = state_.Find(path, true);
-      if (!found.ok()) return found.error;
-      if (!found.value->IsFolder()) return Error::DirectoryName;
+      if (path.find_first_not_of(' ') == std::string_view::npos) return Error::InvalidName;
+      if (const Error error = FolderError(path); !Ok(error)) return error;
       state_.current = state_.Parse(path).value;
       state_.current.closing_backslash = false;
       return Error::Success;
@@ -281,9 +293,8 @@ class MachineFiles final : public Files {
 
   DriveType GetDriveTypeA(std::string_view root) override {
     return gate_.Call<"GetDriveTypeA">(root).ReturnsNumberOr(DriveType::Unknown, [&] {
-      const auto parsed = state_.Parse(root);
-      if (!parsed.ok()) return DriveType::NoRoot;
-      const std::string& word = state_.config.drive_types.at(parsed.value.drive);
+      if (!Ok(FolderError(root))) return DriveType::NoRoot;
+      const std::string& word = state_.config.drive_types.at(state_.Parse(root).value.drive);
       const auto* row = std::find_if(std::begin(kDriveTypes), std::end(kDriveTypes),
                                      [&](const DriveTypeRow& candidate) { return candidate.word == word; });
       return row == std::end(kDriveTypes) ? DriveType::NoRoot : row->type;
@@ -294,7 +305,9 @@ class MachineFiles final : public Files {
     return gate_.Call<"GetVolumeInformationA">(root, Bytes(kNameRoom), kNameRoom, 0, 0, 0, Bytes(kNameRoom), kNameRoom)
         .ReturnsBool([&]() -> Result<VolumeInfo> {
           const auto parsed = state_.Parse(root);
-          if (!parsed.ok()) return Error::PathNotFound;
+          if (!parsed.ok()) return parsed.error;
+          if (root.find_first_of("\\/") == std::string_view::npos) return Error::InvalidName;
+          if (!parsed.value.parts.empty()) return Error::DirNotRoot;
           const char letter = parsed.value.drive;
           const auto label = state_.config.volume_labels.find(letter);
           return VolumeInfo{label == state_.config.volume_labels.end() ? "" : label->second, "NTFS",
@@ -314,7 +327,7 @@ class MachineFiles final : public Files {
     return gate_.Call<"GetDiskFreeSpaceExA">(root, kStructure, kStructure, kStructure)
         .ReturnsBool([&]() -> Result<DiskSpace> {
           constexpr std::uint64_t kTotal = std::uint64_t{64} << 30, kFree = std::uint64_t{48} << 30;
-          if (!state_.Parse(root).ok()) return Error::PathNotFound;
+          if (const Error error = FolderError(root); !Ok(error)) return error;
           return DiskSpace{kFree, kTotal, kFree};
         });
   }
@@ -326,6 +339,20 @@ class MachineFiles final : public Files {
     return found->second.get();
   }
 
+  std::uint64_t SizeOf(const OpenFile& file) const {
+    return file.entry == nullptr ? 0 : state_.disk.SizeOf(*file.entry);
+  }
+  void Changed(const OpenFile& file) {
+    if (!file.keeps_written) file.entry->written = state_.Now();
+    file.entry->attributes |= kAttributeArchive;
+  }
+  // Why a path does not lead to a folder.
+  Error FolderError(std::string_view path) const {
+    if (const auto parsed = state_.Parse(path); parsed.ok() && parsed.value.device) return Error::DirectoryName;
+    const auto found = state_.Find(path, true);
+    return found.ok() && !found.value->IsFolder() ? Error::DirectoryName : found.error;
+  }
+
   Result<std::uint32_t> FillPath(std::string_view path, bool short_names, TextBuffer& buffer) const {
     const auto text = PathInNames(state_, path, short_names);
     if (!text.ok()) return text.error;
@@ -333,13 +360,15 @@ class MachineFiles final : public Files {
   }
 
   Result<std::string> MakeTempFile(std::string_view folder, std::string_view prefix) {
+    if (folder.find('\0') != std::string_view::npos) return Error::InvalidName;
+    if (!Ok(FolderError(folder))) return Error::DirectoryName;
     for (unsigned number = 1; number <= 0xFFFF; ++number) {
       constexpr std::string_view kDigits = "0123456789ABCDEF";
       std::string digits;
       for (unsigned rest = number; rest != 0; rest >>= 4) digits.insert(digits.begin(), kDigits[rest & 15]);
       std::string path(folder);
       if (!path.ends_with('\\')) path += '\\';
-      path += std::string(prefix.substr(0, 3)) + digits + ".tmp";
+      path += std::string(prefix.substr(0, std::min<std::size_t>(3, prefix.find('\0')))) + digits + ".tmp";
       const auto made = OpenFileEntry(state_, path, 0, kShareNone, kCreateNew, kAttributeNormal);
       if (made.ok()) {
         CloseFileEntry(state_, made.value);

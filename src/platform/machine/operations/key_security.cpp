@@ -6,7 +6,9 @@ namespace qb::machine {
 namespace {
 
 constexpr std::string_view kDomain = "MACHINE";
-constexpr std::uint32_t kStoredDescriptor = 48;  // bytes of a key's protection, self-relative
+constexpr std::uint32_t kReadControl = 0x20000, kEnumerate = 0x8;
+constexpr auto kUnknownRevision = static_cast<Error>(1305);  // ERROR_UNKNOWN_REVISION
+constexpr std::uint32_t kStoredDescriptor = 48;              // bytes of a key's protection, self-relative
 
 class MachineKeySecurity final : public KeySecurity {
  public:
@@ -29,14 +31,17 @@ class MachineKeySecurity final : public KeySecurity {
   Error RegGetKeySecurity(KeyHandle key, std::uint32_t information, Buffer descriptor, std::uint32_t& size) override {
     return gate_.Call<"RegGetKeySecurity">(key, information, Bytes(descriptor.size()), size).ReturnsStatus([&] {
       size = kStoredDescriptor;
-      if (state_.open_keys.Resolve(key).key == nullptr) return Error::InvalidHandle;
+      const Result<OpenedKey> opened = Opened(key);
+      if (!opened.ok()) return opened.error;
+      if (!opened.value.Grants(kReadControl)) return Error::AccessDenied;
       return descriptor.size() < kStoredDescriptor ? Error::InsufficientBuffer : Error::Success;
     });
   }
 
   Error InitializeSecurityDescriptor(Buffer descriptor, std::uint32_t revision) override {
     return gate_.Call<"InitializeSecurityDescriptor">(Bytes(descriptor.size()), revision).ReturnsBool([&] {
-      if (revision != kDescriptorRevision || descriptor.empty()) return Error::InvalidParameter;
+      if (descriptor.empty()) return Error::InvalidParameter;
+      if (revision != kDescriptorRevision) return kUnknownRevision;
       std::fill(descriptor.begin(), descriptor.end(), '\0');
       descriptor[0] = static_cast<char>(revision);
       return Error::Success;
@@ -45,11 +50,11 @@ class MachineKeySecurity final : public KeySecurity {
 
   Error RegSetKeySecurity(KeyHandle key, std::uint32_t information, std::span<const char> descriptor) override {
     return gate_.Call<"RegSetKeySecurity">(key, information, Bytes(descriptor.size())).ReturnsStatus([&] {
-      const OpenedKey opened = state_.open_keys.Resolve(key);
-      if (opened.key == nullptr) return Error::InvalidHandle;
-      if ((opened.access & kWriteDac) == 0) return Error::AccessDenied;
+      const Result<OpenedKey> opened = Opened(key);
+      if (!opened.ok()) return opened.error;
+      if (!opened.value.Grants(kWriteDac)) return Error::AccessDenied;
       if (descriptor.empty() || descriptor[0] != static_cast<char>(kDescriptorRevision)) return Error::InvalidParameter;
-      opened.key->denied = false;
+      opened.value.key->denied = false;
       return Error::Success;
     });
   }
@@ -57,10 +62,12 @@ class MachineKeySecurity final : public KeySecurity {
   Error RegEnumKeyExA(KeyHandle key, std::uint32_t index, TextBuffer& name, std::uint32_t& length) override {
     return gate_.Call<"RegEnumKeyExA">(key, index, Bytes(name.size()), length, kNull, kNull, kNull, kNull)
         .ReturnsStatus([&] {
-          const OpenedKey opened = state_.open_keys.Resolve(key);
-          if (opened.key == nullptr) return Error::InvalidHandle;
-          if (index >= opened.key->Children().size()) return Error::NoMoreItems;
-          const std::uint32_t filled = name.Fill(opened.key->Children()[index]->name);
+          const Result<OpenedKey> opened = Opened(key);
+          if (!opened.ok()) return opened.error;
+          if (!opened.value.Grants(kEnumerate)) return Error::AccessDenied;
+          const auto& children = opened.value.key->Children();
+          if (index >= children.size()) return Error::NoMoreItems;
+          const std::uint32_t filled = name.Fill(children[index]->name);
           if (filled >= name.size()) return Error::MoreData;
           length = filled;
           return Error::Success;
@@ -68,6 +75,12 @@ class MachineKeySecurity final : public KeySecurity {
   }
 
  private:
+  Result<OpenedKey> Opened(KeyHandle key) const {
+    const OpenedKey opened = state_.open_keys.Resolve(key);
+    if (opened.key == nullptr) return Error::InvalidHandle;
+    return opened.key->gone ? Result<OpenedKey>(Error::KeyDeleted) : opened;
+  }
+
   MachineState& state_;
   Gate& gate_ = state_.gate;
 };

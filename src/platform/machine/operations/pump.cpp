@@ -12,6 +12,7 @@ class MachinePump final : public Pump {
 
   Error PostMessageA(WindowHandle window, std::uint32_t message, std::uint64_t wparam, std::int64_t lparam) override {
     return gate_.Call<"PostMessageA">(window, message, wparam, lparam).ReturnsBool([&] {
+      if (window == WindowHandle::None) return Error::Success;  // to the thread, where nobody hears it
       return state_.windows.Post(Plain(window), message, wparam, lparam) ? Error::Success : Error::InvalidWindow;
     });
   }

@@ -8,6 +8,7 @@ namespace qb::machine {
 namespace {
 
 constexpr auto kProviderUnknown = static_cast<Error>(0x80090019);  // NTE_KEYSET_NOT_DEF
+constexpr auto kOtherType = static_cast<Error>(0x8009001B);        // NTE_PROV_TYPE_NO_MATCH
 constexpr auto kNoKeys = static_cast<Error>(0x80090016);           // NTE_BAD_KEYSET
 constexpr auto kBadFlags = static_cast<Error>(0x80090009);         // NTE_BAD_FLAGS
 
@@ -21,6 +22,7 @@ class MachineRandomSource final : public RandomSource {
     CryptContext made = CryptContext::None;
     return gate_.Call<"CryptAcquireContextA">(made, container, provider, type, flags)
         .ReturnsBool([&]() -> Result<CryptContext> {
+          if (provider == kEnhancedProvider && type != kProviderRsaFull) return kOtherType;
           if (type != kProviderRsaFull || (provider && *provider != kEnhancedProvider)) return kProviderUnknown;
           // No account has keys here.
           if ((flags & kCryptVerifyContext) != kCryptVerifyContext) return kNoKeys;

@@ -6,6 +6,7 @@
 namespace qb::machine {
 namespace {
 
+constexpr std::uint32_t kKeyWrite = 0x20006;
 constexpr std::uint32_t kQueryValue = 0x1, kSetValue = 0x2, kEnumerate = 0x8;
 
 // What a denied key still grants.
@@ -13,6 +14,26 @@ constexpr std::uint32_t kGrantedWhenDenied = kKeyRead | kWriteDac;
 
 Error CopyName(TextBuffer& buffer, std::string_view name) {
   return buffer.Takes(name) ? Error::Success : Error::MoreData;
+}
+
+bool IsText(std::uint32_t type) {
+  constexpr std::uint32_t kMultiSz = 7;
+  return type == kRegSz || type == kRegExpandSz || type == kMultiSz;
+}
+
+// Windows would act on what stands before a zero character.
+bool HasZero(std::string_view text) {
+  return text.find('\0') != std::string_view::npos;
+}
+
+// Generic rights stand for those of keys.
+std::uint32_t KeyRights(std::uint32_t access) {
+  constexpr std::pair<std::uint32_t, std::uint32_t> kGeneric[] = {
+      {0x80000000, kKeyRead}, {0x40000000, kKeyWrite}, {0x20000000, kKeyRead}, {0x10000000, kKeyAllAccess}};
+  for (const auto& [generic, rights] : kGeneric) {
+    if ((access & generic) != 0) access = (access & ~generic) | rights;
+  }
+  return access;
 }
 
 // Data into a buffer: a null one only asks.
@@ -57,6 +78,7 @@ class MachineRegistry final : public Registry {
 
   Error RegQueryValueExA(KeyHandle key, std::string_view name, Buffer data, RegValueInfo& info) override {
     return gate_.Call<"RegQueryValueExA">(key, name, kNull, info.type, Bytes(data), info.size).ReturnsStatus([&] {
+      if (HasZero(name)) return Error::InvalidName;
       const Result<RegKey*> opened = Granting(key, kQueryValue);
       if (!opened.ok()) return opened.error;
       const RegKey::Value* value = opened.value->Find(name);
@@ -66,14 +88,17 @@ class MachineRegistry final : public Registry {
 
   Error RegSetValueExA(KeyHandle key, std::string_view name, std::uint32_t type, std::string_view data) override {
     return gate_.Call<"RegSetValueExA">(key, name, 0, type, Bytes(data.size()), data.size()).ReturnsStatus([&] {
+      if (HasZero(name)) return Error::InvalidName;
+      if (key != KeyHandle::None && !ValidValueName(name)) return Error::InvalidParameter;
       const Result<RegKey*> opened = Granting(key, kSetValue);
       if (!opened.ok()) return opened.error;
-      if (!ValidRegistryName(name)) return Error::InvalidParameter;
+      std::string stored(data);
+      if (IsText(type) && !stored.empty() && stored.back() != '\0') stored += '\0';  // Windows adds what is missing
       if (RegKey::Value* old = opened.value->Find(name)) {
         old->type = type;
-        old->data = data;
+        old->data = std::move(stored);
       } else {
-        opened.value->values.push_back({std::string(name), type, std::string(data)});
+        opened.value->values.push_back({std::string(name), type, std::move(stored)});
       }
       return Error::Success;
     });
@@ -81,7 +106,7 @@ class MachineRegistry final : public Registry {
 
   Error RegDeleteKeyA(KeyHandle key, std::string_view sub_key) override {
     return gate_.Call<"RegDeleteKeyA">(key, sub_key).ReturnsStatus([&] {
-      const Result<RegKey*> opened = Granting(key, 0);
+      const Result<RegKey*> opened = Below(key, sub_key);
       if (!opened.ok()) return opened.error;
       RegKey* found = state_.registry.Find(*opened.value, sub_key);
       if (found == nullptr) return Error::FileNotFound;
@@ -93,6 +118,7 @@ class MachineRegistry final : public Registry {
 
   Error RegDeleteValueA(KeyHandle key, std::string_view name) override {
     return gate_.Call<"RegDeleteValueA">(key, name).ReturnsStatus([&] {
+      if (HasZero(name)) return Error::InvalidName;
       const Result<RegKey*> opened = Granting(key, kSetValue);
       if (!opened.ok()) return opened.error;
       auto& values = opened.value->values;
@@ -129,8 +155,18 @@ class MachineRegistry final : public Registry {
   Result<RegKey*> Granting(KeyHandle key, std::uint32_t right) const {
     const OpenedKey opened = state_.open_keys.Resolve(key);
     if (opened.key == nullptr) return Error::InvalidHandle;
+    if (opened.key->gone) return Error::KeyDeleted;
     if (!opened.Grants(right)) return Error::AccessDenied;
     return opened.key;
+  }
+  // An open key, for a path below it that can be one.
+  Result<RegKey*> Below(KeyHandle key, std::string_view sub_key) const {
+    if (HasZero(sub_key)) return Error::InvalidName;
+    const Result<RegKey*> opened = Granting(key, 0);
+    if (!opened.ok()) return opened.error;
+    if (sub_key.starts_with('\\')) return Error::BadPathName;
+    if (!ValidKeyPath(sub_key, opened.value->Levels())) return Error::InvalidParameter;
+    return opened.value;
   }
 
   // A call that shows, between the sub-key and the handle, `shown`.
@@ -138,25 +174,28 @@ class MachineRegistry final : public Registry {
   Result<KeyHandle> OpenCall(KeyHandle key, std::string_view sub_key, std::uint32_t access, bool make,
                              const Shown&... shown) {
     KeyHandle opened = KeyHandle::None;
-    return gate_.Call<kName>(key, sub_key, shown..., opened).ReturnsStatus([&] {
+    return gate_.Call<kName>(key, sub_key, shown..., opened).ReturnsStatus([&]() -> Result<KeyHandle> {
+      // Without a name RegOpenKeyA gives back what it was given.
+      if (sub_key.empty() && std::string_view(kName.text) == "RegOpenKeyA") return opened = key;
       return Open(key, sub_key, access, make, opened);
     });
   }
 
   Result<KeyHandle> Open(KeyHandle key, std::string_view sub_key, std::uint32_t access, bool make, KeyHandle& opened) {
-    const OpenedKey from = state_.open_keys.Resolve(key);
-    if (from.key == nullptr) return Error::InvalidHandle;
-    RegKey* found = state_.registry.Find(*from.key, sub_key);
+    const Result<RegKey*> below = Below(key, sub_key);
+    if (!below.ok()) return below.error;
+    RegKey* const from = below.value;
+    access = KeyRights(access);
+    RegKey* found = state_.registry.Find(*from, sub_key);
     if (found == nullptr) {
       if (!make) return Error::FileNotFound;
-      if (!ValidRegistryName(sub_key, from.key->Levels())) return Error::InvalidParameter;
       // The deepest key that is there decides whether another may be made below it.
-      RegKey* deepest = from.key;
+      RegKey* deepest = from;
       for (std::size_t end = sub_key.find('\\'); end != std::string_view::npos; end = sub_key.find('\\', end + 1)) {
-        if (RegKey* next = state_.registry.Find(*from.key, sub_key.substr(0, end))) deepest = next;
+        if (RegKey* next = state_.registry.Find(*from, sub_key.substr(0, end))) deepest = next;
       }
       if (deepest->Denied()) return Error::AccessDenied;
-      found = &state_.registry.Make(*from.key, sub_key);
+      found = &state_.registry.Make(*from, sub_key);
     }
     if (found->Denied()) {
       if (access == kMaximumAllowed)

@@ -10,25 +10,32 @@ namespace {
 constexpr std::uint32_t kTextRoom = 260;  // characters that a text is fetched into
 constexpr std::uint32_t kControlsRecord = 8;
 
-// The value of a key in the text of an ini file, without the pair of quotes that may stand round it.
+std::string_view Trimmed(std::string_view text) {
+  const std::size_t first = std::min(text.find_first_not_of(" \t"), text.size());
+  return text.substr(first, text.find_last_not_of(" \t") + 1 - first);
+}
+
+// The value of a key in the text of an ini file, without the blanks and tabs and the pair of quotes that may stand
+// round it. Of two sections with one name the first alone is read.
 std::optional<std::string> IniValue(std::string_view text, std::string_view section, std::string_view key) {
   bool inside = false;
   while (!text.empty()) {
     const std::size_t cut = std::min(text.find_first_of("\r\n"), text.size());
-    const std::string line = Trim(text.substr(0, cut));
+    const std::string_view line = Trimmed(text.substr(0, cut));
     text.remove_prefix(std::min(cut + 1, text.size()));
     if (!line.empty() && line.front() == '[') {
+      if (inside) return std::nullopt;
       const std::size_t close = std::min(line.find(']'), line.size());
-      inside = SameText(std::string_view(line).substr(1, close - 1), section);
+      inside = SameText(Trimmed(line.substr(1, close - 1)), Trimmed(section));
       continue;
     }
     const std::size_t equals = line.find('=');
-    if (!inside || equals == std::string::npos || !SameText(Trim(line.substr(0, equals)), key)) continue;
-    std::string value = Trim(std::string_view(line).substr(equals + 1));
+    if (!inside || equals == std::string::npos || !SameText(Trimmed(line.substr(0, equals)), Trimmed(key))) continue;
+    std::string_view value = Trimmed(line.substr(equals + 1));
     if (value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'')) {
       value = value.substr(1, value.size() - 2);
     }
-    return value;
+    return std::string(value);
   }
   return std::nullopt;
 }
@@ -63,10 +70,11 @@ class MachineSystem final : public System {
     return gate_.Call<"GetPrivateProfileStringA">(section, key, fallback, Bytes(buffer), buffer.size(), file)
         .ReturnsNumberOr(0u, [&] {
           auto found = state_.Find(file, true);
-          const bool readable = found.ok() && !found.value->locked;
+          constexpr Entry::Use kReads{true, false, false, kShareRead | kShareWrite | kShareDelete};
+          const bool readable = found.ok() && found.value->Allows(kReads);
           const std::string text = readable ? state_.disk.Read(*found.value).value_or({}) : std::string();
-          const auto value = IniValue(text, section, key);
-          return buffer.FillCut(value ? *value : fallback);
+          const auto value = IniValue(config_.code_page.ToText(text), section, key);
+          return buffer.FillCut(value ? *value : fallback.substr(0, fallback.find_last_not_of(' ') + 1));
         });
   }
 

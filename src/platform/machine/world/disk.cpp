@@ -16,12 +16,6 @@ constexpr int kDeepestJunctions = 32;
 constexpr std::uint64_t kTicksASecond = 10000000;
 constexpr std::uint64_t kSecondsFrom1601To1970 = 11644473600;
 
-void LetGoBelow(Entry& entry) {
-  entry.locked = false;
-  entry.uses.clear();
-  for (auto& [folded, child] : entry.children) LetGoBelow(*child);
-}
-
 Error FromErrno(int error) {
   switch (error) {
     case ENOENT:
@@ -89,6 +83,23 @@ std::uint32_t Entry::WindowsAttributes() const {
 bool Entry::InUse() const {
   return locked || !uses.empty() ||
          std::any_of(children.begin(), children.end(), [](const auto& child) { return child.second->InUse(); });
+}
+
+bool Entry::OpenBelow() const {
+  return std::any_of(children.begin(), children.end(),
+                     [](const auto& child) { return child.second->IsOpen() || child.second->OpenBelow(); });
+}
+
+bool Entry::Allows(const Use& wanted) const {
+  auto shared = [](const Use& use, std::uint32_t share) {
+    return (!use.reads || (share & kShareRead) != 0) && (!use.writes || (share & kShareWrite) != 0) &&
+           (!use.deletes || (share & kShareDelete) != 0);
+  };
+  auto counts = [](const Use& use) { return use.reads || use.writes || use.deletes; };
+  if (!counts(wanted)) return true;
+  return !locked && std::all_of(uses.begin(), uses.end(), [&](const Use* there) {
+    return !counts(*there) || (shared(wanted, there->share) && shared(*there, wanted.share));
+  });
 }
 
 Result<bool> Disk::Load(const HostFile& machine_folder) {
@@ -195,6 +206,7 @@ Result<Entry*> Disk::Walk(const ParsedPath& path, std::size_t parts, bool throug
     if (at->kind != Entry::Kind::Folder) return Error::PathNotFound;
     Entry* next = Child(*at, path.parts[i]);
     if (next == nullptr) return last ? Error::FileNotFound : Error::PathNotFound;
+    if (next->going) return Error::AccessDenied;
     if (!last || through_last) {
       auto followed = Follow(next, depth);
       if (!followed.ok()) return followed;
@@ -207,12 +219,15 @@ Result<Entry*> Disk::Walk(const ParsedPath& path, std::size_t parts, bool throug
 
 Result<Entry*> Disk::Find(const ParsedPath& path, bool through_last) const {
   // A closing backslash asks for what a junction leads to.
-  return Walk(path, path.parts.size(), through_last || path.closing_backslash, 0);
+  auto found = Walk(path, path.parts.size(), through_last || path.closing_backslash, 0);
+  const bool file = found.ok() && path.closing_backslash && found.value->kind == Entry::Kind::File;
+  return file ? Result<Entry*>(Error::InvalidName) : found;
 }
 
 Result<Disk::Place> Disk::FindPlace(const ParsedPath& path) const {
   if (path.parts.empty()) return Error::AccessDenied;
   auto folder = Walk(path, path.parts.size() - 1, true, 0);
+  if (folder.error == Error::AccessDenied) return folder.error;
   if (!folder.ok() || folder.value->kind != Entry::Kind::Folder) return Error::PathNotFound;
   return Place{folder.value, path.parts.back()};
 }
@@ -298,7 +313,18 @@ Result<Entry*> Disk::MakeLink(Entry& folder, const std::string& name, const std:
 
 Error Disk::Remove(Entry& entry) {
   if (entry.parent == nullptr) return Error::AccessDenied;
-  if (entry.InUse()) return Error::SharingViolation;
+  if (!entry.Allows({false, false, true, kShareRead | kShareWrite | kShareDelete})) return Error::SharingViolation;
+  if (!entry.IsOpen()) return RemoveNow(entry);
+  entry.going = true;
+  return Error::Success;
+}
+
+void Disk::Settle(Entry& entry) {
+  if (entry.going && !entry.IsOpen()) StepOver(RemoveNow(entry));
+}
+
+Error Disk::RemoveNow(Entry& entry) {
+  if (entry.parent == nullptr) return Error::AccessDenied;
   const HostFile host = OpenFolder(*entry.parent);
   if (!host.ok()) return Error::PathNotFound;
   if (unlinkat(host.fd(), entry.name.c_str(), entry.IsFolder() ? AT_REMOVEDIR : 0) != 0) return FromErrno(errno);
@@ -311,12 +337,12 @@ Error Disk::RemoveTree(Entry& entry) {
   while (!entry.children.empty()) {
     if (Error error = RemoveTree(*entry.children.begin()->second); !Ok(error)) return error;
   }
-  return Remove(entry);
+  return RemoveNow(entry);
 }
 
 Error Disk::Move(Entry& entry, Entry& folder, const std::string& name) {
   // A folder cannot be renamed while a file below it is open.
-  if (entry.InUse()) return Error::AccessDenied;
+  if (entry.OpenBelow()) return Error::AccessDenied;
   for (const Entry* above = &folder; above != nullptr; above = above->parent) {
     if (above == &entry) return Error::AccessDenied;  // into itself
   }
@@ -382,6 +408,16 @@ Error Disk::Truncate(const Entry& entry) const {
   auto file = Open(entry, true);
   if (!file.ok()) return file.error;
   return ftruncate(file.value.fd(), 0) == 0 ? Error::Success : FromErrno(errno);
+}
+
+void Disk::LetGoBelow(Entry& entry) {
+  entry.locked = false;
+  entry.uses.clear();
+  for (auto child = entry.children.begin(); child != entry.children.end();) {
+    Entry& next = *(child++)->second;  // it may go now
+    LetGoBelow(next);
+    Settle(next);
+  }
 }
 
 void Disk::LetGo() {

@@ -44,19 +44,28 @@ struct Entry {
   Entry* parent = nullptr;
   bool locked = false;  // another program holds it without sharing
 
+  // What a handle of the program may do with it. One that does none of it stands beside any other.
   struct Use {
-    bool reads = false, writes = false;
+    bool reads = false, writes = false, deletes = false;
     std::uint32_t share = 0;
   };
-  std::vector<const Use*> uses;  // of the program's own handles
+  std::vector<const Use*> uses;
+  std::shared_ptr<void> searches;  // shared with each listing of this folder that the program has not closed
+  // Removed while it was open: nobody can open it any more, and it goes with its last handle.
+  bool going = false;
 
   // Of a folder, by folded name: so they list without regard to case.
   std::map<std::string, std::unique_ptr<Entry>> children;
   std::unordered_map<std::string, Entry*> by_short_name;
   std::unordered_map<std::string, int> short_numbers;  // the last number given, by stem and extension
 
-  // It is held open, by this or another program, or something below it is.
+  // Whether such a use can stand beside those that are there.
+  bool Allows(const Use& wanted) const;
+  bool IsOpen() const { return locked || !uses.empty() || searches.use_count() > 1; }
+  // It is held open, by this or another program, or something below it is. Listings do not count.
   bool InUse() const;
+  // Something below it is open; listings count.
+  bool OpenBelow() const;
   bool IsLink() const { return kind == Kind::Junction || kind == Kind::FileLink; }
   bool IsFolder() const { return kind == Kind::Folder || kind == Kind::Junction; }
   // As Windows reports them, with the directory and reparse point bits.
@@ -75,7 +84,8 @@ class Disk {
   void SetNow(FileTime now) { now_ = now; }
 
   // Resolves a path through junctions, but for one in the last place unless `through_last`. FileNotFound
-  // if only the last part is missing, else PathNotFound.
+  // if only the last part is missing, else PathNotFound; InvalidName for a file with a closing backslash; AccessDenied
+  // for what is going.
   Result<Entry*> Find(const ParsedPath& path, bool through_last = false) const;
   // The folder that the path's last part stands in, and that part.
   struct Place {
@@ -91,8 +101,11 @@ class Disk {
   Result<Entry*> MakeFolder(Entry& folder, const std::string& name);
   // A symbolic link if the target is a file, else a junction.
   Result<Entry*> MakeLink(Entry& folder, const std::string& name, const std::string& target);
-  // A file, an empty folder or a junction.
+  // A file, an empty folder or a junction. One that is held goes when it is let go, unless whoever holds it does not
+  // share that.
   Error Remove(Entry& entry);
+  // To be called when a handle was closed.
+  void Settle(Entry& entry);
   Error RemoveTree(Entry& entry);
   Error Move(Entry& entry, Entry& folder, const std::string& name);
   // Moves the entry out of the drives, to `name` below a folder of the host.
@@ -120,6 +133,8 @@ class Disk {
   FileTime Now() const { return now_; }
 
  private:
+  Error RemoveNow(Entry& entry);
+  void LetGoBelow(Entry& entry);
   void LoadFolder(Entry& folder, const HostFile& host);
   Entry* Adopt(Entry& folder, std::unique_ptr<Entry> entry);
   std::unique_ptr<Entry> Detach(Entry& entry);

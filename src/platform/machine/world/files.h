@@ -20,8 +20,8 @@ Error MoveEntry(MachineState& state, std::string_view from, std::optional<std::s
 Error CopyEntry(MachineState& state, std::string_view from, std::string_view to, bool fail_if_exists);
 Error MakeFolderEntry(MachineState& state, std::string_view path);
 
-// What a listing by a pattern gives; FileNotFound if nothing matches.
-Result<std::vector<FindData>> MatchingEntries(const MachineState& state, std::string_view pattern);
+// What a listing by a pattern gives; FileNotFound if nothing matches, DirectoryName if it would list a file.
+Result<Search> MatchingEntries(const MachineState& state, std::string_view pattern);
 // The path in long or 8.3 names.
 Result<std::string> PathInNames(const MachineState& state, std::string_view path, bool short_names);
 

@@ -89,15 +89,18 @@ class UrlCacheEntries {
 
 // A file that a program has open.
 struct OpenFile {
-  Entry* entry = nullptr;
+  Entry* entry = nullptr;  // null for a device, which gives nothing and takes everything
   HostFile host;
   std::uint64_t position = 0;
   Entry::Use use;
-  bool changed = false;
+  bool sets_times = false;
+  bool keeps_written = false;  // the time of the last write was set
 };
 
 // A listing that a program goes through.
 struct Search {
+  Entry* folder = nullptr;
+  std::shared_ptr<void> hold;  // the folder's own; without it, whoever else has it, the folder is no more
   std::vector<FindData> found;
   std::size_t next = 0;
 };
@@ -162,12 +165,15 @@ struct MachineState {
     if (!parsed.ok()) return parsed;
     auto type = config.drive_types.find(parsed.value.drive);
     if (type == config.drive_types.end() || type->second == "gone") return Error::PathNotFound;
+    // The folder of a device must be there.
+    if (parsed.value.device && !disk.FindPlace(parsed.value).ok()) return Error::PathNotFound;
     return parsed;
   }
   // The entry of a path; junctions in the last place are not followed unless asked.
   Result<Entry*> Find(std::string_view path, bool through_last = false) const {
     auto parsed = Parse(path);
     if (!parsed.ok()) return parsed.error;
+    if (parsed.value.device) return Error::InvalidParameter;
     return disk.Find(parsed.value, through_last);
   }
   // The next answer for a question (yes or no) or a chooser (anything).

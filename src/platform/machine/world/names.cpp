@@ -9,6 +9,8 @@ namespace {
 // In characters, with the closing zero: of a relative path, and of one that begins at a root, which Windows is given in
 // its extended form.
 constexpr std::size_t kMaxPath = 260, kMaxExtendedPath = 32767;
+constexpr std::size_t kLongestName = 255;
+constexpr std::string_view kExtended = "\\\\?\\";
 constexpr char32_t kStrayUnit = 0xDC00;  // + byte, for a byte that is no UTF-8
 
 bool Letter(char c) {
@@ -19,6 +21,21 @@ bool ShortCharacter(char c) {
 }
 char Capital(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+bool IsName(std::string_view part, bool wild) {
+  return part.find_first_of(wild ? ":|" : "<>:\"|*?") == std::string_view::npos && Utf16Length(part) <= kLongestName &&
+         std::none_of(part.begin(), part.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+}
+
+// Whatever stands behind a dot or a colon does not count.
+bool IsDevice(std::string_view part) {
+  constexpr std::string_view kDevices[] = {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
+  std::string name = FoldName(part.substr(0, part.find_first_of(".:")));
+  name.resize(name.find_last_not_of(' ') + 1);
+  const bool port =
+      name.size() == 4 && (name.starts_with("COM") || name.starts_with("LPT")) && name[3] >= '1' && name[3] <= '9';
+  return port || std::find(std::begin(kDevices), std::end(kDevices), name) != std::end(kDevices);
 }
 
 }  // namespace
@@ -66,18 +83,18 @@ std::string FromUtf16Bytes(std::string_view bytes) {
 }
 
 bool FromRoot(std::string_view path) {
-  if (path.starts_with("\\\\?\\")) path.remove_prefix(4);
+  if (path.starts_with(kExtended)) path.remove_prefix(kExtended.size());
   return path.size() >= 3 && Letter(path[0]) && path[1] == ':' && (path[2] == '\\' || path[2] == '/');
 }
 
 Result<ParsedPath> ParsePath(std::string_view path, const ParsedPath& current, bool pattern) {
-  if (path.empty()) return Error::PathNotFound;
+  if (path.find_first_not_of(' ') == std::string_view::npos) return Error::PathNotFound;
   if (path.find('\0') != std::string_view::npos) return Error::InvalidName;
-  std::string text(path);
-  std::replace(text.begin(), text.end(), '/', '\\');
+  const bool extended = path.starts_with(kExtended);
+  std::string text(path.substr(extended ? kExtended.size() : 0));
+  if (!extended) std::replace(text.begin(), text.end(), '/', '\\');
   std::string_view rest = text;
-  if (rest.substr(0, 4) == "\\\\?\\") rest.remove_prefix(4);
-  if (rest.substr(0, 2) == "\\\\") return Error::PathNotFound;  // a machine has no network
+  if (rest.starts_with("\\\\")) return Error::PathNotFound;  // a machine has no network
 
   const std::size_t length = Utf16Length(path);
   if (length >= kMaxExtendedPath) return Error::FilenameTooLong;
@@ -93,28 +110,38 @@ Result<ParsedPath> ParsePath(std::string_view path, const ParsedPath& current, b
     rest.remove_prefix(1);
   else if (parsed.drive == current.drive)
     parsed.parts = current.parts;  // relative to the current folder
-  parsed.closing_backslash = !rest.empty() && rest.back() == '\\';
+  parsed.closing_backslash = rest.ends_with('\\');
 
   while (!rest.empty()) {
-    const std::size_t cut = rest.find('\\');
-    std::string_view part = rest.substr(0, cut);
-    rest.remove_prefix(cut == std::string_view::npos ? rest.size() : cut + 1);
-    if (part.empty() || part == ".") continue;
-    if (part == "..") {
+    const std::size_t cut = std::min(rest.find('\\'), rest.size());
+    const bool last = cut == rest.size();
+    std::string part(rest.substr(0, cut));
+    rest.remove_prefix(std::min(cut + 1, rest.size()));
+    if (!extended && (part.empty() || part == ".")) continue;
+    if (!extended && part == "..") {
       if (!parsed.parts.empty()) parsed.parts.pop_back();
       continue;
     }
-    // Closing dots and blanks are dropped from every part.
-    const std::size_t kept = part.find_last_not_of(". ");
-    if (kept == std::string_view::npos) continue;
-    const bool wild = pattern && rest.empty();
-    const std::string_view refused = wild ? "<>:\"|" : "<>:\"|*?";
-    if (part.find_first_of(refused) != std::string_view::npos) return Error::InvalidName;
-    if (std::any_of(part.begin(), part.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; })) {
-      return Error::InvalidName;
+    if (part.empty()) continue;
+    const bool wild = pattern && last;
+    if (last && !extended) {
+      const std::size_t kept = part.find_last_not_of(". ") + 1;
+      // "*." asks for names without an extension.
+      const bool no_extension = wild && part.back() == '.' && kept != 0 && part[kept - 1] == '*';
+      part.resize(kept);
+      if (no_extension) part.back() = '<';
+      if (part.empty()) {
+        parsed.closing_backslash = true;
+        continue;
+      }
+      parsed.device = IsDevice(part);
+      if (parsed.device)
+        part.resize(part.find_first_of(".:") == std::string::npos ? part.size() : part.find_first_of(".:"));
+    } else if (!extended && part.back() == '.') {
+      part.pop_back();
     }
-    // In a pattern a dot at the end has a meaning of its own.
-    parsed.parts.emplace_back(wild ? part : part.substr(0, kept + 1));
+    if (part == "." || part == ".." || !IsName(part, wild)) return Error::InvalidName;
+    parsed.parts.push_back(std::move(part));
   }
   return parsed;
 }

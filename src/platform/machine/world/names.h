@@ -28,14 +28,17 @@ struct ParsedPath {
   char drive = 'C';
   std::vector<std::string> parts;  // without "." and ".."
   bool closing_backslash = false;
+  bool device = false;  // the last part names a device, as "nul.txt": no file can have the name
 };
 
 // "C:\…", with or without the prefix of an extended path.
 bool FromRoot(std::string_view path);
 
-// Resolves a path against the current drive and folder. InvalidName for characters that no name may
-// hold (* and ? pass in the last part if `pattern`), and for a zero character; PathNotFound for a relative path of 260
-// characters or more, FilenameTooLong for any of 32,767.
+// Resolves a path against the current drive and folder. As Windows does, it drops all closing dots and blanks of the
+// whole path, and one closing dot of a part in the middle; an extended path is taken as it is. InvalidName for
+// characters that no name may hold (wildcards pass in the last part if `pattern`), for a zero character, and for a part
+// of more than 255 characters; PathNotFound for a relative path of 260 characters or more, FilenameTooLong for any of
+// 32,767.
 Result<ParsedPath> ParsePath(std::string_view path, const ParsedPath& current, bool pattern);
 
 // "C:\a\b"; a root is "C:\".

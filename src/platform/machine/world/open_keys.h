@@ -24,12 +24,12 @@ class OpenKeys {
   void Add(std::uint64_t handle, OpenedKey opened) { handles_[handle] = opened; }
   bool Close(std::uint64_t handle) { return handles_.erase(handle) != 0; }
   void EndAll() { handles_.clear(); }
-  // Of a root or an open handle; the key is null for a bad handle or a deleted key.
+  // Of a root or an open handle; the key is null for a bad handle, and may be gone.
   OpenedKey Resolve(KeyHandle key) const {
     if (key == KeyHandle::CurrentUser) return {&tree_.Root("HKEY_CURRENT_USER"), kMaximumAllowed};
     if (key == KeyHandle::LocalMachine) return {&tree_.Root("HKEY_LOCAL_MACHINE"), kMaximumAllowed};
     auto found = handles_.find(static_cast<std::uint64_t>(key));
-    return found == handles_.end() || found->second.key->gone ? OpenedKey() : found->second;
+    return found == handles_.end() ? OpenedKey() : found->second;
   }
 
  private:

@@ -170,8 +170,11 @@ bool TakeLine(std::string_view& text, std::string& line, std::size_t& number) {
     ++number;
     const bool returns = !one.empty() && one.back() == '\r';
     if (returns) one.remove_suffix(1);
-    const bool value = open || Trimmed(one).substr(0, 1) == "\"" || Trimmed(one).substr(0, 1) == "@";
-    const bool opens = value && OpenQuote(one, open);
+    if (line.empty()) one.remove_prefix(std::min(one.find_first_not_of(" \t"), one.size()));
+    // A key's name ends with the line that closes its bracket; a text, or a value's name, with its quote.
+    const bool key = line.empty() ? one.starts_with('[') : line.front() == '[';
+    const bool value = open || (!key && (one.starts_with('"') || one.starts_with('@')));
+    const bool opens = key ? !Trimmed(one).ends_with(']') : value && OpenQuote(one, open);
     if (opens && !text.empty()) {
       line.append(one).append(returns ? "\r\n" : "\n");
       open = true;
@@ -213,7 +216,7 @@ bool ReadRegistryFile(std::string_view bytes, RegistryTree& tree, std::string& p
     if (line.front() == '[') {
       if (line.back() != ']' || line.size() < 3) return fail("the name of a key does not end");
       const std::string path = line.substr(1, line.size() - 2);
-      if (!ValidRegistryName(path)) return fail("a key with a name that cannot be, or too deep");
+      if (!ValidKeyPath(path)) return fail("a key with a name that cannot be, or too deep");
       const std::size_t cut = std::min(path.find('\\'), path.size());
       if (path.substr(0, 5) != "HKEY_") return fail("a key outside of all roots");
       key = &tree.Make(tree.Root(path.substr(0, cut)), path.substr(cut));
@@ -225,7 +228,7 @@ bool ReadRegistryFile(std::string_view bytes, RegistryTree& tree, std::string& p
       rest.remove_prefix(1);
     else if (!TakeQuoted(rest, value.name))
       return fail("the name of a value does not end");
-    if (!ValidRegistryName(value.name)) return fail("a value with a name that cannot be");
+    if (!ValidValueName(value.name)) return fail("a value with a name that cannot be");
     rest = Trimmed(rest);
     if (key == nullptr || rest.empty() || rest.front() != '=') return fail("a value without a key or without data");
     if (!ReadData(Trimmed(rest.substr(1)), value)) return fail("data that cannot be read");

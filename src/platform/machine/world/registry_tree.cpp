@@ -61,16 +61,23 @@ RegKey::Value* RegKey::Find(std::string_view value) {
   return nullptr;
 }
 
-bool ValidRegistryName(std::string_view path, int levels_above) {
+bool ValidKeyPath(std::string_view path, int levels_above) {
   constexpr int kMostLevels = 512;
+  constexpr std::size_t kLongest = 255;
+  if (path.find('\0') != std::string_view::npos || path.find("]\n") != std::string_view::npos ||
+      path.find("]\r") != std::string_view::npos) {
+    return false;
+  }
   int levels = levels_above;
-  char before = '\\';
-  for (char c : path) {
-    if (static_cast<unsigned char>(c) < 0x20) return false;
-    if (before == '\\' && c != '\\' && ++levels > kMostLevels) return false;
-    before = c;
+  for (std::string_view part = TakePart(path); !part.empty(); part = TakePart(path)) {
+    if (++levels > kMostLevels || Utf16Length(part) > kLongest) return false;
   }
   return true;
+}
+
+bool ValidValueName(std::string_view name) {
+  constexpr std::size_t kLongest = 16383;
+  return name.find('\0') == std::string_view::npos && Utf16Length(name) <= kLongest;
 }
 
 bool RegKey::Denied() const {

@@ -42,9 +42,10 @@ struct RegKey {
   mutable std::vector<RegKey*> in_order_;
 };
 
-// Whether a name or a path of names can stand in the registry: no control characters, and with the levels
-// above it no more than the 512 that Windows allows.
-bool ValidRegistryName(std::string_view path, int levels_above = 0);
+// Whether a path of names can stand in the registry: each of 255 characters at most, with the levels above it no more
+// than the 512 that Windows allows. A zero character ends a name; and "]" before a line break would end it in the file.
+bool ValidKeyPath(std::string_view path, int levels_above = 0);
+bool ValidValueName(std::string_view name);  // of 16,383 characters at most
 
 class RegistryTree {
  public:

@@ -11,11 +11,11 @@ RegKey* UserRegistry::FindKey(std::string_view key) const {
 RegKey* UserRegistry::MakeKey(std::string_view key) {
   std::string_view below;
   RegKey* root = state_.registry.RootOf(key, below);
-  return root == nullptr || !ValidRegistryName(key) ? nullptr : &state_.registry.Make(*root, below);
+  return root == nullptr || !ValidKeyPath(key) ? nullptr : &state_.registry.Make(*root, below);
 }
 
 bool UserRegistry::SetValue(std::string_view key, const RegistryValue& value) {
-  RegKey* found = ValidRegistryName(value.name) ? MakeKey(key) : nullptr;
+  RegKey* found = ValidValueName(value.name) ? MakeKey(key) : nullptr;
   if (found == nullptr) return false;
   std::string data = value.data;
   if (value.type == kRegSz || value.type == kRegExpandSz) data += '\0';
