@@ -147,8 +147,11 @@ std::map<std::string, std::vector<std::string>> Comparison::PlayOnWindows(
   }
   out.close();
   fs::remove(drive_ / "transcript.txt");
-  const int status = std::system(
-      "timeout 300 wine 'C:\\conformance_windows.exe' 'C:\\sequences.txt' 'C:\\transcript.txt' >/dev/null 2>&1");
+  const std::size_t seconds = 300 + sequences.size() / 10;  // some five times what it takes
+  const int status =
+      std::system(("timeout " + std::to_string(seconds) +
+                   " wine 'C:\\conformance_windows.exe' 'C:\\sequences.txt' 'C:\\transcript.txt' >/dev/null 2>&1")
+                      .c_str());
   if (status != 0) std::fprintf(stderr, "The player under Wine ended with status %d.\n", status);
   std::map<std::string, std::vector<std::string>> transcript;
   for (Sequence& played : ReadSequences(ReadFile(drive_ / "transcript.txt"))) {

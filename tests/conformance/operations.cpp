@@ -320,7 +320,8 @@ const Row kRows[] = {
        if (!item.ok()) return std::string("error");
        c.Keep(0, static_cast<std::uint64_t>(item.value));
        StepOver(c.on().shell.SHGetFolderPathA(c.Count(1), same));
-       return Yes(c.on().shell.SHGetPathFromIDListA(item.value, path)) + ' ' + Yes(path.text() == same.text()); }},
+       const bool told = c.on().shell.SHGetPathFromIDListA(item.value, path);
+       return Yes(told) + ' ' + Yes(path.text() == same.text()); }},
     {"SHFileOperationA", "pn", [](Call& c) {
        constexpr std::uint32_t kDelete = 3, kSilent = 0x4 | 0x10 | 0x400;
        const FileOperation operation{WindowHandle::None, kDelete, c.Text(0), kSilent | c.Count(1)};

@@ -42,7 +42,7 @@ drive() {
   local log=$WORK/driver.log closing good bad driver=$1
   shift
   [ ! -e "$WINEPREFIX/dosdevices/z:" ] || { say "There is a drive Z:"; exit 1; }
-  (cd "$WINEPREFIX/drive_c" && timeout 360 xvfb-run -a -s '-screen 0 1280x900x24' wine "C:\\$driver" "$@") \
+  (cd "$WINEPREFIX/drive_c" && timeout 900 xvfb-run -a -s '-screen 0 1280x900x24' wine "C:\\$driver" "$@") \
     >"$log" 2>&1 || true
   tr -d '\r' <"$log"
   closing=$(tr -d '\r' <"$log" | grep -E '^driver: [0-9]+ passed, [0-9]+ failed' | tail -n 1) || true

@@ -31,9 +31,8 @@ class MachineKeySecurity final : public KeySecurity {
   Error RegGetKeySecurity(KeyHandle key, std::uint32_t information, Buffer descriptor, std::uint32_t& size) override {
     return gate_.Call<"RegGetKeySecurity">(key, information, Bytes(descriptor.size()), size).ReturnsStatus([&] {
       size = kStoredDescriptor;
-      const Result<OpenedKey> opened = Opened(key);
+      const Result<RegKey*> opened = state_.open_keys.Granting(key, kReadControl);
       if (!opened.ok()) return opened.error;
-      if (!opened.value.Grants(kReadControl)) return Error::AccessDenied;
       return descriptor.size() < kStoredDescriptor ? Error::InsufficientBuffer : Error::Success;
     });
   }
@@ -50,11 +49,10 @@ class MachineKeySecurity final : public KeySecurity {
 
   Error RegSetKeySecurity(KeyHandle key, std::uint32_t information, std::span<const char> descriptor) override {
     return gate_.Call<"RegSetKeySecurity">(key, information, Bytes(descriptor.size())).ReturnsStatus([&] {
-      const Result<OpenedKey> opened = Opened(key);
+      const Result<RegKey*> opened = state_.open_keys.Granting(key, kWriteDac);
       if (!opened.ok()) return opened.error;
-      if (!opened.value.Grants(kWriteDac)) return Error::AccessDenied;
       if (descriptor.empty() || descriptor[0] != static_cast<char>(kDescriptorRevision)) return Error::InvalidParameter;
-      opened.value.key->denied = false;
+      opened.value->denied = false;
       return Error::Success;
     });
   }
@@ -62,10 +60,9 @@ class MachineKeySecurity final : public KeySecurity {
   Error RegEnumKeyExA(KeyHandle key, std::uint32_t index, TextBuffer& name, std::uint32_t& length) override {
     return gate_.Call<"RegEnumKeyExA">(key, index, Bytes(name.size()), length, kNull, kNull, kNull, kNull)
         .ReturnsStatus([&] {
-          const Result<OpenedKey> opened = Opened(key);
+          const Result<RegKey*> opened = state_.open_keys.Granting(key, kEnumerate);
           if (!opened.ok()) return opened.error;
-          if (!opened.value.Grants(kEnumerate)) return Error::AccessDenied;
-          const auto& children = opened.value.key->Children();
+          const auto& children = opened.value->Children();
           if (index >= children.size()) return Error::NoMoreItems;
           const std::uint32_t filled = name.Fill(children[index]->name);
           if (filled >= name.size()) return Error::MoreData;
@@ -75,12 +72,6 @@ class MachineKeySecurity final : public KeySecurity {
   }
 
  private:
-  Result<OpenedKey> Opened(KeyHandle key) const {
-    const OpenedKey opened = state_.open_keys.Resolve(key);
-    if (opened.key == nullptr) return Error::InvalidHandle;
-    return opened.key->gone ? Result<OpenedKey>(Error::KeyDeleted) : opened;
-  }
-
   MachineState& state_;
   Gate& gate_ = state_.gate;
 };

@@ -79,7 +79,7 @@ class MachineRegistry final : public Registry {
   Error RegQueryValueExA(KeyHandle key, std::string_view name, Buffer data, RegValueInfo& info) override {
     return gate_.Call<"RegQueryValueExA">(key, name, kNull, info.type, Bytes(data), info.size).ReturnsStatus([&] {
       if (HasZero(name)) return Error::InvalidName;
-      const Result<RegKey*> opened = Granting(key, kQueryValue);
+      const Result<RegKey*> opened = state_.open_keys.Granting(key, kQueryValue);
       if (!opened.ok()) return opened.error;
       const RegKey::Value* value = opened.value->Find(name);
       return value == nullptr ? Error::FileNotFound : CopyData(data, *value, info);
@@ -90,7 +90,7 @@ class MachineRegistry final : public Registry {
     return gate_.Call<"RegSetValueExA">(key, name, 0, type, Bytes(data.size()), data.size()).ReturnsStatus([&] {
       if (HasZero(name)) return Error::InvalidName;
       if (key != KeyHandle::None && !ValidValueName(name)) return Error::InvalidParameter;
-      const Result<RegKey*> opened = Granting(key, kSetValue);
+      const Result<RegKey*> opened = state_.open_keys.Granting(key, kSetValue);
       if (!opened.ok()) return opened.error;
       std::string stored(data);
       if (IsText(type) && !stored.empty() && stored.back() != '\0') stored += '\0';  // Windows adds what is missing
@@ -119,7 +119,7 @@ class MachineRegistry final : public Registry {
   Error RegDeleteValueA(KeyHandle key, std::string_view name) override {
     return gate_.Call<"RegDeleteValueA">(key, name).ReturnsStatus([&] {
       if (HasZero(name)) return Error::InvalidName;
-      const Result<RegKey*> opened = Granting(key, kSetValue);
+      const Result<RegKey*> opened = state_.open_keys.Granting(key, kSetValue);
       if (!opened.ok()) return opened.error;
       auto& values = opened.value->values;
       const RegKey::Value* value = opened.value->Find(name);
@@ -131,7 +131,7 @@ class MachineRegistry final : public Registry {
 
   Error RegEnumKeyA(KeyHandle key, std::uint32_t index, TextBuffer& name) override {
     return gate_.Call<"RegEnumKeyA">(key, index, Bytes(name), name.size()).ReturnsStatus([&] {
-      const Result<RegKey*> opened = Granting(key, kEnumerate);
+      const Result<RegKey*> opened = state_.open_keys.Granting(key, kEnumerate);
       if (!opened.ok()) return opened.error;
       const auto& children = opened.value->Children();
       return index < children.size() ? CopyName(name, children[index]->name) : Error::NoMoreItems;
@@ -141,7 +141,7 @@ class MachineRegistry final : public Registry {
   Error RegEnumValueA(KeyHandle key, std::uint32_t index, TextBuffer& name, Buffer data, RegValueInfo& info) override {
     return gate_.Call<"RegEnumValueA">(key, index, Bytes(name), name.size(), kNull, info.type, Bytes(data), info.size)
         .ReturnsStatus([&] {
-          const Result<RegKey*> opened = Granting(key, kQueryValue);
+          const Result<RegKey*> opened = state_.open_keys.Granting(key, kQueryValue);
           if (!opened.ok()) return opened.error;
           if (index >= opened.value->values.size()) return Error::NoMoreItems;
           const RegKey::Value& value = opened.value->values[index];
@@ -151,18 +151,10 @@ class MachineRegistry final : public Registry {
   }
 
  private:
-  // An open key that was opened with a right.
-  Result<RegKey*> Granting(KeyHandle key, std::uint32_t right) const {
-    const OpenedKey opened = state_.open_keys.Resolve(key);
-    if (opened.key == nullptr) return Error::InvalidHandle;
-    if (opened.key->gone) return Error::KeyDeleted;
-    if (!opened.Grants(right)) return Error::AccessDenied;
-    return opened.key;
-  }
   // An open key, for a path below it that can be one.
   Result<RegKey*> Below(KeyHandle key, std::string_view sub_key) const {
     if (HasZero(sub_key)) return Error::InvalidName;
-    const Result<RegKey*> opened = Granting(key, 0);
+    const Result<RegKey*> opened = state_.open_keys.Granting(key, 0);
     if (!opened.ok()) return opened.error;
     if (sub_key.starts_with('\\')) return Error::BadPathName;
     if (!ValidKeyPath(sub_key, opened.value->Levels())) return Error::InvalidParameter;

@@ -233,12 +233,15 @@ Result<Disk::Place> Disk::FindPlace(const ParsedPath& path) const {
 }
 
 HostFile Disk::OpenFolder(const Entry& folder) const {
-  if (folder.parent == nullptr) {
-    return HostFile(openat(drives_.fd(), folder.name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  std::vector<const Entry*> way;
+  for (const Entry* at = &folder; at != nullptr; at = at->parent) way.push_back(at);
+  HostFile opened;
+  for (auto at = way.rbegin(); at != way.rend(); ++at) {
+    const int above = at == way.rbegin() ? drives_.fd() : opened.fd();
+    opened = HostFile(openat(above, (*at)->name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!opened.ok()) break;
   }
-  const HostFile above = OpenFolder(*folder.parent);
-  if (!above.ok()) return HostFile();
-  return HostFile(openat(above.fd(), folder.name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  return opened;
 }
 
 Entry* Disk::Adopt(Entry& folder, std::unique_ptr<Entry> entry) {
@@ -398,9 +401,16 @@ Result<std::string> Disk::Read(const Entry& entry) const {
   auto file = Open(entry, false);
   if (!file.ok()) return file.error;
   std::string content(SizeOf(entry), '\0');
-  const ssize_t got = pread(file.value.fd(), content.data(), content.size(), 0);
-  if (got < 0) return FromErrno(errno);
-  content.resize(static_cast<std::size_t>(got));
+  std::size_t place = 0;
+  while (place < content.size()) {
+    // One call gives a little less than 2 GiB at most.
+    const ssize_t got =
+        pread(file.value.fd(), content.data() + place, content.size() - place, static_cast<off_t>(place));
+    if (got < 0) return FromErrno(errno);
+    if (got == 0) break;
+    place += static_cast<std::size_t>(got);
+  }
+  content.resize(place);
   return content;
 }
 

@@ -31,6 +31,14 @@ class OpenKeys {
     auto found = handles_.find(static_cast<std::uint64_t>(key));
     return found == handles_.end() ? OpenedKey() : found->second;
   }
+  // A key that is open with a right. Windows looks at the rights of the handle first and then whether the key is still
+  // there.
+  Result<RegKey*> Granting(KeyHandle key, std::uint32_t right) const {
+    const OpenedKey opened = Resolve(key);
+    if (opened.key == nullptr) return Error::InvalidHandle;
+    if (!opened.Grants(right)) return Error::AccessDenied;
+    return opened.key->gone ? Result<RegKey*>(Error::KeyDeleted) : opened.key;
+  }
 
  private:
   RegistryTree& tree_;
