@@ -1,5 +1,7 @@
 #include "autokill/wizard_boxes.h"
 
+#include "runtime/folders.h"
+
 namespace qb {
 
 namespace {
@@ -30,9 +32,6 @@ constexpr struct {
   bool ticked;
 } kWindowsDefaults[] = {{"WIN_StartRun", true},  {"WIN_RecentDoc", true}, {"REGMediaPlayer", true},
                         {"REGrecyclebin", true}, {"REGFileFrag", false},  {"REGWindowsTemp", false}};
-
-// A path of fewer characters is none.
-constexpr std::size_t kShortestPath = 4;
 
 std::vector<TabStrip::Page> TabPages() {
   std::vector<TabStrip::Page> pages;
@@ -114,8 +113,8 @@ void WizardBoxes::Set(std::string_view key, bool ticked) {
 void WizardBoxes::SetDefaults(const Settings& settings, const BrowserProfiles& profiles) {
   SetGroup(TraceGroup::InternetExplorer, true);
   for (const auto& row : kWindowsDefaults) Set(row.key, row.ticked);
-  SetGroup(TraceGroup::AOL, settings.Text(Setting::AOLdir).size() >= kShortestPath);
-  SetGroup(TraceGroup::Firefox, settings.Text(Setting::NetscapeDir).size() >= kShortestPath);
+  SetGroup(TraceGroup::AOL, LongEnoughPath(settings.Text(Setting::AOLdir)));
+  SetGroup(TraceGroup::Firefox, LongEnoughPath(settings.Text(Setting::NetscapeDir)));
   // Deliberate: without Chrome this one box stays as it is.
   constexpr std::string_view kFlashCookies = "Chrome_FlashCookies";
   const bool chrome = profiles.Check_Chrome_Installed();

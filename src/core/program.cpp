@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kill/log_step.h"
 #include "runtime/folders.h"
 #include "runtime/text.h"
 
@@ -69,14 +70,13 @@ void Program::HideAfterRun() {
 }
 
 void Program::ShowThumbnailScan() {
-  constexpr std::int16_t kThumbsKilled = 29, kThumbsFound = 30;
   if (thumbs_.Loaded()) return thumbs_.SetFocus();
   main_window_.EnableWatcherTimer(false);
   thumbs_.ShowModal();
   if (Ended()) return;
   main_window_.EnableWatcherTimer(true);
   main_window_.display().ShowLog();
-  run_log().Log_Step(services_.thumbs.Thumbs_Deleted >= 1 ? kThumbsKilled : kThumbsFound);
+  run_log().Log_Step(services_.thumbs.Thumbs_Deleted >= 1 ? kLogThumbsKilled : kLogThumbsFound);
   if (Ended()) return;
   main_window_.display().SetValue(main_window_.display().Max());
 }

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "kill/traces/trace_units.h"
+#include "runtime/folders.h"
 #include "runtime/text.h"
 
 namespace qb {
@@ -212,10 +213,8 @@ constexpr WalkStep kWindowsAll[] = {{6, Class("WIN_StartRun")}, {7, Class("WIN_R
 constexpr WalkStep kWindowsUnattended[] = {{6, Class("WIN_StartRun")}, {7, Class("WIN_RecentDoc")}, {14, Class("REGMediaPlayer")},
     {15, Class("REGrecyclebin")}, {20, Class("REGFileFrag")}, {21, Class("REGWindowsTemp")}, {24, Class("MSOfficeRecent")}};
 
-// A path of fewer characters is none.
-constexpr std::size_t kShortestPath = 4;
 bool FirefoxIsHere(const KillNeeds& needs) {
-  return needs.profiles.FirefoxProfilePath().size() >= kShortestPath && needs.settings.Number(Setting::NoNS) == 0;
+  return LongEnoughPath(needs.profiles.FirefoxProfilePath()) && needs.settings.Number(Setting::NoNS) == 0;
 }
 bool ChromeIsHere(const KillNeeds& needs) {
   return needs.profiles.Check_Chrome_Installed();

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 
+#include "runtime/folders.h"
 #include "runtime/text.h"
 
 namespace qb {
 
 namespace {
 
-// A path of fewer characters is none.
-constexpr std::size_t kShortestPath = 4;
 constexpr std::int16_t kModeRunNow = 2;
 
 }  // namespace
@@ -69,11 +68,11 @@ void KillRun::Sequence(TraceGroup group) {
 }
 
 bool KillRun::MayGoOn(TraceGroup group) {
-  if (group == TraceGroup::Firefox && needs_.profiles.FirefoxProfilePath().size() < kShortestPath) {
+  if (group == TraceGroup::Firefox && !LongEnoughPath(needs_.profiles.FirefoxProfilePath())) {
     state_.RunStopped = true;
     return false;
   }
-  if (group == TraceGroup::AOL && needs_.settings.Text(Setting::AOLdir).size() < kShortestPath) {
+  if (group == TraceGroup::AOL && !LongEnoughPath(needs_.settings.Text(Setting::AOLdir))) {
     state_.RunStopped = true;
     state_.AOLSetupPending = true;
     StepOver(needs_.platform.desktop.MessageBoxA(

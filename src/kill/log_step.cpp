@@ -11,8 +11,6 @@ namespace {
 
 constexpr int kUnattendedBar = 30;
 constexpr int kManualBar = 80;
-constexpr int kThumbsKilled = 29;
-constexpr int kThumbsFound = 30;
 
 // By code, from 1. The two codes of the thumbnail audit are put together below.
 constexpr std::string_view kTexts[] = {
@@ -83,10 +81,10 @@ bool LongStepFollows(int code) {
 
 std::string LogText(int code, const ThumbTotals& thumbs) {
   const std::string images = std::to_string(thumbs.Thumbnails_Found) + " images in ";
-  if (code == kThumbsKilled) {
+  if (code == kLogThumbsKilled) {
     return " - Killed and Shredded " + images + std::to_string(thumbs.Thumbs_Deleted) + " hidden Thumbs.db files!";
   }
-  if (code == kThumbsFound) {
+  if (code == kLogThumbsFound) {
     return " - Found " + images + std::to_string(thumbs.Thumbs_Located) +
            (thumbs.Thumbs_Located != 0 ? " hidden Thumbs.db files!  NONE REMOVED!" : " hidden Thumbs.db files.");
   }

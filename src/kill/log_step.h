@@ -10,6 +10,8 @@ namespace qb {
 
 inline constexpr int kLogSearching = 1;
 inline constexpr int kLogProtected = 22;
+inline constexpr int kLogThumbsKilled = 29;
+inline constexpr int kLogThumbsFound = 30;
 
 // The text of a code from 1 to 54, from " - " on; empty for any other code.
 std::string LogText(int code, const ThumbTotals& thumbs);

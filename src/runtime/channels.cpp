@@ -147,8 +147,6 @@ RuntimeError Channels::PrintLine(int number, std::string_view text) {
 }
 
 RuntimeError Channels::Print(int number, std::string_view text) {
-  auto found = open_.find(number);
-  if (found == open_.end() || found->second.mode == ChannelMode::Binary) return PrintBytes(number, text);
   auto bytes = system_.WideCharToMultiByte(text);
   return bytes.ok() ? PrintBytes(number, bytes.value) : FromWindows(bytes.error);
 }
@@ -166,7 +164,7 @@ RuntimeError Channels::Put(int number, std::uint64_t position, std::string_view 
   if (channel == nullptr || position == 0) return RuntimeError::BadFileNumber;
   auto place = files_.SetFilePointer(channel->file, static_cast<std::int64_t>(position - 1), SeekFrom::Begin);
   if (!place.ok()) return FromWindows(place.error);
-  return Print(number, bytes);
+  return PrintBytes(number, bytes);
 }
 
 RuntimeError Channels::Get(int number, std::uint64_t position, std::uint64_t count, std::string& bytes) {

@@ -59,27 +59,31 @@ bool IsEntryName(std::string_view name) {
   });
 }
 
+bool ForEachEntry(Files& files, std::string_view pattern, const std::function<bool(const FindData& found)>& visit) {
+  const auto first = files.FindFirstFileA(pattern);
+  if (!first.ok()) return false;
+  auto take = [&](const FindData& found) { return !IsEntryName(found.name) || visit(found); };
+  bool go_on = take(first.value.data);
+  for (int failures = 0; go_on && failures < kMostFailures;) {
+    const auto next = files.FindNextFileA(first.value.handle);
+    if (next.error == Error::NoMoreFiles) break;
+    failures = next.ok() ? 0 : failures + 1;
+    if (next.ok()) go_on = take(next.value);
+  }
+  StepOver(files.FindClose(first.value.handle));
+  return true;
+}
+
 std::vector<FolderEntry> ListEntries(Files& files, std::string_view pattern, std::uint32_t attribute_mask) {
   constexpr std::uint32_t kOnlyWhenAsked = kAttributeHidden | kAttributeSystem | kAttributeDirectory;
   std::vector<FolderEntry> entries;
   const std::string_view name_pattern = LastComponent(pattern);
   const bool wild = name_pattern.find_first_of("*?") != std::string_view::npos;
-  auto take = [&](const FindData& found) {
-    if (!IsEntryName(found.name)) return;
-    if ((found.attributes & kOnlyWhenAsked & ~attribute_mask) != 0) return;
-    if (wild && !MatchesPattern(name_pattern, found.name)) return;
-    entries.push_back({found.name, found.attributes});
-  };
-  auto first = files.FindFirstFileA(pattern);
-  if (!first.ok()) return entries;
-  take(first.value.data);
-  for (int failures = 0; failures < kMostFailures;) {
-    auto next = files.FindNextFileA(first.value.handle);
-    if (next.error == Error::NoMoreFiles) break;
-    failures = next.ok() ? 0 : failures + 1;
-    if (next.ok()) take(next.value);
-  }
-  StepOver(files.FindClose(first.value.handle));
+  ForEachEntry(files, pattern, [&](const FindData& found) {
+    const bool asked = (found.attributes & kOnlyWhenAsked & ~attribute_mask) == 0;
+    if (asked && (!wild || MatchesPattern(name_pattern, found.name))) entries.push_back({found.name, found.attributes});
+    return true;
+  });
   return entries;
 }
 
@@ -99,6 +103,10 @@ Error ChangeFolder(Files& files, std::string_view path) {
     return FolderExists(files, path) ? Error::Success : Error::PathNotFound;
   }
   return files.SetCurrentDirectoryA(path);
+}
+
+bool LongEnoughPath(std::string_view path) {
+  return path.size() > 3;
 }
 
 bool FolderExists(Files& files, std::string_view path) {

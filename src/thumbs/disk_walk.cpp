@@ -44,22 +44,16 @@ void DiskWalk::Walk_Folder(const std::string& folder, std::size_t& count, int de
 }
 
 bool DiskWalk::ListFolder(const std::string& folder, std::size_t& count) {
-  auto listed = files_.FindFirstFileA(folder + "*");
-  if (!listed.ok()) return false;
-  const FindHandle handle = listed.value.handle;
-  bool go_on = TakeEntry(folder, listed.value.data, count);
-  while (go_on && !stop_) {
-    auto next = files_.FindNextFileA(handle);
-    if (!next.ok()) break;
-    go_on = TakeEntry(folder, next.value, count);
-  }
-  StepOver(files_.FindClose(handle));
-  return go_on;
+  bool go_on = true;
+  const bool listed = ForEachEntry(files_, folder + "*", [&](const FindData& found) {
+    go_on = TakeEntry(folder, found, count);
+    return go_on && !stop_;
+  });
+  return listed && go_on;
 }
 
 bool DiskWalk::TakeEntry(const std::string& folder, const FindData& found, std::size_t& count) {
-  const std::string_view name = std::string_view(found.name).substr(0, found.name.find('\0'));
-  if (!IsEntryName(name)) return true;
+  const std::string& name = found.name;
   ended_ = !observer_.PumpMessages();
   if (ended_) return false;
   if (observer_.Scan_Cancelled()) {

@@ -6,8 +6,6 @@ namespace qb {
 
 namespace {
 
-// Messages run once in so many entries.
-constexpr int kPumpStep = 10;
 constexpr std::int32_t kPasses = 8;
 
 }  // namespace

@@ -18,9 +18,6 @@ constexpr int kSinglePageNumber = 50;
 constexpr int kReportSection = 1;
 constexpr std::string_view kPageName = "THUMBS.DB";
 
-// Messages run, and the wish to cancel is met, once in so many pictures or files.
-constexpr std::size_t kPumpStep = 10;
-
 // The folder of the second copies: at the root of the current drive.
 constexpr std::string_view kRootCopies = "\\thumbs\\";
 // The fourth byte of a picture, and what the second copy has in its place.
@@ -104,7 +101,7 @@ void frmThumbs::Split_Images(const std::string& path, std::int32_t& number, bool
     StepOver(pBar.SetMax(static_cast<int>(count)));
     StepOver(pBar.SetValue(static_cast<int>(i)));
     start = next;
-    if (i % kPumpStep == 0 && (!PumpMessages() || Scan_Cancelled_)) return;
+    if (i % std::size_t{kPumpStep} == 0 && (!PumpMessages() || Scan_Cancelled_)) return;
   }
   // Deliberate: the number decides and not the flag, so the 51st file of a scan tries it too, at a page
   // that is not open.
@@ -125,7 +122,7 @@ std::int32_t frmThumbs::Count_Images() {
     const std::string path = lstThumbs.List(i);
     if (IsThumbsCache(path)) found += static_cast<std::int32_t>(CountPictures(Read_Whole_File(path)));
     StepOver(pBar.SetValue(i));
-    if (i % static_cast<int>(kPumpStep) == 0 && !PumpMessages()) return 0;
+    if (i % kPumpStep == 0 && !PumpMessages()) return 0;
   }
   StepOver(pBar.SetValue(pBar.Max()));
   const std::int32_t counted = found;
@@ -156,7 +153,7 @@ void frmThumbs::Write_Report() {
       ++Thumbs_Index_;
     }
     StepOver(pBar2.SetValue(Thumbs_Index_));
-    if (i % static_cast<int>(kPumpStep) == 0 && (!PumpMessages() || Scan_Cancelled_)) return;
+    if (i % kPumpStep == 0 && (!PumpMessages() || Scan_Cancelled_)) return;
   }
   // Deliberate: one more than there are pictures. The figures that are shown and stored have it.
   ++needs_.totals.Thumbnails_Found;

@@ -9,7 +9,7 @@ namespace qb {
 namespace {
 
 constexpr int kScanMax = 100;
-constexpr std::string_view kCancelled = "SCAN CANCELED!";
+constexpr std::string_view kCancelled = "SCAN CANCELED";
 
 // Each tick of the counters lets messages run, but for one in so many entries.
 constexpr std::int32_t kQuietTick = 10000;

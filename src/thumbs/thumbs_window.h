@@ -85,6 +85,8 @@ class frmThumbs : public Form, private WalkObserver {
   void EntrySeen() override { ++Files_Searched_; }
   void CacheFound(const std::string& path) override;
 
+  // Messages run, and the wish to cancel is met, once in so many pictures or files.
+  static constexpr int kPumpStep = 10;
   // The channel of the whole report's page.
   static constexpr int kReportNumber = 11;
 

@@ -86,9 +86,7 @@ RuntimeError clsFileAnalyzer::Write(const std::string& path, const std::string& 
   if (number == 0) return RuntimeError::TooManyFiles;
   const ChannelMode channel_mode = ModeOf(mode);
   if (RuntimeError error = channels_.Open(number, path, channel_mode); !Ok(error)) return error;
-  const std::string bytes =
-      channel_mode == ChannelMode::Binary ? platform_.system.WideCharToMultiByte(text).value_or({}) : text;
-  RuntimeError written = text.empty() ? RuntimeError::None : channels_.Print(number, bytes);
+  RuntimeError written = text.empty() ? RuntimeError::None : channels_.Print(number, text);
   RuntimeError closed = channels_.Close(number);
   return Ok(written) ? closed : written;
 }

@@ -1,10 +1,10 @@
 #include "kill/traces/aol_traces.h"
 
+#include "runtime/folders.h"
+
 namespace qb {
 
 namespace {
-
-constexpr std::size_t kLongestNoPath = 3;
 
 constexpr std::string_view kDroplist[] = {"organize\\*.ARL", "organize\\*.AUT"};
 constexpr std::string_view kCache[] = {"organize\\CACHE\\*.*"};
@@ -22,7 +22,7 @@ constexpr std::string_view kOperaFiles[] = {
 void AolTraces::DeleteBelowAol(Names patterns) {
   const std::string& folder = settings_.Text(Setting::AOLdir);
   // The user's own setting, taken as it stands.
-  if (folder.size() <= kLongestNoPath) return;
+  if (!LongEnoughPath(folder)) return;
   for (std::string_view pattern : patterns) names_.DeletePattern(folder + std::string(pattern));
 }
 

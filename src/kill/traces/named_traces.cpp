@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "runtime/folders.h"
+
 namespace qb {
 
 namespace {
@@ -12,7 +14,7 @@ constexpr std::string_view kEverything = "\\*.*";
 
 bool NamedTraces::IsPath(std::string_view path) {
   constexpr std::string_view kSeparators = "\\/";
-  if (path.size() <= 3) return false;
+  if (!LongEnoughPath(path)) return false;
   for (std::size_t start = 0; start <= path.size();) {
     const std::size_t end = std::min(path.find_first_of(kSeparators, start), path.size());
     if (path.substr(start, end - start) == "..") return false;

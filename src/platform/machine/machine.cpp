@@ -214,7 +214,7 @@ bool MachineImpl::Load(const std::string& host_folder, std::string& problem) {
     problem = HostProblem("recycled");
     return false;
   }
-  state_.bin = HostFile(openat(folder_.fd(), "recycled", O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  state_.bin = FolderIn(folder_.fd(), "recycled");
   if (!state_.bin.ok()) {
     problem = HostProblem("recycled");
     return false;

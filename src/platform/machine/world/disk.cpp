@@ -1,6 +1,5 @@
 #include "platform/machine/world/disk.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -41,14 +40,7 @@ Error PartFromOtherNames(const HostFile& folder, const std::string& name, const 
   unlinkat(folder.fd(), kCopy, 0);
   const HostFile copy(openat(folder.fd(), kCopy, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
   if (!copy.ok()) return FromErrno(errno);
-  char block[65536];
-  off_t place = 0;
-  ssize_t got = 0;
-  while ((got = pread(file.fd(), block, sizeof block, place)) > 0) {
-    if (pwrite(copy.fd(), block, static_cast<std::size_t>(got), place) != got) break;
-    place += got;
-  }
-  if (got == 0 && renameat(folder.fd(), kCopy, folder.fd(), name.c_str()) == 0) return Error::Success;
+  if (CopyContent(file, copy) && renameat(folder.fd(), kCopy, folder.fd(), name.c_str()) == 0) return Error::Success;
   unlinkat(folder.fd(), kCopy, 0);
   return Error::DiskFull;
 }
@@ -59,19 +51,6 @@ FileTime HostTime(const timespec& time) {
 }
 
 }  // namespace
-
-HostFile::~HostFile() {
-  if (fd_ >= 0) close(fd_);
-}
-
-HostFile& HostFile::operator=(HostFile&& other) noexcept {
-  if (this != &other) {
-    if (fd_ >= 0) close(fd_);
-    fd_ = other.fd_;
-    other.fd_ = -1;
-  }
-  return *this;
-}
 
 std::uint32_t Entry::WindowsAttributes() const {
   std::uint32_t all = attributes;
@@ -104,11 +83,11 @@ bool Entry::Allows(const Use& wanted) const {
 
 Result<bool> Disk::Load(const HostFile& machine_folder) {
   if (mkdirat(machine_folder.fd(), "drives", 0755) != 0 && errno != EEXIST) return FromErrno(errno);
-  drives_ = HostFile(openat(machine_folder.fd(), "drives", O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  drives_ = FolderIn(machine_folder.fd(), "drives");
   if (!drives_.ok()) return FromErrno(errno);
   for (char letter = 'A'; letter <= 'Z'; ++letter) {
     const char name[] = {letter, '\0'};
-    HostFile folder(openat(drives_.fd(), name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    const HostFile folder = FolderIn(drives_.fd(), name);
     if (!folder.ok()) continue;
     auto root = std::make_unique<Entry>();
     root->name = name;
@@ -120,23 +99,15 @@ Result<bool> Disk::Load(const HostFile& machine_folder) {
 }
 
 void Disk::LoadFolder(Entry& folder, const HostFile& host) {
-  const int copy = dup(host.fd());
-  DIR* listing = copy < 0 ? nullptr : fdopendir(copy);
-  if (listing == nullptr) {
-    if (copy >= 0) close(copy);
-    return;
-  }
-  while (const dirent* item = readdir(listing)) {
-    const std::string name = item->d_name;
+  ForEachName(host.fd(), [&](const std::string& name) {
     struct stat info {};
-    if (name == "." || name == ".." || fstatat(host.fd(), name.c_str(), &info, AT_SYMLINK_NOFOLLOW) != 0) continue;
+    if (fstatat(host.fd(), name.c_str(), &info, AT_SYMLINK_NOFOLLOW) != 0) return;
     auto entry = std::make_unique<Entry>();
     entry->name = name;
     entry->created = entry->accessed = entry->written = HostTime(info.st_mtim);
     if (S_ISDIR(info.st_mode)) {
       entry->kind = Entry::Kind::Folder;
-      HostFile below(openat(host.fd(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-      if (below.ok()) LoadFolder(*entry, below);
+      if (HostFile below = FolderIn(host.fd(), name); below.ok()) LoadFolder(*entry, below);
     } else if (S_ISREG(info.st_mode)) {
       entry->attributes = kAttributeArchive;
     } else {
@@ -144,8 +115,7 @@ void Disk::LoadFolder(Entry& folder, const HostFile& host) {
     }
     // Of two host names that Windows cannot tell apart the first stands for both.
     if (folder.children.count(FoldName(name)) == 0) Adopt(folder, std::move(entry));
-  }
-  closedir(listing);
+  });
 }
 
 void Disk::FinishLoading() {
@@ -238,7 +208,7 @@ HostFile Disk::OpenFolder(const Entry& folder) const {
   HostFile opened;
   for (auto at = way.rbegin(); at != way.rend(); ++at) {
     const int above = at == way.rbegin() ? drives_.fd() : opened.fd();
-    opened = HostFile(openat(above, (*at)->name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    opened = FolderIn(above, (*at)->name);
     if (!opened.ok()) break;
   }
   return opened;

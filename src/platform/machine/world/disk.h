@@ -13,24 +13,10 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/machine/world/host_file.h"
 #include "platform/machine/world/names.h"
 
 namespace qb::machine {
-
-// An open file descriptor of the host.
-class HostFile {
- public:
-  HostFile() = default;
-  explicit HostFile(int fd) : fd_(fd) {}
-  ~HostFile();
-  HostFile(HostFile&& other) noexcept : fd_(other.fd_) { other.fd_ = -1; }
-  HostFile& operator=(HostFile&& other) noexcept;
-  int fd() const { return fd_; }
-  bool ok() const { return fd_ >= 0; }
-
- private:
-  int fd_ = -1;
-};
 
 struct Entry {
   enum class Kind { File, Folder, Junction, FileLink, HostLink };

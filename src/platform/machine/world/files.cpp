@@ -1,9 +1,6 @@
 #include "platform/machine/world/files.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
 
 #include "platform/machine/world/name_pattern.h"
 
@@ -181,16 +178,7 @@ Error CopyEntry(MachineState& state, std::string_view from, std::string_view to,
   Error error = writer.error;
   if (writer.ok()) {
     const OpenFile& target = *state.open_files.at(Plain(writer.value));
-    std::array<char, 65536> block;
-    ssize_t got = 0;
-    for (off_t place = 0; target.entry != nullptr; place += got) {
-      got = pread(source.host.fd(), block.data(), block.size(), place);
-      if (got <= 0) break;
-      if (pwrite(target.host.fd(), block.data(), static_cast<std::size_t>(got), place) != got) {
-        error = Error::DiskFull;
-        break;
-      }
-    }
+    if (target.entry != nullptr && !CopyContent(source.host, target.host)) error = Error::DiskFull;
     if (target.entry != nullptr) target.entry->written = source.entry->written;
     CloseFileEntry(state, writer.value);
   }

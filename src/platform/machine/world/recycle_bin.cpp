@@ -1,38 +1,16 @@
 #include "platform/machine/world/recycle_bin.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <functional>
 
 namespace qb::machine {
 
 namespace {
 
-// Calls `visit` with each name in an open folder of the host.
-void ForEachIn(int folder, const std::function<void(const std::string&)>& visit) {
-  const int copy = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  DIR* listing = copy < 0 ? nullptr : fdopendir(copy);
-  if (listing == nullptr) {
-    if (copy >= 0) close(copy);
-    return;
-  }
-  while (const dirent* item = readdir(listing)) {
-    const std::string name = item->d_name;
-    if (name != "." && name != "..") visit(name);
-  }
-  closedir(listing);
-}
-
-HostFile FolderIn(int folder, const std::string& name) {
-  return HostFile(openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-}
-
 // Removes what lies in a folder of the host, links as links.
 void EmptyHostFolder(int folder) {
-  ForEachIn(folder, [folder](const std::string& name) {
+  ForEachName(folder, [folder](const std::string& name) {
     if (unlinkat(folder, name.c_str(), 0) == 0) return;
     const HostFile below = FolderIn(folder, name);
     if (!below.ok()) return;
@@ -48,7 +26,7 @@ std::uint64_t BytesOf(int folder, const std::string& name) {
   if (S_ISREG(info.st_mode)) return static_cast<std::uint64_t>(info.st_size);
   std::uint64_t bytes = 0;
   if (const HostFile below = FolderIn(folder, name); below.ok()) {
-    ForEachIn(below.fd(), [&](const std::string& inside) { bytes += BytesOf(below.fd(), inside); });
+    ForEachName(below.fd(), [&](const std::string& inside) { bytes += BytesOf(below.fd(), inside); });
   }
   return bytes;
 }
@@ -57,7 +35,7 @@ std::uint64_t BytesOf(int folder, const std::string& name) {
 
 RecycleBinInfo BinContents(const MachineState& state) {
   RecycleBinInfo info;
-  ForEachIn(state.bin.fd(), [&](const std::string& name) {
+  ForEachName(state.bin.fd(), [&](const std::string& name) {
     ++info.items;
     info.bytes += BytesOf(state.bin.fd(), name);
   });
