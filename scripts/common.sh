@@ -2,8 +2,12 @@
 # Source it; it changes into the project's root.
 
 set -euo pipefail
+CALLED_FROM=$PWD
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 cd "$ROOT"
+
+# A path as whoever called the script means it.
+from_caller() { case $1 in /*) printf '%s\n' "$1" ;; *) printf '%s\n' "$CALLED_FROM/$1" ;; esac; }
 
 say() { printf '%s\n' "$*" >&2; }
 

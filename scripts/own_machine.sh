@@ -7,9 +7,11 @@ if [ $# -lt 2 ]; then
   sed -n '2,3s/^# //p' "$ROOT/scripts/own_machine.sh" >&2
   exit 2
 fi
-machine=$1
+machine=$(from_caller "$1")
 shift
-for export in "$@"; do [ -r "$export" ] || { say "$export cannot be read"; exit 2; }; done
+exports=()
+for export in "$@"; do exports+=("$(from_caller "$export")"); done
+for export in "${exports[@]}"; do [ -r "$export" ] || { say "$export cannot be read"; exit 2; }; done
 [ ! -e "$machine/registry.reg" ] || { say "$machine is a machine already"; exit 2; }
 program=$ROOT/build/host/quillbarrow-rehearse
 [ -x "$program" ] || { need_host; build host quillbarrow-rehearse; }
@@ -17,7 +19,7 @@ program=$ROOT/build/host/quillbarrow-rehearse
 joined=$(mktemp)
 trap 'rm -f "$joined"' EXIT
 printf 'Windows Registry Editor Version 5.00\r\n' >"$joined"
-for export in "$@"; do
+for export in "${exports[@]}"; do
   # The header of each file goes, and the mark of the byte order.
   if [ "$(head -c 2 "$export" | od -An -tx1 | tr -d ' ')" = fffe ]; then iconv -c -f UTF-16 -t UTF-8 "$export"; else cat "$export"; fi |
     LC_ALL=C sed '1{s/^\xef\xbb\xbf//;/^Windows Registry Editor/d}' >>"$joined"

@@ -1,9 +1,10 @@
 #include "app/rehearse/console/values.h"
-#include "platform/machine/world/code_page.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
+
+#include "platform/machine/world/code_page.h"
 
 namespace qb::rehearse {
 namespace {
