@@ -96,6 +96,11 @@ std::string Trim(std::string_view text) {
   return std::string(text);
 }
 
+std::string_view Trimmed(std::string_view text) {
+  const std::size_t first = std::min(text.find_first_not_of(" \t"), text.size());
+  return text.substr(first, text.find_last_not_of(" \t") + 1 - first);
+}
+
 std::string WithoutLast(std::string_view text, std::size_t count) {
   return std::string(text.substr(0, text.size() - std::min(count, text.size())));
 }

@@ -18,6 +18,8 @@ bool SameText(std::string_view a, std::string_view b);  // the same in capitals
 
 // Without blanks at either end.
 std::string Trim(std::string_view text);
+// Without blanks and tabs at either end.
+std::string_view Trimmed(std::string_view text);
 // `text` less its last `count` characters; empty if it has no more than that.
 std::string WithoutLast(std::string_view text, std::size_t count);
 // `path` with a backslash behind it if it has none.

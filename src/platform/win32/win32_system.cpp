@@ -33,13 +33,18 @@ class Win32System : public System {
 };
 
 // The system's own page: that of the process is the one that the manifest asks for.
-UINT SystemCodePage() {
+UINT AskForSystemCodePage() {
   wchar_t number[8]{};
   DWORD size = sizeof number;
   const LSTATUS status = ::RegGetValueW(HKEY_LOCAL_MACHINE, L"SYSTEM\\CurrentControlSet\\Control\\Nls\\CodePage",
                                         L"ACP", RRF_RT_REG_SZ, nullptr, number, &size);
   const auto page = status == ERROR_SUCCESS ? static_cast<UINT>(std::wcstoul(number, nullptr, 10)) : 0;
   return page != 0 && ::IsValidCodePage(page) ? page : ::GetACP();
+}
+// It stays while Windows runs.
+UINT SystemCodePage() {
+  static const UINT page = AskForSystemCodePage();
+  return page;
 }
 
 }  // namespace

@@ -10,11 +10,6 @@ namespace {
 constexpr std::uint32_t kTextRoom = 260;  // characters that a text is fetched into
 constexpr std::uint32_t kControlsRecord = 8;
 
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = std::min(text.find_first_not_of(" \t"), text.size());
-  return text.substr(first, text.find_last_not_of(" \t") + 1 - first);
-}
-
 // The value of a key in the text of an ini file, without the blanks and tabs and the pair of quotes that may stand
 // round it. Of two sections with one name the first alone is read.
 std::optional<std::string> IniValue(std::string_view text, std::string_view section, std::string_view key) {

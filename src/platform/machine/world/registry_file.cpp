@@ -6,18 +6,13 @@
 #include "platform/machine/world/names.h"
 #include "platform/machine/world/registry_tree.h"
 #include "platform/registry.h"
+#include "runtime/text.h"
 
 namespace qb::machine {
 
 namespace {
 
 constexpr std::string_view kHeader = "Windows Registry Editor Version 5.00";
-
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
-  while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
-  return text;
-}
 
 // A quoted text at the front; false if it does not end. Wine writes the ends of lines in it as \n and \r, Windows as
 // they are; no backslash of the text itself stands alone.
