@@ -237,9 +237,7 @@ TEST_F(Shredder, WritesThroughNoLink) {
   const auto exchange = [this] {
     return world().Delete(kPath) && world().MakeLink(kPath, "C:\\letter.txt") && world().Exists(kPath) == "link";
   };
-  shredder_->Pass_Done = [&](std::int32_t pass) {
-    EXPECT_TRUE(pass != 1 || exchange());
-  };
+  shredder_->Pass_Done = [&](std::int32_t pass) { EXPECT_TRUE(pass != 1 || exchange()); };
   ShredThere(3);
   EXPECT_EQ(Lines("CreateFileA").size(), 1u);
   ShredThere(3);
