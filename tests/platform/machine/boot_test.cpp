@@ -1,6 +1,7 @@
-// What outlives a run of the program: pending renames, WININIT.INI, the Recycle Bin, the machine's settings; and
-// the gate that every call passes.
+// What outlives a run of the program: pending renames, what is going, what a machine was told; and how calls are
+// written.
 #include "tests/platform/machine/machine_test.h"
+#include "tests/support/rehearsal.h"
 
 namespace qb::test {
 namespace {
@@ -28,6 +29,11 @@ TEST_F(BootOfMachine, PendingRenamesAreDoneOnceInOrder) {
   ASSERT_EQ(pending.size(), 6u);
   EXPECT_EQ(pending[0].from + "|" + pending[0].to, "C:\\B\\gone|");
   EXPECT_EQ(pending[1].from + "|" + pending[1].to, "C:\\B\\first|C:\\B\\second");
+  // Removed while it is open: it is there, and cannot be opened, until its program ends.
+  ASSERT_TRUE(world().MakeFile("C:\\B\\going", "x"));
+  ASSERT_TRUE(files().CreateFileA("C:\\B\\going", 0, kShareNone, kOpenExisting, 0).ok());
+  EXPECT_EQ(files().DeleteFileA("C:\\B\\going"), Error::Success);
+  EXPECT_EQ(TryOpen("C:\\B\\going", kGenericRead), Error::AccessDenied);
   // What held a file ends with the programs; a file that is read-only goes all the same.
   ASSERT_TRUE(world().ChangeAttributes("C:\\B\\gone", {"+r"}));
   ASSERT_TRUE(world().Lock("C:\\B\\gone"));
@@ -46,85 +52,21 @@ TEST_F(BootOfMachine, PendingRenamesAreDoneOnceInOrder) {
   EXPECT_EQ(world().Content("C:\\B\\gone"), "new") << "a rename is done once";
 }
 
-TEST_F(BootOfMachine, WininitIsCarriedOutOnce) {
-  for (const char* name : {"one", "two", "three", "four"}) {
-    ASSERT_TRUE(world().MakeFile(std::string("C:\\W\\") + name, name));
-  }
-  ASSERT_TRUE(world().MakeFile("C:\\WINDOWS\\WININIT.INI",
-                               "[other]\r\nNUL=C:\\W\\four\r\n[rename]\r\nNUL=C:\\W\\one\r\n"
-                               "nul=C:\\W\\two\r\nC:\\W\\moved=C:\\W\\three\r\nrubbish\r\nNUL=C:\\W\\none"));
-  world().Boot();
-  EXPECT_EQ(world().ListBelow("C:\\W"), (std::vector<std::string>{"four", "moved"}));
-  EXPECT_EQ(world().Exists("C:\\WINDOWS\\WININIT.INI"), "no");
-  ASSERT_TRUE(world().MakeFile("C:\\W\\one", "new"));
-  world().Boot();
-  EXPECT_EQ(world().Content("C:\\W\\one"), "new");
-}
-
-TEST_F(BootOfMachine, TheRecycleBinCountsKeepsAndEmpties) {
-  ASSERT_TRUE(world().MakeFile("C:\\R\\same.txt", "1"));
-  ASSERT_TRUE(world().Discard("C:\\R\\same.txt"));
-  ASSERT_TRUE(world().MakeFile("C:\\R\\same.txt", "22"));
-  ASSERT_TRUE(world().Discard("C:\\R"));
-  EXPECT_FALSE(world().Discard("C:\\R"));
-  EXPECT_EQ(world().RecycleCount(), 2u);
-  SaveAndReopen();
-  EXPECT_EQ(world().RecycleCount(), 2u);
-  auto& shell = world().platform().shell;
-  const auto info = shell.SHQueryRecycleBinA(std::nullopt);
-  EXPECT_EQ(info.value.items, 2u);
-  EXPECT_EQ(info.value.bytes, 3u);
-  EXPECT_EQ(shell.SHEmptyRecycleBinA(WindowHandle::None, std::nullopt, 7), 0u);
-  EXPECT_EQ(world().RecycleCount(), 0u);
-}
-
-TEST_F(BootOfMachine, SettingsAndTheClockGoOn) {
-  world().SetWindowsVersion(4, 9, 1);
-  world().SetUser("J\xC3\xB6rg =x");
-  world().SetWindowsFolder("C:\\WIN98");
-  world().SetProgramFolder("C:\\Tools\\QB");
-  world().SetSpecialFolder(26, 1, "");
-  world().SetSpecialFolder(28, 0, "C:\\Local");
-  ASSERT_TRUE(world().SetDrive('E', "cdrom"));
-  world().CacheAdd({"Cookie:user@a=b;[c]%41\r\n", 0x100001, "C:\\c.txt"});
-  world().Advance(5000);
-  const std::uint64_t files_time = world().platform().system.GetLocalTime().second;
-  SaveAndReopen();
-  auto& platform = world().platform();
-  const auto version = platform.system.GetVersionExA().value;
-  EXPECT_EQ(version.major * 100 + version.minor * 10 + version.platform_id, 491u);
-  TextBuffer text(260);
-  StepOver(platform.system.GetUserNameA(text));
-  EXPECT_EQ(text.text(), "J\xC3\xB6rg =x");
-  StepOver(platform.system.GetWindowsDirectoryA(text));
-  EXPECT_EQ(text.text(), "C:\\WIN98");
-  EXPECT_EQ(platform.shell.SHGetFolderPathA(26, text), 1u);
-  EXPECT_EQ(platform.shell.SHGetFolderPathA(28, text), 0u);
-  EXPECT_EQ(text.text(), "C:\\Local");
-  EXPECT_EQ(platform.shell.SHGetFolderPathA(200, text), 0x80070057u);
-  EXPECT_EQ(world().Exists("C:\\Tools\\QB\\Quillbarrow.exe"), "file");
-  EXPECT_EQ(platform.files.GetDriveTypeA("E:\\"), DriveType::CdRom);
-  ASSERT_EQ(world().Cache().size(), 1u);
-  EXPECT_EQ(world().Cache()[0].url, "Cookie:user@a=b;[c]%41\r\n");
-  EXPECT_EQ(world().Cache()[0].type, 0x100001u);
-  const SystemTime now = platform.system.GetLocalTime();
-  EXPECT_EQ(now.year, 2019);
-  EXPECT_EQ(now.hour, 12);
-  EXPECT_EQ(now.second, files_time);
-}
-
-TEST_F(BootOfMachine, ADamagedSettingsFileIsRefusedInOneLineAndLeftAlone) {
-  std::string problem;
-  ASSERT_TRUE(world().Save(problem)) << problem;
-  for (const char* name : {"machine.ini", "urlcache.ini"}) {
-    const std::string whole = HostRead(HostFolder() / name);
-    const std::string bytes = whole + "no section, no value\n";
-    HostWrite(HostFolder() / name, bytes);
-    EXPECT_EQ(machine::Machine::Open(HostFolder().string(), problem), nullptr) << name;
-    EXPECT_NE(problem, "");
-    EXPECT_EQ(problem.find('\n'), std::string::npos) << problem;
-    EXPECT_EQ(HostRead(HostFolder() / name), bytes);
-    HostWrite(HostFolder() / name, whole);
+// What told.rehearsal tells a machine is what kept.rehearsal finds, at once and in the next rehearsal.
+TEST(Kept, WhatAMachineIsTold) {
+  Rehearsal rehearsal;
+  rehearsal.machine().CacheAdd({"\r\n", 1, {}});
+  rehearsal.Play(ScriptPart("told") + ScriptPart("kept"));
+  for (const char* when : {"as told", "opened anew"}) {
+    EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << when << rehearsal.printed();
+    TextBuffer user(257);
+    StepOver(rehearsal.machine().platform().system.GetUserNameA(user));
+    EXPECT_EQ(user.text(), "J\xC3\xB6rg =x") << when;
+    EXPECT_EQ(rehearsal.machine().Cache().at(0).url, "\r\n") << when;
+    std::string problem;
+    ASSERT_TRUE(rehearsal.machine().Save(problem)) << problem;
+    rehearsal.Reopen();
+    rehearsal.Play(ScriptPart("kept"));
   }
 }
 
@@ -154,23 +96,6 @@ TEST_F(BootOfMachine, CallsAreWrittenWithAllTheirArguments) {
                        "SHAddToRecentDocs(2, null) = ",
                        "SHEmptyRecycleBinA(#5, null, 7) = 0",
                    }));
-}
-
-TEST_F(BootOfMachine, AFaultComesAtItsTurnAndDoesNothing) {
-  for (const char* name : {"1", "2", "3"}) ASSERT_TRUE(world().MakeFile(std::string("C:\\F\\") + name, "x"));
-  machine::Gate& gate = world().gate();
-  const std::uint64_t before = gate.Counts().count("DeleteFileA") == 0 ? 0 : gate.Counts().find("DeleteFileA")->second;
-  gate.SetFault("DeleteFileA", 2, 32);
-  EXPECT_EQ(files().DeleteFileA("C:\\F\\1"), Error::Success);
-  EXPECT_EQ(files().DeleteFileA("C:\\F\\2"), Error::SharingViolation);
-  EXPECT_EQ(world().Exists("C:\\F\\2"), "file");
-  EXPECT_EQ(files().DeleteFileA("C:\\F\\2"), Error::Success) << "a fault comes once";
-  gate.SetFault("DeleteFileA", 0, 5);
-  gate.SetFault("RegCloseKey", 1, 6);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(files().DeleteFileA("C:\\F\\3"), Error::AccessDenied);
-  gate.ClearFaults();
-  EXPECT_EQ(files().DeleteFileA("C:\\F\\3"), Error::Success);
-  EXPECT_EQ(gate.Counts().find("DeleteFileA")->second - before, 7u);
 }
 
 }  // namespace

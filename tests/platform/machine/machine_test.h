@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -64,12 +63,6 @@ class MachineTest : public ::testing::Test {
     EXPECT_EQ(files().FindClose(first.value.handle), Error::Success);
     return names;
   }
-  std::string ShortPath(std::string_view path) {
-    TextBuffer buffer(260);
-    StepOver(files().GetShortPathNameA(path, buffer));
-    return buffer.text();
-  }
-
   static std::string HostRead(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), {});

@@ -129,14 +129,22 @@ TEST_F(RegistryOfMachine, ADamagedFileIsRefusedInOneLineAndLeftAlone) {
       head + "[HKEY_CURRENT_USER\\open\r\n",
       "Windows Registry Editor Version 5.00\r\n\"a\"=\"outside a key\"\r\n",
   };
-  const std::string ini = HostRead(HostFolder() / "machine.ini");
-  for (const std::string& bytes : damaged) {
-    HostWrite(HostFolder() / "registry.reg", bytes);
-    std::string problem;
+  std::string problem;
+  ASSERT_TRUE(world().Save(problem)) << problem;
+  std::vector<std::pair<const char*, std::string>> cases;
+  for (const char* name : {"machine.ini", "urlcache.ini"}) {
+    cases.emplace_back(name, HostRead(HostFolder() / name) + "no section, no value\n");
+  }
+  for (const std::string& bytes : damaged) cases.emplace_back("registry.reg", bytes);
+  for (const auto& [name, bytes] : cases) {
+    const std::string whole = HostRead(HostFolder() / name);
+    const std::string ini = HostRead(HostFolder() / "machine.ini");
+    HostWrite(HostFolder() / name, bytes);
     EXPECT_EQ(machine::Machine::Open(HostFolder().string(), problem), nullptr) << bytes;
     EXPECT_NE(problem, "") << bytes;
     EXPECT_EQ(problem.find('\n'), std::string::npos) << problem;
-    EXPECT_EQ(HostRead(HostFolder() / "registry.reg"), bytes);
+    EXPECT_EQ(HostRead(HostFolder() / name), bytes);
+    HostWrite(HostFolder() / name, whole);
     EXPECT_EQ(HostRead(HostFolder() / "machine.ini"), ini);
   }
 }

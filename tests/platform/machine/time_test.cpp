@@ -1,4 +1,4 @@
-// The clock, timers, windows and boxes of a machine; and the end of it.
+// The clock and the timers of a machine, and the end of it.
 #include "tests/platform/machine/machine_test.h"
 
 namespace qb::test {
@@ -83,65 +83,6 @@ TEST_F(Timers, APumpMovesTheClockThenAsksThenHandsOut) {
   EXPECT_EQ(order.back(), "message 16");
   world().OwnWindowDestroy(window);
   EXPECT_NE(pump().PostMessageA(window, kMessageClose, 0, 0), Error::Success);
-}
-
-TEST_F(TimeOfMachine, WindowsAreFoundByClassAndTitle) {
-  const auto first = world().WindowOpen("IEFrame", "One", 0);
-  const auto second = world().WindowOpen("IEFrame", "Two", 0);
-  const auto child = world().WindowOpen("Tab", "Three", first);
-  EXPECT_EQ((std::vector<std::uint64_t>{first, second, child}), (std::vector<std::uint64_t>{1, 2, 3}));
-  EXPECT_EQ(desktop().FindWindowA("ieframe", std::nullopt), WindowHandle{2}) << "the newest lies on top";
-  EXPECT_EQ(desktop().FindWindowA("IEFrame", "One"), WindowHandle{1});
-  EXPECT_EQ(desktop().FindWindowA(std::nullopt, "Two"), WindowHandle{2});
-  EXPECT_EQ(desktop().FindWindowA("Tab", std::nullopt), WindowHandle::None) << "only top-level windows";
-  EXPECT_TRUE(desktop().ShowWindow(WindowHandle{2}, kShowHide));
-  EXPECT_FALSE(desktop().ShowWindow(WindowHandle{2}, kShowNormal));
-  EXPECT_TRUE(world().WindowClose(first));
-  EXPECT_EQ(world().Windows().size(), 1u) << "a child goes with its parent";
-  EXPECT_TRUE(world().WindowCloseClass("IEFRAME"));
-  EXPECT_FALSE(world().WindowClose(second));
-  EXPECT_EQ(world().WindowOpen("New", "", 0), 4u) << "a handle is not given twice";
-}
-
-TEST_F(TimeOfMachine, BoxesAndChoosersTakeTheirAnswersInOrder) {
-  world().AddAnswers({"yes", "C:\\Chosen", "no"});
-  constexpr std::uint32_t kQuestion = kBoxYesNo | kBoxQuestion;
-  EXPECT_EQ(desktop().MessageBoxA(WindowHandle::None, "just so", "T", kBoxInformation), BoxAnswer::Ok);
-  EXPECT_EQ(desktop().MessageBoxA(WindowHandle::None, "really?", "T", kQuestion), BoxAnswer::Yes);
-  auto& shell = world().platform().shell;
-  const ItemIdList chosen = shell.SHBrowseForFolderA(WindowHandle::None, "where", 1);
-  ASSERT_NE(chosen, ItemIdList::None);
-  TextBuffer path(260);
-  EXPECT_TRUE(shell.SHGetPathFromIDListA(chosen, path));
-  EXPECT_EQ(path.text(), "C:\\Chosen");
-  shell.CoTaskMemFree(chosen);
-  EXPECT_EQ(desktop().MessageBoxA(WindowHandle::None, "sure?", "T", kQuestion), BoxAnswer::No);
-  EXPECT_EQ(desktop().MessageBoxA(WindowHandle::None, "none left", "T", kQuestion), BoxAnswer::No);
-  EXPECT_EQ(shell.SHBrowseForFolderA(WindowHandle::None, "where", 1), ItemIdList::None);
-  const auto boxes = world().TakeBoxes();
-  ASSERT_EQ(boxes.size(), 4u);
-  EXPECT_EQ(boxes[0].kind + boxes[0].answer, "informationok");
-  EXPECT_EQ(boxes[1].kind + boxes[1].answer, "questionyes");
-  EXPECT_TRUE(world().TakeBoxes().empty());
-}
-
-TEST_F(TimeOfMachine, OutsideProgramsEndAfterTheirRounds) {
-  ASSERT_TRUE(world().OutsideProgram("helper.exe", 7, 2));
-  auto& processes = world().platform().processes;
-  EXPECT_EQ(processes.CreateProcessA("\"C:\\Program Files\\Quillbarrow\\none.exe\" x", 0).error, Error::FileNotFound);
-  const auto id = processes.CreateProcessA("\"C:\\Program Files\\Quillbarrow\\helper.exe\" -x \"y z\"", 0);
-  ASSERT_TRUE(id.ok());
-  const auto process = processes.OpenProcess(kProcessQueryInformation, false, id.value);
-  ASSERT_TRUE(process.ok());
-  int rounds = 0;
-  while (processes.GetExitCodeProcess(process.value).value_or(0) == kStillActive && rounds < 10) {
-    pump().PumpMessages();
-    ++rounds;
-  }
-  EXPECT_EQ(rounds, 2);
-  EXPECT_EQ(processes.GetExitCodeProcess(process.value).value_or(0), 7u);
-  EXPECT_EQ(processes.CloseHandle(process.value), Error::Success);
-  EXPECT_EQ(processes.GetExitCodeProcess(process.value).error, Error::InvalidHandle);
 }
 
 TEST_F(TimeOfMachine, WithoutPowerNothingChangesAndEveryLoopEnds) {

@@ -64,30 +64,6 @@ TEST_F(WindowsOfMachine, ThousandsKeepTheirHandlesApartFromThoseOfTheProgram) {
   EXPECT_EQ(Enumerate(), std::vector<std::uint64_t>{static_cast<std::uint64_t>(own)});
 }
 
-TEST_F(WindowsOfMachine, APlacementOfAHiddenWindowTellsHowItWouldBeShown) {
-  const auto window = static_cast<WindowHandle>(world().WindowOpen("IEFrame", "One", 0));
-  for (const std::uint32_t state : {kShowMaximized, kShowMinimized, kShowNormal}) {
-    WindowPlacement placement;
-    EXPECT_EQ(desktop().GetWindowPlacement(window, placement), Error::InvalidParameter) << "no length";
-    placement.length = kPlacementLength;
-    ASSERT_EQ(desktop().GetWindowPlacement(window, placement), Error::Success);
-    placement.show_command = state;
-    placement.normal.left = static_cast<std::int32_t>(state);
-    EXPECT_EQ(desktop().SetWindowPlacement(window, placement), Error::Success);
-    placement.show_command = kShowHide;
-    EXPECT_EQ(desktop().SetWindowPlacement(window, placement), Error::Success);
-    EXPECT_FALSE(world().Windows().front().shown);
-    ASSERT_EQ(desktop().GetWindowPlacement(window, placement), Error::Success);
-    EXPECT_EQ(placement.show_command, state);
-    EXPECT_EQ(placement.normal.left, static_cast<std::int32_t>(state));
-    EXPECT_EQ(desktop().SetWindowPlacement(window, placement), Error::Success);
-    EXPECT_TRUE(world().Windows().front().shown);
-  }
-  WindowPlacement placement;
-  placement.length = kPlacementLength;
-  EXPECT_EQ(desktop().SetWindowPlacement(static_cast<WindowHandle>(77), placement), Error::InvalidWindow);
-}
-
 TEST_F(WindowsOfMachine, AChordGoesToTheFirstWhoAskedAndToTheProcedureInFront) {
   const WindowHandle window = OpenOwn();
   EXPECT_EQ(tray().RegisterHotKey(window, 156, 3, 90), Error::Success);
