@@ -3,7 +3,11 @@
 #include <wininet.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iomanip>
+#include <sstream>
 
 namespace native {
 
@@ -11,13 +15,8 @@ namespace {
 
 // Paths of the comparison are wide, so that each name is itself, and extended, so that none is too long.
 std::string ReadAll(const std::wstring& path) {
-  std::string content;
-  FILE* file = _wfopen(path.c_str(), L"rb");
-  if (file == nullptr) return "(cannot be read)";
-  char block[65536];
-  for (std::size_t got; (got = std::fread(block, 1, sizeof block, file)) > 0;) content.append(block, got);
-  std::fclose(file);
-  return content;
+  std::ifstream file(std::filesystem::path(path), std::ios::binary);
+  return file ? (std::ostringstream() << file.rdbuf()).str() : "(cannot be read)";
 }
 
 std::wstring Wide(const std::string& ascii) {
@@ -32,11 +31,9 @@ std::string Utf8(const std::wstring& text) {
   return narrow;
 }
 
-// Short enough to keep for every file of the system: length and a sum over the bytes.
+// Short enough to keep for every file of the system.
 std::string Digest(const std::string& content) {
-  unsigned long long sum = 14695981039346656037ull;  // FNV-1a
-  for (unsigned char byte : content) sum = (sum ^ byte) * 1099511628211ull;
-  return std::to_string(content.size()) + ":" + std::to_string(sum);
+  return std::to_string(content.size()) + ":" + std::to_string(std::hash<std::string>()(content));
 }
 
 void AddFolder(const std::wstring& folder, State& state) {
@@ -80,26 +77,35 @@ void AddKey(HKEY parent, const std::string& path, State& state) {
   RegCloseKey(key);
 }
 
-bool StartsWith(const std::string& text, const std::string& start) {
-  return text.size() >= start.size() && _strnicmp(text.c_str(), start.c_str(), start.size()) == 0;
+// The entry has a file that the system names: its path, empty if the entry was refused.
+std::string MakeCacheEntry(const std::string& url, DWORD type) {
+  char path[MAX_PATH] = "";
+  const char* extension = (type & COOKIE_CACHE_ENTRY) != 0 ? "txt" : "htm";
+  if (!CreateUrlCacheEntryA(url.c_str(), 0, extension, path, 0)) return {};
+  MakeFile(path, "cached");
+  return CommitUrlCacheEntryA(url.c_str(), path, {}, {}, type, nullptr, 0, nullptr, nullptr) ? path : "";
+}
+
+std::string Bytes(const std::string& digits) {
+  std::string bytes;
+  for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
+    bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
+  }
+  return bytes;
 }
 
 }  // namespace
 
 void MakeFile(const std::string& path, const std::string& content) {
-  for (std::size_t cut = path.find('\\', 3); cut != std::string::npos; cut = path.find('\\', cut + 1)) {
-    CreateDirectoryA(path.substr(0, cut).c_str(), nullptr);
-  }
-  FILE* file = std::fopen(path.c_str(), "wb");
-  if (file == nullptr) return;
-  std::fwrite(content.data(), 1, content.size(), file);
-  std::fclose(file);
+  std::error_code problem;
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path(), problem);
+  std::ofstream(path, std::ios::binary) << content;
 }
 
-std::vector<std::string> FilesIn(const std::string& folder) {
+Texts FilesIn(const std::string& folder) {
   State all;
   AddFolder(Wide(folder), all);
-  std::vector<std::string> names;
+  Texts names;
   for (const auto& [path, content] : all) {
     const std::string name = path.substr(folder.size() + 1);
     if (name.find('\\') == std::string::npos) names.push_back(name);
@@ -120,11 +126,10 @@ void SetValue(const std::string& key, const std::string& name, const std::string
   RegCloseKey(opened);
 }
 
-bool KeyExists(const std::string& key) {
+bool CanOpen(const std::string& key, REGSAM rights) {
   HKEY opened = nullptr;
-  if (RegOpenKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, KEY_READ, &opened) != ERROR_SUCCESS) return false;
-  RegCloseKey(opened);
-  return true;
+  return RegOpenKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, rights, &opened) == ERROR_SUCCESS &&
+         RegCloseKey(opened) == ERROR_SUCCESS;
 }
 
 void DeleteKey(const std::string& key) {
@@ -148,20 +153,12 @@ std::string Value(const std::string& key, const std::string& name) {
   return data;
 }
 
-std::string MakeCacheEntry(const std::string& url, DWORD type, const std::string& extension) {
-  char path[MAX_PATH] = "";
-  if (!CreateUrlCacheEntryA(url.c_str(), 0, extension.c_str(), path, 0)) return {};
-  MakeFile(path, "cached");
-  FILETIME none{};
-  return CommitUrlCacheEntryA(url.c_str(), path, none, none, type, nullptr, 0, nullptr, nullptr) ? path : "";
+void MakeCookieEntry(const std::string& source) {
+  MakeCacheEntry("Cookie:" + source, NORMAL_CACHE_ENTRY | COOKIE_CACHE_ENTRY);
 }
 
-std::string MakeCookieEntry(const std::string& source) {
-  return MakeCacheEntry("Cookie:" + source, NORMAL_CACHE_ENTRY | COOKIE_CACHE_ENTRY, "txt");
-}
-
-std::vector<std::string> CacheUrls() {
-  std::vector<std::string> urls;
+Texts CacheUrls() {
+  Texts urls;
   std::vector<unsigned long long> block(4096);
   auto* entry = reinterpret_cast<INTERNET_CACHE_ENTRY_INFOA*>(block.data());
   auto size = [&] { return static_cast<DWORD>(block.size() * sizeof block[0]); };
@@ -181,7 +178,47 @@ void EmptyUrlCache() {
   for (const std::string& url : CacheUrls()) DeleteUrlCacheEntryA(url.c_str());
 }
 
-std::string Joined(const std::vector<std::string>& lines) {
+Texts MakeTraces(const std::string& name, const std::string& heading) {
+  Texts places;
+  std::istringstream script(ReadFile("C:\\" + name + ".rehearsal"));
+  bool inside = false;
+  for (std::string line; std::getline(script, line);) {
+    if (line.starts_with("# --- ")) inside = line == "# --- " + heading + " ---";
+    Texts words;
+    std::istringstream in(line);
+    for (std::string word; in >> std::quoted(word, '"', '\1');) words.push_back(word);
+    if (!inside || words.size() < 3) continue;
+    if (words[0] == "file") {  // PATH TEXT, PATH hex DIGITS or PATH size NUMBER
+      MakeFile(words[1], words.size() == 3   ? words[2]
+                         : words[2] == "hex" ? Bytes(words[3])
+                                             : std::string(std::stoul(words[3]), 'A'));
+      places.push_back(words[1]);
+    } else if (words[0] == "attrib") {  // PATH +r +h
+      SetFileAttributesA(words[1].c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
+    } else if (words[0] == "reg") {  // add HKCU\KEY NAME sz DATA
+      const std::string key = words[2].substr(5);
+      SetValue(key, words[3], words[5]);
+      places.push_back(key + "\\");
+    } else if (words[0] == "cache") {  // add URL TYPE
+      places.push_back(MakeCacheEntry(words[2], std::stoul(words[3], nullptr, 16)));
+    }
+  }
+  Check(!places.empty(), "the script " + name + " makes traces: " + heading);
+  return places;
+}
+
+std::string ThoseThere(const Texts& places, bool there) {
+  std::string found;
+  for (const std::string& place : places) {
+    const bool is_key = place.ends_with('\\');
+    if ((is_key ? CanOpen(place.substr(0, place.size() - 1), KEY_READ) : Exists(place)) == there) {
+      found += " '" + place + "'";
+    }
+  }
+  return found;
+}
+
+std::string Joined(const Texts& lines) {
   std::string joined;
   for (const std::string& line : lines) joined += line + "\n";
   return joined;
@@ -194,25 +231,29 @@ State TakeState() {
   return state;
 }
 
-std::vector<std::string> Differences(const State& before, const State& after,
-                                     const std::vector<std::string>& expected) {
-  auto is_expected = [&](const std::string& place) {
-    return std::any_of(expected.begin(), expected.end(),
-                       [&](const std::string& start) { return StartsWith(place, start); });
+void CheckNothingElse(const State& before, Texts expected, const std::string& what) {
+  for (const char* place :
+       {"Software\\VB and VBA Program Settings", "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\",
+        "Software\\Wine\\", "C:\\users\\root\\AppData\\Local\\Quillbarrow"}) {
+    expected.push_back(place);
+  }
+  const State after = TakeState();
+  std::string different;
+  auto add = [&](const char* how, const std::string& place) {
+    if (std::none_of(expected.begin(), expected.end(), [&](const std::string& start) {
+          return _strnicmp(place.c_str(), start.c_str(), start.size()) == 0;
+        })) {
+      different += "\n     " + (how + place);
+    }
   };
-  std::vector<std::string> lines;
   for (const auto& [place, content] : before) {
-    auto found = after.find(place);
-    if (is_expected(place)) continue;
-    if (found == after.end())
-      lines.push_back("gone: " + place);
-    else if (found->second != content)
-      lines.push_back("changed: " + place);
+    const auto found = after.find(place);
+    if (found == after.end() || found->second != content) add(found == after.end() ? "gone: " : "changed: ", place);
   }
   for (const auto& [place, content] : after) {
-    if (before.count(place) == 0 && !is_expected(place)) lines.push_back("new: " + place);
+    if (before.count(place) == 0) add("new: ", place);
   }
-  return lines;
+  Check(different.empty(), what + different);
 }
 
 }  // namespace native

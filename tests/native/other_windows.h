@@ -1,4 +1,4 @@
-// Windows of other programs, held by a process of their own.
+// Windows of another program than the one that is tried.
 #pragma once
 
 #ifndef NOMINMAX
@@ -6,32 +6,38 @@
 #endif
 #include <windows.h>
 
+#include <atomic>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace native {
 
+struct OtherWindow {
+  std::wstring class_name, title;
+  int show = SW_SHOWNORMAL;  // or SW_SHOWMINIMIZED or SW_SHOWMAXIMIZED
+};
+
+// A thread of their own answers for them.
 class OtherWindows {
  public:
-  struct Wanted {
-    std::string class_name, title;
-    int show;  // SW_SHOWNORMAL, SW_SHOWMINIMIZED or SW_SHOWMAXIMIZED
-  };
   // Opens them and waits until all are there.
-  explicit OtherWindows(const std::vector<Wanted>& wanted);
-  ~OtherWindows();  // takes the process away, and all its windows
+  explicit OtherWindows(const std::vector<OtherWindow>& wanted);
+  ~OtherWindows();
   OtherWindows(const OtherWindows&) = delete;
   OtherWindows& operator=(const OtherWindows&) = delete;
 
   // Where such a window stands when it is neither minimised nor maximised.
   static RECT NormalPlace(std::size_t index);
-  bool AllOpen() const;
+  std::size_t Visible() const;
   HWND operator[](std::size_t index) const { return windows_[index]; }
-  bool Close(std::size_t index) const;  // false if it is still there after a while
 
  private:
-  PROCESS_INFORMATION process_{};
+  void Live(const std::vector<OtherWindow>& wanted);
+
   std::vector<HWND> windows_;
+  std::atomic<bool> open_ = false, over_ = false;
+  std::thread thread_;  // the last, as it uses the others
 };
 
 }  // namespace native

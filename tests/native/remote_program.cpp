@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <iterator>
 
 namespace native {
@@ -11,19 +12,6 @@ namespace {
 constexpr const char* kExe = "C:\\Program Files\\Quillbarrow\\Quillbarrow.exe";
 constexpr const char* kMainTitle = "Quillbarrow 2019 - Protecting your Privacy since 1997!";
 constexpr LRESULT kLogTab = 9;
-
-struct Search {
-  DWORD process = 0;
-  std::string class_name, text;
-  HWND found = nullptr;
-  int count = 0;
-};
-
-std::string ClassOf(HWND window) {
-  char name[256] = "";
-  GetClassNameA(window, name, sizeof name);
-  return name;
-}
 
 std::string Narrow(const wchar_t* text) {
   char narrow[4096] = "";
@@ -43,32 +31,50 @@ std::string WithoutTime(const std::string& line) {
   return cut == std::string::npos ? line : line.substr(cut);
 }
 
-BOOL CALLBACK MatchTopLevel(HWND window, LPARAM parameter) {
-  auto& search = *reinterpret_cast<Search*>(parameter);
-  DWORD process = 0;
-  GetWindowThreadProcessId(window, &process);
-  if (process != search.process || RemoteProgram::Text(window) != search.text) return TRUE;
-  search.found = window;
-  return FALSE;
-}
-
-BOOL CALLBACK CountVisible(HWND window, LPARAM parameter) {
-  auto& search = *reinterpret_cast<Search*>(parameter);
-  DWORD process = 0;
-  GetWindowThreadProcessId(window, &process);
-  if (process == search.process && IsWindowVisible(window)) ++search.count;
+BOOL CALLBACK Collect(HWND window, LPARAM windows) {
+  reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
   return TRUE;
 }
 
-BOOL CALLBACK MatchChild(HWND window, LPARAM parameter) {
-  auto& search = *reinterpret_cast<Search*>(parameter);
-  if (!IsWindowVisible(window) || _stricmp(ClassOf(window).c_str(), search.class_name.c_str()) != 0) return TRUE;
-  if (!search.text.empty() && Read(RemoteProgram::Text(window)) != search.text) return TRUE;
-  search.found = window;
-  return FALSE;
+// All below a window, or the top-level ones.
+std::vector<HWND> AllBelow(HWND window) {
+  std::vector<HWND> all;
+  const auto into = reinterpret_cast<LPARAM>(&all);
+  window == nullptr ? EnumWindows(Collect, into) : EnumChildWindows(window, Collect, into);
+  return all;
 }
 
 }  // namespace
+
+bool Shown(HWND window) {
+  return IsWindowVisible(window) != FALSE;
+}
+
+bool WaitShown(HWND window, bool shown, int milliseconds) {
+  return WaitFor([=] { return Shown(window) == shown; }, milliseconds);
+}
+
+bool WaitGone(HWND window) {
+  return WaitFor([=] { return !IsWindow(window); });
+}
+
+bool WaitInFront(HWND window) {
+  return WaitFor([=] { return GetForegroundWindow() == window; });
+}
+
+std::string ClassOf(HWND window) {
+  char name[256] = "";
+  GetClassNameA(window, name, sizeof name);
+  return name;
+}
+
+std::vector<HWND> Children(HWND window) {
+  std::vector<HWND> children;
+  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    children.push_back(child);
+  }
+  return children;
+}
 
 void PressKeys(std::initializer_list<WORD> keys) {
   std::vector<INPUT> inputs;
@@ -82,6 +88,10 @@ void PressKeys(std::initializer_list<WORD> keys) {
   for (WORD key : keys) add(key, 0);
   for (auto key = std::rbegin(keys); key != std::rend(keys); ++key) add(*key, KEYEVENTF_KEYUP);
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+void PressBossKey(HWND main_window) {
+  PostMessageA(main_window, WM_HOTKEY, 157, MAKELPARAM(MOD_ALT, VK_SPACE));
 }
 
 RemoteProgram::RemoteProgram(const std::string& arguments) {
@@ -109,31 +119,44 @@ bool RemoteProgram::OpenIconMenu() {
   return window != nullptr && PostMessageA(window, WM_MOUSEMOVE, 1, WM_RBUTTONUP);
 }
 
-HWND RemoteProgram::MainWindow() {
-  return Window(kMainTitle, 10000);
-}
-
-HWND RemoteProgram::Window(const std::string& title, int milliseconds) {
-  Search search{process_.dwProcessId, "", title, nullptr, 0};
+HWND RemoteProgram::Find(const std::string& title, bool shown, int milliseconds) const {
+  HWND found = nullptr;
   WaitFor(
       [&] {
-        EnumWindows(MatchTopLevel, reinterpret_cast<LPARAM>(&search));
-        return search.found != nullptr;
+        for (HWND window : AllBelow(nullptr)) {
+          if (Owns(window) && (Shown(window) || !shown) && Text(window) == title) found = window;
+        }
+        return found != nullptr;
       },
       milliseconds);
-  return search.found;
+  return found;
 }
 
-int RemoteProgram::VisibleWindows() const {
-  Search search{process_.dwProcessId, "", "", nullptr, 0};
-  EnumWindows(CountVisible, reinterpret_cast<LPARAM>(&search));
-  return search.count;
+HWND RemoteProgram::MainWindow() const {
+  return Find(kMainTitle, false, 10000);
+}
+
+HWND RemoteProgram::ShownWindow() const {
+  return Find(kMainTitle, true, 20000);
+}
+
+HWND RemoteProgram::Window(const std::string& title) const {
+  return Find(title, true, 20000);
+}
+
+std::size_t RemoteProgram::VisibleWindows() const {
+  const auto all = AllBelow(nullptr);
+  return static_cast<std::size_t>(
+      std::count_if(all.begin(), all.end(), [this](HWND window) { return Owns(window) && Shown(window); }));
 }
 
 HWND RemoteProgram::Child(HWND window, const std::string& class_name, const std::string& text) {
-  Search search{0, class_name, text, nullptr, 0};
-  EnumChildWindows(window, MatchChild, reinterpret_cast<LPARAM>(&search));
-  return search.found;
+  const auto all = AllBelow(window);
+  const auto found = std::find_if(all.begin(), all.end(), [&](HWND child) {
+    return Shown(child) && _stricmp(ClassOf(child).c_str(), class_name.c_str()) == 0 &&
+           (text.empty() || Read(Text(child)) == text);
+  });
+  return found == all.end() ? nullptr : *found;
 }
 
 std::string RemoteProgram::Text(HWND window) {
@@ -142,8 +165,8 @@ std::string RemoteProgram::Text(HWND window) {
   return Narrow(text);
 }
 
-std::vector<std::string> RemoteProgram::ListEntries(HWND list) {
-  std::vector<std::string> entries;
+Texts RemoteProgram::ListEntries(HWND list) {
+  Texts entries;
   const LRESULT count = SendMessageW(list, LB_GETCOUNT, 0, 0);
   for (LRESULT i = 0; i < count; ++i) {
     const LRESULT length = SendMessageW(list, LB_GETTEXTLEN, static_cast<WPARAM>(i), 0);
@@ -155,8 +178,8 @@ std::vector<std::string> RemoteProgram::ListEntries(HWND list) {
   return entries;
 }
 
-bool RemoteProgram::PickTab(int tab) {
-  HWND strip = Child(MainWindow(), WC_TABCONTROLA, "");
+bool RemoteProgram::PickTab(int tab) const {
+  HWND strip = Child(MainWindow(), WC_TABCONTROLA);
   if (strip == nullptr) return false;
   for (int steps = 0; steps < 20; ++steps) {
     const auto at = static_cast<int>(SendMessageA(strip, TCM_GETCURSEL, 0, 0));
@@ -166,7 +189,7 @@ bool RemoteProgram::PickTab(int tab) {
   return false;
 }
 
-bool RemoteProgram::Click(const std::string& text) {
+bool RemoteProgram::Click(const std::string& text) const {
   HWND button = Child(MainWindow(), WC_BUTTONA, text);
   if (button == nullptr || !IsWindowEnabled(button)) return false;
   SendMessageA(button, BM_CLICK, 0, 0);
@@ -178,24 +201,34 @@ bool RemoteProgram::PostClick(HWND window, const std::string& text) {
   return button != nullptr && IsWindowEnabled(button) && PostMessageA(button, BM_CLICK, 0, 0);
 }
 
-bool RemoteProgram::Ticked(const std::string& text) {
+bool RemoteProgram::Ticked(const std::string& text) const {
   HWND box = Child(MainWindow(), WC_BUTTONA, text);
   return box != nullptr && SendMessageA(box, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
-bool RemoteProgram::Kill() {
+bool RemoteProgram::Tick(int tab, const Texts& wanted, const Texts& others) const {
+  auto set = [this](const std::string& box, bool tick) {
+    return Ticked(box) == tick || (Click(box) && Ticked(box) == tick);
+  };
+  auto is_wanted = [&](const std::string& box) { return std::find(wanted.begin(), wanted.end(), box) != wanted.end(); };
+  return ShownWindow() != nullptr && PickTab(tab) &&
+         std::all_of(wanted.begin(), wanted.end(), [&](const std::string& box) { return set(box, true); }) &&
+         std::all_of(others.begin(), others.end(), [&](const std::string& box) { return set(box, is_wanted(box)); });
+}
+
+bool RemoteProgram::Kill() const {
   HWND window = MainWindow();
   if (!PostClick(window, "Kill Now!")) return false;
-  HWND strip = Child(window, WC_TABCONTROLA, "");
+  HWND strip = Child(window, WC_TABCONTROLA);
   return WaitFor([&] { return SendMessageA(strip, TCM_GETCURSEL, 0, 0) == kLogTab; }) && RunEnded();
 }
 
-bool RemoteProgram::RunEnded() {
+bool RemoteProgram::RunEnded() const {
   HWND window = MainWindow();
   HWND button = Child(window, WC_BUTTONA, "Kill Now!");
   return WaitFor(
              [&] {
-               const auto lines = ListEntries(Child(window, WC_LISTBOXA, ""));
+               const auto lines = ListEntries(Child(window, WC_LISTBOXA));
                return IsWindowEnabled(button) && !lines.empty() &&
                       WithoutTime(lines.back()) == " - Successful!  Your privacy is protected.";
              },
@@ -203,13 +236,13 @@ bool RemoteProgram::RunEnded() {
          Running();
 }
 
-std::vector<std::string> RemoteProgram::LogAndCount() {
+Texts RemoteProgram::LogAndCount() const {
   HWND window = MainWindow();
-  std::vector<std::string> lines = ListEntries(Child(window, WC_LISTBOXA, ""));
+  Texts lines = ListEntries(Child(window, WC_LISTBOXA));
   for (std::string& line : lines) line = WithoutTime(line);
   std::string count;
   WaitFor([&] {
-    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child : Children(window)) {
       const std::string text = Text(child);
       if (text.rfind("History Traces Killed: ", 0) == 0) count = text;
     }
@@ -219,20 +252,25 @@ std::vector<std::string> RemoteProgram::LogAndCount() {
   return lines;
 }
 
-bool RemoteProgram::Running(int wait_milliseconds) {
+bool RemoteProgram::Running(int wait_milliseconds) const {
   return process_.hProcess != nullptr &&
          WaitForSingleObject(process_.hProcess, static_cast<DWORD>(wait_milliseconds)) == WAIT_TIMEOUT;
 }
 
-void RemoteProgram::Close() {
-  PostMessageA(MainWindow(), WM_CLOSE, 0, 0);
+bool RemoteProgram::EndedInOrder() const {
+  DWORD code = STILL_ACTIVE;
+  return !Running(10000) && GetExitCodeProcess(process_.hProcess, &code) && code == 0;
 }
 
-bool RemoteProgram::End() {
+bool RemoteProgram::Hide() const {
   HWND window = MainWindow();
-  Close();
-  WaitFor([&] { return !IsWindowVisible(window); });
-  Close();
+  PostMessageA(window, WM_CLOSE, 0, 0);
+  return WaitShown(window, false);
+}
+
+bool RemoteProgram::End() const {
+  Hide();
+  PostMessageA(MainWindow(), WM_CLOSE, 0, 0);
   return !Running(10000);
 }
 

@@ -7,57 +7,10 @@
 #include <windows.h>
 
 #include <initializer_list>
-#include <string>
-#include <vector>
+
+#include "stories.h"
 
 namespace native {
-
-// Presses keys together and lets go of them, in the window that has the keyboard.
-void PressKeys(std::initializer_list<WORD> keys);
-
-class RemoteProgram {
- public:
-  // Starts the exe; arguments stand behind its name.
-  explicit RemoteProgram(const std::string& arguments);
-  // Ends the process if it still runs.
-  ~RemoteProgram();
-  RemoteProgram(const RemoteProgram&) = delete;
-  RemoteProgram& operator=(const RemoteProgram&) = delete;
-
-  // Waits for the main window, hidden or shown; null after ten seconds.
-  HWND MainWindow();
-  // A top-level window of this process with that title; null if there is none within the time.
-  HWND Window(const std::string& title, int milliseconds = 5000);
-  bool Owns(HWND window) const;
-  // A right click on the icon of whatever copy runs; false if there is none.
-  static bool OpenIconMenu();
-  int VisibleWindows() const;  // its top-level ones
-  // A visible child of a window by class, and by text unless that is empty; null if there is none.
-  static HWND Child(HWND window, const std::string& class_name, const std::string& text);
-  static std::string Text(HWND window);
-  static std::vector<std::string> ListEntries(HWND list);
-  // Picks a tab of the main window by the arrow keys; false if the strip does not follow.
-  bool PickTab(int tab);
-  // Clicks a check box or button of the main window; false if it is not there or takes no click.
-  bool Click(const std::string& text);
-  // The same without waiting for what the click starts.
-  bool PostClick(HWND window, const std::string& text);
-  bool Ticked(const std::string& text);
-  // Presses "Kill Now!" and waits for the end of the run: the button can be pressed again and the log has its
-  // closing line. For the first run of this process.
-  bool Kill();
-  bool RunEnded();
-  // The log's lines without date and time, and what stands below it on the killed traces. After RunEnded.
-  std::vector<std::string> LogAndCount();
-  bool Running(int wait_milliseconds = 0);
-  // The exit code of a process that has ended; false if it cannot be asked.
-  bool ExitCode(DWORD& code) const { return GetExitCodeProcess(process_.hProcess, &code) != FALSE; }
-  void Close();  // posts a close request to the main window
-  bool End();    // closes it twice, the first time only hides it; false if the program still runs
-
- private:
-  PROCESS_INFORMATION process_{};
-};
 
 // Waits until the condition holds, looking every 20 ms; false if it never did.
 template <typename Condition>
@@ -68,5 +21,64 @@ bool WaitFor(Condition condition, int milliseconds = 10000) {
   }
   return false;
 }
+
+bool Shown(HWND window);
+bool WaitShown(HWND window, bool shown = true, int milliseconds = 10000);
+bool WaitGone(HWND window);
+bool WaitInFront(HWND window);  // until it has the keyboard
+std::string ClassOf(HWND window);
+std::vector<HWND> Children(HWND window);  // without those of children
+// Presses keys together and lets go of them, in the window that has the keyboard.
+void PressKeys(std::initializer_list<WORD> keys);
+void PressBossKey(HWND main_window);
+
+class RemoteProgram {
+ public:
+  // Starts the exe; arguments stand behind its name.
+  explicit RemoteProgram(const std::string& arguments = "");
+  // Ends the process if it still runs.
+  ~RemoteProgram();
+  RemoteProgram(const RemoteProgram&) = delete;
+  RemoteProgram& operator=(const RemoteProgram&) = delete;
+
+  // Waits for the main window, hidden or shown; null after ten seconds.
+  HWND MainWindow() const;
+  // The same until it is shown.
+  HWND ShownWindow() const;
+  // A shown top-level window of this process with that title; null if there is none within a while.
+  HWND Window(const std::string& title) const;
+  bool Owns(HWND window) const;
+  // A right click on the icon of whatever copy runs; false if there is none.
+  static bool OpenIconMenu();
+  std::size_t VisibleWindows() const;  // its top-level ones
+  // A visible child of a window by class, and by text unless that is empty; null if there is none.
+  static HWND Child(HWND window, const std::string& class_name, const std::string& text = "");
+  static std::string Text(HWND window);
+  static Texts ListEntries(HWND list);
+  // Picks a tab of the main window by the arrow keys; false if the strip does not follow.
+  bool PickTab(int tab) const;
+  // Clicks a check box or button of the main window; false if it is not there or takes no click.
+  bool Click(const std::string& text) const;
+  // The same in any window and without waiting for what the click starts.
+  static bool PostClick(HWND window, const std::string& text);
+  bool Ticked(const std::string& text) const;
+  // Clicks the boxes of a tab that are to be ticked and are not, and those of `others` that are and are not wanted.
+  bool Tick(int tab, const Texts& wanted, const Texts& others = {}) const;
+  // Presses "Kill Now!" and waits for the end of the run: the button can be pressed again and the log has its
+  // closing line. For the first run of this process.
+  bool Kill() const;
+  bool RunEnded() const;
+  // The log's lines without date and time, and what stands below it on the killed traces. After RunEnded.
+  Texts LogAndCount() const;
+  bool Running(int wait_milliseconds = 0) const;
+  bool EndedInOrder() const;  // within a while, with the exit code 0
+  bool Hide() const;          // by a close request to the main window
+  bool End() const;           // by one more; false if the program still runs
+
+ private:
+  HWND Find(const std::string& title, bool shown, int milliseconds) const;
+
+  PROCESS_INFORMATION process_{};
+};
 
 }  // namespace native

@@ -11,7 +11,7 @@ throwaway_prefix
 # The temp folder is emptied by the story: it begins as one that only the story fills.
 find "$WINEPREFIX/drive_c/windows/temp" -mindepth 1 -delete
 cp "$ROOT/build/windows/native_driver.exe" "$ROOT/build/windows/native_helper.exe" \
-  "$ROOT/build/windows/native_seam.exe" "$ROOT/build/windows/windows_of_others.exe" "$ROOT/build/windows/program_of_bytes.exe" "$ROOT/tests/native/browsers.rehearsal" "$WINEPREFIX/drive_c/"
+  "$ROOT/build/windows/native_seam.exe" "$ROOT/build/windows/program_of_bytes.exe" "$ROOT"/tests/native/*.rehearsal "$WINEPREFIX/drive_c/"
 cp "$ROOT/build/windows/Quillbarrow.exe" "$WINEPREFIX/drive_c/program_of_unicode.exe"
 
 # registry_export: a machine made with an export of the whole registry knows the user's keys and those of the computer.

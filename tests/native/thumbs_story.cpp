@@ -1,20 +1,19 @@
-#include "thumbs_story.h"
-
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <set>
 #include <thread>
 
 #include "computer.h"
 #include "remote_program.h"
+#include "stories.h"
 
 namespace native {
 
 namespace {
 
-constexpr const char* kStore = "Software\\VB and VBA Program Settings\\Temp\\SystemData";
 constexpr const char* kVersions = "Software\\Wine\\AppDefaults\\Quillbarrow.exe";
 constexpr const char* kHelperCalls = "C:\\helper-calls.txt";
 constexpr const char* kTitle = "Quillbarrow 2019 - Thumbs.db Scan and Removal Screen";
@@ -53,8 +52,7 @@ class Answers {
     constexpr UINT kPatience = 20000;
     while (!over_) {
       const auto start = Clock::now();
-      DWORD_PTR ignored = 0;
-      SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kPatience, &ignored);
+      SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kPatience, nullptr);
       const auto took = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start).count();
       longest_ = std::max<long long>(longest_, took);
       ++asked_;
@@ -70,7 +68,7 @@ class Answers {
 
 // The text of the window's label that holds `part`; empty if none does.
 std::string LabelWith(HWND window, const std::string& part) {
-  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+  for (HWND child : Children(window)) {
     const std::string text = RemoteProgram::Text(child);
     if (text.find(part) != std::string::npos) return text;
   }
@@ -90,22 +88,22 @@ void TakePages() {
 
 HWND OpenAudit(RemoteProgram& program) {
   program.PostClick(program.MainWindow(), "Thumbs.db Scan/Remove");
-  return program.Window(kTitle, 10000);
+  return program.Window(kTitle);
 }
 
 // Presses Yes or No in the box of that title.
 bool Answer(RemoteProgram& program, const char* title, WORD button) {
-  HWND box = program.Window(title, 10000);
+  HWND box = program.Window(title);
   if (box == nullptr) return false;
   PostMessageA(box, WM_COMMAND, button, 0);
-  return WaitFor([&] { return !IsWindow(box); });
+  return WaitGone(box);
 }
 
 // Waits for a line of the log, which is written when the window is closed and its pictures are gone.
 bool Logged(RemoteProgram& program, const std::string& part) {
   return WaitFor(
       [&] {
-        const auto lines = RemoteProgram::ListEntries(RemoteProgram::Child(program.MainWindow(), "ListBox", ""));
+        const auto lines = RemoteProgram::ListEntries(RemoteProgram::Child(program.MainWindow(), "ListBox"));
         return !lines.empty() && lines.back().find(part) != std::string::npos;
       },
       kScanTime);
@@ -128,100 +126,98 @@ std::size_t LiveCounts(HWND window) {
 
 // Those of the original pictures that no unpacked one begins with, byte for byte.
 std::string MissingPictures() {
-  std::vector<std::string> unpacked;
+  Texts unpacked;
   for (const std::string& name : FilesIn(kUnpacked)) unpacked.push_back(ReadBytes(kUnpacked + "\\" + name));
   std::string missing;
   for (const std::string& name : FilesIn(kPictures)) {
     const std::string picture = ReadBytes(std::string(kPictures) + "\\" + name);
-    const bool there = std::any_of(unpacked.begin(), unpacked.end(), [&](const std::string& bytes) {
-      return !picture.empty() && bytes.compare(0, picture.size(), picture) == 0;
-    });
-    if (!there) missing += " " + name;
+    if (picture.empty() || std::none_of(unpacked.begin(), unpacked.end(),
+                                        [&](const std::string& bytes) { return bytes.starts_with(picture); })) {
+      missing += " " + name;
+    }
   }
   return missing;
 }
 
-void LookPart(RemoteProgram& program, const Report& check) {
+void LookPart(RemoteProgram& program) {
   HWND window = OpenAudit(program);
-  check(window != nullptr, "the button opens the audit, which scans by itself");
+  Check(window != nullptr, "the button opens the audit, which scans by itself");
   Answers answers(window);
   const std::size_t counts = LiveCounts(window);
-  check(counts >= 2, "the counter goes on while the scan runs: " + std::to_string(counts) + " counts seen");
+  Check(counts >= 2, "the counter goes on while the scan runs: " + std::to_string(counts) + " counts seen");
   answers.Tell("during the scan");
-  check(WaitLabel(window, "Extracting images"), "the pictures are unpacked");
+  Check(WaitLabel(window, "Extracting images"), "the pictures are unpacked");
   answers.Tell("while pictures are counted");
   PostMessageA(window, WM_CLOSE, 0, 0);
-  check(Answer(program, "Quillbarrow - Cancel Thumbs.db Scan", IDNO), "closing meanwhile asks");
+  Check(Answer(program, "Quillbarrow - Cancel Thumbs.db Scan", IDNO), "closing meanwhile asks");
   answers.Forget();
-  check(WaitLabel(window, "LAUNCHING RESULTS"), "and goes on after No");
+  Check(WaitLabel(window, "LAUNCHING RESULTS"), "and goes on after No");
   answers.Tell("while pictures are unpacked");
 
-  std::vector<std::string> expected;
+  Texts expected;
   for (const std::string& name : FilesIn(kCaches)) expected.push_back(std::string(kCaches) + "\\" + name);
-  std::vector<std::string> listed = RemoteProgram::ListEntries(RemoteProgram::Child(window, "ListBox", ""));
+  Texts listed = RemoteProgram::ListEntries(RemoteProgram::Child(window, "ListBox"));
   std::sort(listed.begin(), listed.end());
-  check(listed == expected, "the list has each cache of the drive");
+  Check(listed == expected, "the list has each cache of the drive");
   const std::string page = kData + "\\Fernledger_thumbnails.html";
-  check(WaitFor([&] { return ReadFile(kHelperCalls).find(page) != std::string::npos; }),
+  Check(WaitFor([&] { return ReadFile(kHelperCalls).find(page) != std::string::npos; }),
         "the page is handed to whoever opens such pages, " + ReadFile(kHelperCalls));
   const std::string text = ReadFile(page);
-  check(
+  Check(
       text.find("file://" + kUnpacked + "\\t0-1.jpg") != std::string::npos && text.find("</html>") != std::string::npos,
       "the page is whole");
   const std::string missing = MissingPictures();
-  check(missing.empty(), "each picture is unpacked, byte for byte" + missing);
-  check(ReadBytes(std::string(kRootCopies) + "\\1.jpg").substr(0, 4) == "\xFF\xD8\xFF\xC0",
+  Check(missing.empty(), "each picture is unpacked, byte for byte" + missing);
+  Check(ReadBytes(std::string(kRootCopies) + "\\1.jpg").substr(0, 4) == "\xFF\xD8\xFF\xC0",
         "the second copies lie at the root of the drive");
   std::printf("     %s\n", LabelWith(window, " thumbnails found in ").c_str());
 
   PostMessageA(window, WM_CLOSE, 0, 0);
-  check(Answer(program, kDoneViewing, IDNO) && IsWindow(window), "No keeps the window");
+  Check(Answer(program, kDoneViewing, IDNO) && IsWindow(window), "No keeps the window");
   PostMessageA(window, WM_CLOSE, 0, 0);
-  check(Answer(program, kDoneViewing, IDYES), "and Yes");
+  Check(Answer(program, kDoneViewing, IDYES), "and Yes");
   // Who looks at the pictures meanwhile holds one open.
-  check(Logged(program, "NONE REMOVED!") && !IsWindow(window) && FilesIn(kUnpacked).empty(),
+  Check(Logged(program, "NONE REMOVED!") && !IsWindow(window) && FilesIn(kUnpacked).empty(),
         "takes it, and the pictures");
 }
 
-void DeletePart(RemoteProgram& program, const Report& check) {
+void DeletePart(RemoteProgram& program) {
   HWND window = OpenAudit(program);
-  check(window != nullptr && WaitLabel(window, "LAUNCHING RESULTS"), "a second audit comes to its end");
+  Check(window != nullptr && WaitLabel(window, "LAUNCHING RESULTS"), "a second audit comes to its end");
   const std::size_t caches = FilesIn(kCaches).size();
   Answers answers(window);
-  check(program.PostClick(window, " DELETE ALL THUMBS.DB") && WaitLabel(window, "DONE!  Quillbarrow securely deleted"),
+  Check(program.PostClick(window, " DELETE ALL THUMBS.DB") && WaitLabel(window, "DONE!  Quillbarrow securely deleted"),
         "the caches are deleted");
   answers.Tell("while caches are shredded");
   const std::string kills = LabelWith(window, "Quillbarrow has killed a total of ");
-  check(Value(kStore, "ThumbsKilled") == std::to_string(caches) &&
+  Check(Value(kStore, "ThumbsKilled") == std::to_string(caches) &&
             kills.find(Value(kStore, "ThumbPicsCountTotal") + " images in " + std::to_string(caches)) !=
                 std::string::npos,
         "the counts are shown and stored");
-  check(FilesIn(kCaches).empty() && FilesIn(kPictures).size() > 0, "nothing of them is left, and all else is");
-  check(RemoteProgram::ListEntries(RemoteProgram::Child(window, "ListBox", "")).empty(), "the list is empty");
+  Check(FilesIn(kCaches).empty() && FilesIn(kPictures).size() > 0, "nothing of them is left, and all else is");
+  Check(RemoteProgram::ListEntries(RemoteProgram::Child(window, "ListBox")).empty(), "the list is empty");
   PostMessageA(window, WM_CLOSE, 0, 0);
-  check(Answer(program, kDoneViewing, IDYES) && Logged(program, "Killed and Shredded"), "the window closes");
+  Check(Answer(program, kDoneViewing, IDYES) && Logged(program, "Killed and Shredded"), "the window closes");
 }
 
 }  // namespace
 
-void ThumbsStory(const Report& check) {
+void ThumbsStory() {
   DeleteKey(kStore);
   SetValue(kStore, "QBBuild", "1");
   // A Windows whose caches may lie anywhere: the whole drive is walked.
   SetValue(kVersions, "Version", "win10");
-  CreateDirectoryA(kLocal.substr(0, kLocal.rfind('\\')).c_str(), nullptr);
-  CreateDirectoryA(kLocal.c_str(), nullptr);
+  std::filesystem::create_directories(kLocal);
   TakePages();
   {
-    RemoteProgram program("");
-    HWND window = program.MainWindow();
-    check(window != nullptr && WaitFor([&] { return IsWindowVisible(window) != FALSE; }), "the program is there");
-    LookPart(program, check);
-    DeletePart(program, check);
-    std::vector<std::string> lines = program.LogAndCount();
+    RemoteProgram program;
+    Check(program.ShownWindow() != nullptr, "the program is there");
+    LookPart(program);
+    DeletePart(program);
+    Texts lines = program.LogAndCount();
     lines.back() = Value(kStore, "HistoryRemoved");  // such work shows no count
     MakeFile("C:\\thumbs-log.txt", Joined(lines));
-    check(program.End(), "the program ends");
+    Check(program.End(), "the program ends");
   }
   DeleteKey(kVersions);
 }

@@ -1,5 +1,3 @@
-#include "window_stories.h"
-
 #include <algorithm>
 #include <cctype>
 #include <initializer_list>
@@ -7,20 +5,19 @@
 
 #include "computer.h"
 #include "remote_program.h"
+#include "stories.h"
 
 namespace native {
 
 namespace {
 
-constexpr const char* kStore = "Software\\VB and VBA Program Settings\\Temp\\SystemData";
 constexpr int kTabs = 10;
 
 // The main window, shown and with the keyboard; null if that does not come about.
 HWND MainWindowInFront(RemoteProgram& program) {
-  HWND window = program.MainWindow();
-  if (window == nullptr || !WaitFor([&] { return IsWindowVisible(window) != FALSE; })) return nullptr;
+  HWND window = program.ShownWindow();
   SetForegroundWindow(window);
-  return WaitFor([&] { return GetForegroundWindow() == window; }) ? window : nullptr;
+  return WaitInFront(window) ? window : nullptr;
 }
 
 // What is wrong with the places of a window's visible controls: one that is not all inside the window, or
@@ -30,12 +27,9 @@ std::string MisplacedControls(HWND window, std::set<HWND>& controls) {
   RECT client{};
   GetClientRect(window, &client);
   std::vector<RECT> places;
-  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
-    char class_name[64] = "";
-    GetClassNameA(child, class_name, sizeof class_name);
-    const bool frame =
-        std::string(class_name) == "Button" && (GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
-    if (!IsWindowVisible(child) || frame || std::string(class_name) == "SysTabControl32") continue;
+  for (HWND child : Children(window)) {
+    const bool frame = ClassOf(child) == "Button" && (GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+    if (!Shown(child) || frame || ClassOf(child) == "SysTabControl32") continue;
     RECT place{}, common{};
     GetWindowRect(child, &place);
     MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
@@ -50,57 +44,55 @@ std::string MisplacedControls(HWND window, std::set<HWND>& controls) {
   return wrong;
 }
 
-void EveryPage(const Report& check) {
-  RemoteProgram program("");
+void EveryPage() {
+  RemoteProgram program;
   HWND window = MainWindowInFront(program);
-  check(window != nullptr, "the main window comes to the front");
-  HWND strip = RemoteProgram::Child(window, "SysTabControl32", "");
+  Check(window != nullptr, "the main window comes to the front");
+  HWND strip = RemoteProgram::Child(window, "SysTabControl32");
   // A strip that is too narrow for its tabs gets arrows.
-  check(strip != nullptr && RemoteProgram::Child(strip, "msctls_updown32", "") == nullptr, "all tabs are in sight");
+  Check(strip != nullptr && RemoteProgram::Child(strip, "msctls_updown32") == nullptr, "all tabs are in sight");
   std::set<HWND> seen;
   for (int page = 0; page < kTabs; ++page) {
     const std::size_t before = seen.size();
     const bool picked = program.PickTab(page);
     const std::string wrong = MisplacedControls(window, seen);
-    check(picked && wrong.empty(), "the controls of page " + std::to_string(page) + " have their places" + wrong);
-    check(seen.size() > before, "page " + std::to_string(page) + " has controls of its own");
+    Check(picked && wrong.empty(), "the controls of page " + std::to_string(page) + " have their places" + wrong);
+    Check(seen.size() > before, "page " + std::to_string(page) + " has controls of its own");
   }
   program.PickTab(0);
   program.PostClick(window, "Cookie Manager...");
   HWND manager = program.Window("Quillbarrow 2019 - Cookie Manager");
-  check(manager != nullptr && WaitFor([&] { return IsWindowVisible(manager) != FALSE; }), "the Cookie Manager opens");
+  Check(manager != nullptr, "the Cookie Manager opens");
   seen.clear();
   const std::string wrong = manager == nullptr ? " (none)" : MisplacedControls(manager, seen);
-  check(wrong.empty(), "the controls of the Cookie Manager have their places" + wrong);
+  Check(wrong.empty(), "the controls of the Cookie Manager have their places" + wrong);
 }
 
-void Keyboard(const Report& check) {
-  RemoteProgram program("");
+void Keyboard() {
+  RemoteProgram program;
   HWND window = MainWindowInFront(program);
-  check(window != nullptr, "the main window has the keyboard");
+  Check(window != nullptr, "the main window has the keyboard");
   auto on_windows_page = [&] { return RemoteProgram::Child(window, "Button", "Windows Recycle Bin") != nullptr; };
   PressKeys({VK_MENU, 'W'});
-  check(WaitFor(on_windows_page), "Alt+W turns to the page Windows");
+  Check(WaitFor(on_windows_page), "Alt+W turns to the page Windows");
   PressKeys({VK_CONTROL, VK_TAB});
-  check(WaitFor([&] { return !on_windows_page(); }), "Ctrl+Tab turns on");
+  Check(WaitFor([&] { return !on_windows_page(); }), "Ctrl+Tab turns on");
   PressKeys({VK_CONTROL, VK_SHIFT, VK_TAB});
-  check(WaitFor(on_windows_page), "Ctrl+Shift+Tab turns back");
+  Check(WaitFor(on_windows_page), "Ctrl+Shift+Tab turns back");
 
   PressKeys({VK_CONTROL, 'S'});
-  HWND setup = program.Window("Quillbarrow 2019 - General Setup", 10000);
-  check(setup != nullptr && WaitFor([&] { return GetForegroundWindow() == setup; }), "Ctrl+S opens General Setup");
+  HWND setup = program.Window("Quillbarrow 2019 - General Setup");
+  Check(setup != nullptr && WaitInFront(setup), "Ctrl+S opens General Setup");
   std::set<HWND> controls;
   const std::string wrong = MisplacedControls(setup, controls);
-  check(wrong.empty(), "the controls of General Setup have their places" + wrong);
+  Check(wrong.empty(), "the controls of General Setup have their places" + wrong);
   HWND address = nullptr;
   for (HWND child : controls) {
-    char class_name[64] = "";
-    GetClassNameA(child, class_name, sizeof class_name);
     // Of the two text boxes the lower one.
     RECT place{}, other{};
     GetWindowRect(child, &place);
     if (address != nullptr) GetWindowRect(address, &other);
-    if (std::string(class_name) == "Edit" && (address == nullptr || place.top > other.top)) address = child;
+    if (ClassOf(child) == "Edit" && (address == nullptr || place.top > other.top)) address = child;
   }
   const std::wstring text = L"j\u00FCrgen@msn.com";
   SendMessageW(address, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
@@ -112,36 +104,39 @@ void Keyboard(const Report& check) {
     RegGetValueW(HKEY_CURRENT_USER, store.c_str(), L"MSN8Profile", RRF_RT_REG_SZ, nullptr, value, &size);
     return std::wstring(value);
   };
-  check(WaitFor([&] { return stored() == text; }),
+  Check(WaitFor([&] { return stored() == text; }),
         "Enter saves, and letters beyond ASCII come into the store unchanged");
 
   PressKeys({VK_CONTROL, 'S'});
-  check(WaitFor([&] { return program.Window("Quillbarrow 2019 - General Setup", 0) != nullptr; }),
-        "it opens once more");
   setup = program.Window("Quillbarrow 2019 - General Setup");
-  WaitFor([&] { return GetForegroundWindow() == setup; });
+  Check(WaitInFront(setup), "it opens once more");
   PressKeys({VK_ESCAPE});
-  check(WaitFor([&] { return !IsWindow(setup); }), "Escape closes it");
+  Check(WaitGone(setup), "Escape closes it");
 }
 
-// The control that has the keyboard in the window's thread, and its access key; 0 if it has none.
-HWND FocusOf(HWND window) {
+// The window's thread: who has the keyboard there, and whether a menu is open.
+GUITHREADINFO ThreadOf(HWND window) {
   GUITHREADINFO info{};
   info.cbSize = sizeof info;
   GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
-  return info.hwndFocus;
+  return info;
 }
 
+HWND FocusOf(HWND window) {
+  return ThreadOf(window).hwndFocus;
+}
+
+// The access key of a control; 0 if it has none.
 char AccessKey(HWND control) {
   const std::string text = RemoteProgram::Text(control);
   const std::size_t mark = text.find('&');
   return mark == std::string::npos ? '\0' : static_cast<char>(toupper(static_cast<unsigned char>(text[mark + 1])));
 }
 
-void TabOrderAndKeys(const Report& check) {
-  RemoteProgram program("");
+void TabOrderAndKeys() {
+  RemoteProgram program;
   HWND window = MainWindowInFront(program);
-  HWND strip = RemoteProgram::Child(window, "SysTabControl32", "");
+  HWND strip = RemoteProgram::Child(window, "SysTabControl32");
   program.PickTab(0);
   auto press = [&](std::initializer_list<WORD> keys) {
     HWND before = FocusOf(window);
@@ -149,100 +144,93 @@ void TabOrderAndKeys(const Report& check) {
     return WaitFor([&] { return FocusOf(window) != before; }, 3000);
   };
   for (int steps = 0; steps < 40 && FocusOf(window) != strip; ++steps) press({VK_TAB});
-  check(FocusOf(window) == strip, "the Tab key comes to the tab strip");
+  Check(FocusOf(window) == strip, "the Tab key comes to the tab strip");
   press({VK_TAB});
-  check(FocusOf(window) == RemoteProgram::Child(window, "Button", "URL address drop-list box"),
+  Check(FocusOf(window) == RemoteProgram::Child(window, "Button", "URL address drop-list box"),
         "and from there to the first box of its page");
   bool past_strip = false;
   for (int steps = 0; steps < 40 && FocusOf(window) != RemoteProgram::Child(window, "Button", "Kill Now!"); ++steps) {
     past_strip = past_strip || FocusOf(window) == strip;
     press({VK_TAB});
   }
-  check(!past_strip && FocusOf(window) == RemoteProgram::Child(window, "Button", "Kill Now!"),
+  Check(!past_strip && FocusOf(window) == RemoteProgram::Child(window, "Button", "Kill Now!"),
         "then through the page to the foot of the window");
   press({VK_SHIFT, VK_TAB});
   program.PickTab(4);
-  check(WaitFor([&] { return IsWindowVisible(FocusOf(window)) != FALSE; }),
-        "the keyboard is not left on a page that is turned");
+  Check(WaitFor([&] { return Shown(FocusOf(window)); }), "the keyboard is not left on a page that is turned");
 
   std::set<char> keys;
   bool all_apart = true;
-  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
-    if (!IsWindowVisible(child) || AccessKey(child) == '\0') continue;
+  for (HWND child : Children(window)) {
+    if (!Shown(child) || AccessKey(child) == '\0') continue;
     all_apart = keys.insert(AccessKey(child)).second && all_apart;
   }
-  check(all_apart && keys.size() > 5, "no two controls in sight share an access key");
+  Check(all_apart && keys.size() > 5, "no two controls in sight share an access key");
   // There are fewer letters than controls: the last boxes of a page may have none.
   constexpr const char* kFirstBox = "Windows Start, Run drop-list";
   const bool ticked = program.Ticked(kFirstBox);
   PressKeys({VK_MENU, static_cast<WORD>(AccessKey(RemoteProgram::Child(window, "Button", kFirstBox)))});
-  check(WaitFor([&] { return program.Ticked(kFirstBox) != ticked; }), "Alt with its key ticks a box");
+  Check(WaitFor([&] { return program.Ticked(kFirstBox) != ticked; }), "Alt with its key ticks a box");
 }
 
 // The menu bar, by its key; and the session's end under the open menu, which the program must outlive.
-void MenuBar(const Report& check) {
-  RemoteProgram program("");
+void MenuBar() {
+  RemoteProgram program;
   HWND window = MainWindowInFront(program);
-  auto in_menu = [&] {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
-    return (info.flags & GUI_INMENUMODE) != 0;
-  };
+  auto in_menu = [&] { return (ThreadOf(window).flags & GUI_INMENUMODE) != 0; };
   PressKeys({VK_MENU, 'M'});
-  check(WaitFor(in_menu), "Alt+M opens the menu");
+  Check(WaitFor(in_menu), "Alt+M opens the menu");
   PressKeys({'C'});
   HWND manager = program.Window("Quillbarrow 2019 - Cookie Manager");
-  check(manager != nullptr && !in_menu(), "a letter chooses an entry of it");
-  WaitFor([&] { return GetForegroundWindow() == manager; });
+  Check(manager != nullptr && !in_menu(), "a letter chooses an entry of it");
+  WaitInFront(manager);
   PressKeys({VK_ESCAPE});
-  check(WaitFor([&] { return !IsWindow(manager); }), "Escape closes a window without a button for it");
+  Check(WaitGone(manager), "Escape closes a window without a button for it");
 
-  WaitFor([&] { return GetForegroundWindow() == window; });
+  WaitInFront(window);
   PressKeys({VK_MENU, 'M'});
-  check(WaitFor(in_menu), "the menu opens again");
+  Check(WaitFor(in_menu), "the menu opens again");
   SendMessageA(window, WM_CLOSE, 0, 0);  // hides it
   SendMessageA(window, WM_ENDSESSION, TRUE, 0);
-  DWORD code = STILL_ACTIVE;
-  check(!program.Running(10000) && program.ExitCode(code) && code == 0, "the program ends in order under its menu");
+  Check(program.EndedInOrder(), "the program ends in order under its menu");
 }
 
-void ExitQuestion(const Report& check) {
-  RemoteProgram program("");
+void ExitQuestion() {
+  RemoteProgram program;
   for (const WPARAM answer : {WPARAM{IDNO}, WPARAM{IDYES}}) {
     HWND window = MainWindowInFront(program);
     PressKeys({VK_CONTROL, 'H'});
-    HWND box = program.Window("Warning!  About to Exit Quillbarrow!", 10000);
-    check(box != nullptr, "Ctrl+H asks");
-    check(!IsWindowEnabled(window), "the window behind the question cannot be used");
+    HWND box = program.Window("Warning!  About to Exit Quillbarrow!");
+    Check(box != nullptr, "Ctrl+H asks");
+    Check(!IsWindowEnabled(window), "the window behind the question cannot be used");
     PostMessageA(box, WM_COMMAND, answer, 0);
     if (answer == IDNO) {
-      check(WaitFor([&] { return IsWindowEnabled(window) != FALSE; }) && program.Running() && IsWindowVisible(window),
+      Check(WaitFor([&] { return IsWindowEnabled(window) != FALSE; }) && program.Running() && IsWindowVisible(window),
             "No leaves all as it was");
     }
   }
-  check(!program.Running(10000), "Yes ends the program");
+  Check(!program.Running(10000), "Yes ends the program");
 }
 
-void EndOfSession(const Report& check) {
+void EndOfSession() {
   SetValue(kStore, "AK_WinStart", "0");
   RemoteProgram program("/STARTUP");
   HWND window = program.MainWindow();
-  check(SendMessageA(window, WM_QUERYENDSESSION, 0, 0) == TRUE && program.Running(), "Windows may end its session");
+  Check(SendMessageA(window, WM_QUERYENDSESSION, 0, 0) == TRUE && program.Running(), "Windows may end its session");
   // Sent and not posted, as Windows does: no waiting loop sees it come by.
   SendMessageA(window, WM_ENDSESSION, TRUE, 0);
-  check(!program.Running(10000), "the end of the session ends the hidden program");
+  Check(!program.Running(10000), "the end of the session ends the hidden program");
 }
 
 }  // namespace
 
-void WindowStories(const Report& check) {
-  EveryPage(check);
-  Keyboard(check);
-  TabOrderAndKeys(check);
-  MenuBar(check);
-  ExitQuestion(check);
-  EndOfSession(check);
+void WindowStories() {
+  EveryPage();
+  Keyboard();
+  TabOrderAndKeys();
+  MenuBar();
+  ExitQuestion();
+  EndOfSession();
 }
 
 }  // namespace native
