@@ -200,40 +200,29 @@ std::vector<std::optional<Difference>> Comparison::Compare(const std::vector<Seq
 
 void Comparison::Shrink(std::vector<Sequence>& sequences, std::vector<Difference>& differences) {
   for (std::size_t i = 0; i < sequences.size(); ++i) sequences[i].lines.resize(differences[i].line + 1);
-  // Ever smaller pieces are left out, of all sequences in one run. What differs must stay the same.
-  std::vector<std::size_t> pieces(sequences.size(), kRandomCalls / 2);
-  for (;;) {
+  // One call is left out of each, wherever what differs stays the same; all tries of a round are one run.
+  for (bool shorter = true; shorter;) {
     std::vector<Sequence> tries;
     std::vector<std::size_t> of;
     for (std::size_t i = 0; i < sequences.size(); ++i) {
-      const auto& lines = sequences[i].lines;
-      for (std::size_t at = 0; pieces[i] != 0 && at + 1 < lines.size(); at += pieces[i]) {
-        Sequence shorter{"", {lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(at)}};
-        const std::size_t rest = std::min(at + pieces[i], lines.size() - 1);
-        shorter.lines.insert(shorter.lines.end(), lines.begin() + static_cast<std::ptrdiff_t>(rest), lines.end());
-        tries.push_back(std::move(shorter));
+      for (std::size_t at = 0; at + 1 < sequences[i].lines.size(); ++at) {
+        tries.push_back(sequences[i]);
+        tries.back().lines.erase(tries.back().lines.begin() + static_cast<std::ptrdiff_t>(at));
         of.push_back(i);
       }
-    }
-    if (tries.empty()) {
-      if (std::all_of(pieces.begin(), pieces.end(), [](std::size_t piece) { return piece <= 1; })) return;
-      for (std::size_t& piece : pieces) piece /= 2;
-      continue;
     }
     const auto outcomes = Compare(tries);
     std::set<std::size_t> shortened;
     for (std::size_t t = 0; t < tries.size(); ++t) {
-      const std::size_t i = of[t];
+      const Difference& wanted = differences[of[t]];
       const auto& found = outcomes[t];
-      const bool same = found && found->machine == differences[i].machine && found->windows == differences[i].windows &&
-                        tries[t].lines[found->line] == sequences[i].lines.back();
-      if (!same || !shortened.insert(i).second) continue;
-      tries[t].lines.resize(found->line + 1);
-      std::swap(sequences[i].lines, tries[t].lines);
+      if (found && found->machine == wanted.machine && found->windows == wanted.windows &&
+          tries[t].lines[found->line] == sequences[of[t]].lines.back() && shortened.insert(of[t]).second) {
+        tries[t].lines.resize(found->line + 1);
+        std::swap(sequences[of[t]].lines, tries[t].lines);
+      }
     }
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-      if (shortened.count(i) == 0) pieces[i] /= 2;
-    }
+    shorter = !shortened.empty();
   }
 }
 
@@ -288,7 +277,8 @@ int Run(const fs::path& tests, const fs::path& drive, std::uint32_t seed, std::u
   std::vector<Sequence> sequences, differing;
   std::vector<Difference> differences;
   std::set<std::string> kinds;
-  for (std::uint32_t number = 0; number < random; ++number) sequences.push_back(RandomSequence(seed, number));
+  Generator generator(ReadFile(tests / "words.txt"));
+  for (std::uint32_t number = 0; number < random; ++number) sequences.push_back(generator.RandomSequence(seed, number));
   const auto found = comparison.Compare(sequences);
   const std::size_t of_random = comparison.compared() - of_directed;
   for (std::uint32_t i = 0; i < random; ++i) {

@@ -48,13 +48,6 @@ std::string Expanded(std::string_view word) {
 
 }  // namespace
 
-std::string FolderOf(const std::string& name) {
-  return "C:\\seq\\" + name + "\\in";  // what is done to its ".." touches no other
-}
-std::string KeyOf(const std::string& name) {
-  return "Software\\Conformance\\" + name;
-}
-
 std::string Visible(std::string_view text) {
   std::string shown;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -92,20 +85,20 @@ std::vector<Sequence> ReadSequences(const std::string& text) {
   return sequences;
 }
 
-std::string Call::Text(std::size_t i) const {
+std::string Player::Text(std::size_t i) const {
   const std::string& word = words_.at(i);
   if (word.front() == '$') {
-    auto kept = player_.texts_.find(word.substr(1));
-    return kept == player_.texts_.end() ? std::string() : kept->second;
+    auto kept = texts_.find(word.substr(1));
+    return kept == texts_.end() ? std::string() : kept->second;
   }
-  return word.front() == '@' ? player_.folder_ + Expanded(word.substr(1)) : Expanded(word);
+  return word.front() == '@' ? folder_ + Expanded(word.substr(1)) : Expanded(word);
 }
 
-std::optional<std::string> Call::MaybeText(std::size_t i) const {
+std::optional<std::string> Player::MaybeText(std::size_t i) const {
   return Given(i) ? std::optional(Text(i)) : std::nullopt;
 }
 
-std::uint64_t Call::Number(std::size_t i) const {
+std::uint64_t Player::Number(std::size_t i) const {
   const std::string& word = words_.at(i);
   for (const Word& row : kWords) {
     if (word == row.word) return row.number;
@@ -114,23 +107,23 @@ std::uint64_t Call::Number(std::size_t i) const {
   return word.front() == '-' ? ~magnitude + 1 : magnitude;
 }
 
-void Call::Keep(std::size_t i, std::uint64_t handle) {
+void Player::Keep(std::size_t i, std::uint64_t handle) {
   const std::string& slot = words_.at(i);
-  player_.slots_[slot] = handle;
+  slots_[slot] = handle;
   const std::pair opened(slot.front(), handle);
-  if (std::find(player_.open_.begin(), player_.open_.end(), opened) == player_.open_.end()) {
-    player_.open_.push_back(opened);
+  if (std::find(open_.begin(), open_.end(), opened) == open_.end()) {
+    open_.push_back(opened);
   }
 }
 
-std::string Call::Closed(std::size_t i, Error error) {
+std::string Player::Closed(std::size_t i, Error error) {
   const std::string& slot = words_.at(i);
-  auto found = player_.slots_.find(slot);
-  if (Ok(error) && found != player_.slots_.end()) {
+  auto found = slots_.find(slot);
+  if (Ok(error) && found != slots_.end()) {
     const std::uint64_t handle = found->second;
-    std::erase(player_.open_, std::pair(slot.front(), handle));
+    std::erase(open_, std::pair(slot.front(), handle));
     // Windows may give the number to the next that is opened. A search and a context are pointers, which nobody checks.
-    for (auto& [name, held] : player_.slots_) {
+    for (auto& [name, held] : slots_) {
       if (name.front() != slot.front() || held != handle) continue;
       held = slot.front() == 's' ? ~std::uint64_t{0} : slot.front() == 'c' || slot.front() == 'u' ? 0 : kNoHandle;
     }
@@ -138,8 +131,8 @@ std::string Call::Closed(std::size_t i, Error error) {
   return Show(error);
 }
 
-std::string Call::SlotOf(std::uint64_t handle) const {
-  for (const auto& [name, held] : player_.slots_) {
+std::string Player::SlotOf(std::uint64_t handle) const {
+  for (const auto& [name, held] : slots_) {
     if (held == handle) return name;
   }
   return handle == 0 ? "none" : "other";
@@ -149,22 +142,21 @@ std::string Player::PlayLine(const std::string& line) {
   std::istringstream in(line);
   std::string name;
   in >> name;
-  std::vector<std::string> words;
-  for (std::string word; in >> word;) words.push_back(word);
+  words_.clear();
+  for (std::string word; in >> word;) words_.push_back(word);
   const Row* row = FindRow(name);
-  if (row == nullptr || std::string_view(row->kinds).size() != words.size()) return "no such call";
-  Call call(*this, std::move(words));
-  return row->play(call);
+  if (row == nullptr || std::string_view(row->kinds).size() != words_.size()) return "no such call";
+  return row->play(*this);
 }
 
 std::vector<std::string> Player::Play(const Sequence& sequence) {
-  folder_ = FolderOf(sequence.name);
-  Files& files = platform_.files;
+  folder_ = "C:\\seq\\" + sequence.name + "\\in";  // what is done to its ".." touches no other
+  Files& files = on().files;
   StepOver(files.CreateDirectoryA("C:\\seq"));
   StepOver(files.CreateDirectoryA(folder_.substr(0, folder_.rfind('\\'))));
   StepOver(files.CreateDirectoryA(folder_));
   StepOver(files.SetCurrentDirectoryA(folder_));
-  auto key = platform_.registry.RegCreateKeyA(KeyHandle::CurrentUser, KeyOf(sequence.name));
+  auto key = on().registry.RegCreateKeyA(KeyHandle::CurrentUser, "Software\\Conformance\\" + sequence.name);
   slots_ = {{"user", static_cast<std::uint64_t>(KeyHandle::CurrentUser)},
             {"machine", static_cast<std::uint64_t>(KeyHandle::LocalMachine)},
             {"k0", static_cast<std::uint64_t>(key.value)}};
@@ -176,42 +168,18 @@ std::vector<std::string> Player::Play(const Sequence& sequence) {
 }
 
 void Player::CloseAll() {
-  for (const auto& [window, id] : timers_) StepOver(platform_.pump.KillTimer(static_cast<WindowHandle>(window), id));
-  for (auto opened = open_.rbegin(); opened != open_.rend(); ++opened) {
-    const std::uint64_t handle = opened->second;
-    switch (opened->first) {
-      case 'f':
-        StepOver(platform_.files.CloseHandle(static_cast<FileHandle>(handle)));
-        break;
-      case 's':
-        StepOver(platform_.files.FindClose(static_cast<FindHandle>(handle)));
-        break;
-      case 'k':
-        StepOver(platform_.registry.RegCloseKey(static_cast<KeyHandle>(handle)));
-        break;
-      case 'h':
-        StepOver(platform_.processes.CloseHandle(static_cast<ProcessHandle>(handle)));
-        break;
-      case 'm':
-        StepOver(platform_.processes.CloseHandle(static_cast<MutexHandle>(handle)));
-        break;
-      case 'c':
-        StepOver(platform_.random_source.CryptReleaseContext(static_cast<CryptContext>(handle), 0));
-        break;
-      case 'u':
-        StepOver(platform_.url_cache.FindCloseUrlCache(handle));
-        break;
-      case 'i':
-        platform_.shell.CoTaskMemFree(static_cast<ItemIdList>(handle));
-        break;
-      case 'w':
-        world_.CloseWindow(static_cast<WindowHandle>(handle));
-        break;
-      default:
-        break;
+  for (const auto& [window, id] : timers_) StepOver(on().pump.KillTimer(window, id));
+  while (!open_.empty()) {
+    const auto [kind, handle] = open_.back();
+    open_.pop_back();
+    const std::string slot = std::string(1, kind) + '!';
+    slots_[slot] = handle;
+    for (const char* closer : {"fCloseHandle", "sFindClose", "kRegCloseKey", "hCloseProcess", "mCloseMutex",
+                               "cCryptReleaseContext", "uFindCloseUrlCache", "iCoTaskMemFree", "wCloseWindow"}) {
+      if (*closer == kind) PlayLine(std::string(closer + 1) + ' ' + slot + (kind == 'c' ? " 0" : ""));
     }
   }
-  StepOver(platform_.files.SetCurrentDirectoryA("C:\\"));
+  StepOver(on().files.SetCurrentDirectoryA("C:\\"));
   slots_.clear();
   open_.clear();
   texts_.clear();

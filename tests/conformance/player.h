@@ -35,41 +35,17 @@ struct Sequence {
 // A sequence begins with a line "# name"; lines that begin with ; tell something to the reader.
 std::vector<Sequence> ReadSequences(const std::string& text);
 
-// The folder and the key, below HKEY_CURRENT_USER, of a sequence: fresh ones that no other knows.
-std::string FolderOf(const std::string& name);
-std::string KeyOf(const std::string& name);
-
 class Player {
  public:
-  explicit Player(World& world) : world_(world), platform_(world.platform()) {}
+  explicit Player(World& world) : world_(world) {}
 
   // Plays a whole sequence; gives as many lines. What is open at its end is closed.
   std::vector<std::string> Play(const Sequence& sequence);
 
- private:
-  friend class Call;
-  std::string PlayLine(const std::string& line);
-  void CloseAll();
-
-  World& world_;
-  Platform& platform_;
-  std::string folder_;
-  std::map<std::string, std::uint64_t> slots_;        // handles by name: f1 is a file, k2 a key
-  std::vector<std::pair<char, std::uint64_t>> open_;  // kind and handle, in order of opening
-  std::map<std::string, std::string> texts_;          // what calls gave, for later ones
-  std::vector<std::string> events_;                   // what the pump handed out
-  std::vector<std::pair<std::uint64_t, std::uint32_t>> timers_;
-};
-
-// One call while it is played. Arguments are counted from 0, without the operation's name.
-class Call {
- public:
-  Call(Player& player, std::vector<std::string> words) : player_(player), words_(std::move(words)) {}
-
-  Platform& on() { return player_.platform_; }
-  World& world() { return player_.world_; }
-  std::vector<std::string>& events() { return player_.events_; }
-
+  // For the operation that is played. Its arguments are counted from 0, without its name.
+  Platform& on() { return world_.platform(); }
+  World& world() { return world_; }
+  std::vector<std::string>& events() { return events_; }
   // "{41*300}" in a word stands for that byte so many times, "@" at its front for the sequence's folder, "$t" alone
   // for what was kept under t.
   std::string Text(std::size_t i) const;
@@ -81,27 +57,33 @@ class Call {
   std::uint32_t Count(std::size_t i) const { return static_cast<std::uint32_t>(Number(i)); }
   template <typename Handle>
   Handle In(std::size_t i) const {
-    auto slot = player_.slots_.find(words_.at(i));
-    return static_cast<Handle>(slot == player_.slots_.end() ? 0 : slot->second);
+    auto slot = slots_.find(words_.at(i));
+    return static_cast<Handle>(slot == slots_.end() ? 0 : slot->second);
   }
-
   // Puts a new handle into the slot that an argument names.
   void Keep(std::size_t i, std::uint64_t handle);
   template <typename Handle>
   std::string Opened(std::size_t i, const Result<Handle>& opened);
-  void KeepText(std::size_t i, const std::string& text) { player_.texts_[words_.at(i)] = text; }
+  void KeepText(std::size_t i, const std::string& text) { texts_[words_.at(i)] = text; }
   // The slot's handle was closed: it holds one that is none.
   std::string Closed(std::size_t i, Error error);
   // A timer to be killed at the end.
-  void KeepTimer(WindowHandle window, std::uint32_t id) {
-    player_.timers_.emplace_back(static_cast<std::uint64_t>(window), id);
-  }
+  void KeepTimer(WindowHandle window, std::uint32_t id) { timers_.emplace_back(window, id); }
   // Which slot holds a handle.
   std::string SlotOf(std::uint64_t handle) const;
 
  private:
-  Player& player_;
-  std::vector<std::string> words_;
+  std::string PlayLine(const std::string& line);
+  void CloseAll();
+
+  World& world_;
+  std::string folder_;
+  std::vector<std::string> words_;                    // of the operation that is played
+  std::map<std::string, std::uint64_t> slots_;        // handles by name: f1 is a file, k2 a key
+  std::vector<std::pair<char, std::uint64_t>> open_;  // kind and handle, in order of opening
+  std::map<std::string, std::string> texts_;          // what calls gave, for later ones
+  std::vector<std::string> events_;                   // what the pump handed out
+  std::vector<std::pair<WindowHandle, std::uint32_t>> timers_;
 };
 
 // A text with every byte visible, as the language writes it.
@@ -113,7 +95,7 @@ std::string Show(const Result<T>& result) {
 }
 
 template <typename Handle>
-std::string Call::Opened(std::size_t i, const Result<Handle>& opened) {
+std::string Player::Opened(std::size_t i, const Result<Handle>& opened) {
   if (opened.ok()) Keep(i, static_cast<std::uint64_t>(opened.value));
   return Show(opened.error);
 }
@@ -122,7 +104,7 @@ std::string Call::Opened(std::size_t i, const Result<Handle>& opened) {
 struct Row {
   const char* name;
   const char* kinds;
-  std::string (*play)(Call& call);
+  std::string (*play)(Player& call);
 };
 const Row* FindRow(const std::string& name);
 
