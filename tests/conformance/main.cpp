@@ -211,6 +211,7 @@ void Comparison::Shrink(std::vector<Sequence>& sequences, std::vector<Difference
         of.push_back(i);
       }
     }
+    if (tries.empty()) return;
     const auto outcomes = Compare(tries);
     std::set<std::size_t> shortened;
     for (std::size_t t = 0; t < tries.size(); ++t) {

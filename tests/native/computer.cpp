@@ -23,14 +23,6 @@ std::wstring Wide(const std::string& ascii) {
   return std::wstring(ascii.begin(), ascii.end());
 }
 
-std::string Utf8(const std::wstring& text) {
-  std::string narrow(4 * text.size() + 1, '\0');
-  narrow.resize(
-      static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
-                                                   narrow.data(), static_cast<int>(narrow.size()), nullptr, nullptr)));
-  return narrow;
-}
-
 // Short enough to keep for every file of the system.
 std::string Digest(const std::string& content) {
   return std::to_string(content.size()) + ":" + std::to_string(std::hash<std::string>()(content));
@@ -96,6 +88,14 @@ std::string Bytes(const std::string& digits) {
 
 }  // namespace
 
+std::string Utf8(const std::wstring& text) {
+  std::string narrow(4 * text.size() + 1, '\0');
+  narrow.resize(
+      static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
+                                                   narrow.data(), static_cast<int>(narrow.size()), nullptr, nullptr)));
+  return narrow;
+}
+
 void MakeFile(const std::string& path, const std::string& content) {
   std::error_code problem;
   std::filesystem::create_directories(std::filesystem::path(path).parent_path(), problem);
@@ -103,12 +103,10 @@ void MakeFile(const std::string& path, const std::string& content) {
 }
 
 Texts FilesIn(const std::string& folder) {
-  State all;
-  AddFolder(Wide(folder), all);
   Texts names;
-  for (const auto& [path, content] : all) {
-    const std::string name = path.substr(folder.size() + 1);
-    if (name.find('\\') == std::string::npos) names.push_back(name);
+  std::error_code problem;
+  for (const auto& file : std::filesystem::directory_iterator(folder, problem)) {
+    names.push_back(file.path().filename().string());
   }
   std::sort(names.begin(), names.end());
   return names;
@@ -147,10 +145,10 @@ std::string ReadFile(const std::string& path) {
 }
 
 std::string Value(const std::string& key, const std::string& name) {
-  char data[1024] = "";
-  DWORD size = sizeof data - 1;
-  RegGetValueA(HKEY_CURRENT_USER, key.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, data, &size);
-  return data;
+  wchar_t data[1024] = L"";
+  DWORD size = sizeof data;
+  RegGetValueW(HKEY_CURRENT_USER, Wide(key).c_str(), Wide(name).c_str(), RRF_RT_REG_SZ, nullptr, data, &size);
+  return Utf8(data);
 }
 
 void MakeCookieEntry(const std::string& source) {

@@ -19,7 +19,7 @@ bool Exists(const std::string& path);
 void SetValue(const std::string& key, const std::string& name, const std::string& data);  // below HKEY_CURRENT_USER
 bool CanOpen(const std::string& key, REGSAM rights);
 void DeleteKey(const std::string& key);                              // with all below it
-std::string Value(const std::string& key, const std::string& name);  // empty if there is none
+std::string Value(const std::string& key, const std::string& name);  // as UTF-8; empty if there is none
 Texts FilesIn(const std::string& folder);                            // names of files and folders, sorted
 std::string ReadFile(const std::string& path);                       // its lines end in \n; empty if it cannot be read
 std::string ReadBytes(const std::string& path);                      // as they are; empty if it cannot be read
@@ -37,6 +37,7 @@ Texts MakeTraces(const std::string& name, const std::string& heading);
 // Those of such places that are there, or are not.
 std::string ThoseThere(const Texts& places, bool there);
 
+std::string Utf8(const std::wstring& text);
 std::string Joined(const Texts& lines);  // each with a \n behind it
 
 // Every file of drive C: with its size and content, and every value of HKEY_CURRENT_USER\Software.

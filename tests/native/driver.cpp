@@ -59,16 +59,6 @@ void KillStory() {
         "the lifetime count is stored");
 }
 
-void BootStory() {
-  SetValue(kStore, "AK_WinStart", "0");
-  SetValue(kStore, "HideIcon", "abc");  // no number: passed over
-  RemoteProgram program("/startup");
-  HWND window = program.MainWindow();
-  Sleep(500);
-  Check(window != nullptr && !Shown(window) && program.Running(), "a start with Windows stays hidden");
-  Check(program.End(), "and ends at the first close request");
-}
-
 void StopIfAutoKillIsOff() {
   SetValue(kStore, "Disable_AK", "1");
   RemoteProgram program("/STARTUP");
@@ -117,9 +107,10 @@ int main(int count, char** arguments) {
     const char* name;
     void (*play)();
   } stories[] = {
-      {"kill", KillStory},         {"boot", BootStory},        {"auto-kill-off", StopIfAutoKillIsOff},
-      {"setup", SetupStory},       {"browsers", BrowserStory}, {"internet", InternetStory},
-      {"ends", EndsStory},         {"names", NamesStory},      {"windows", WindowStories},
+      {"kill", KillStory},         {"auto-kill-off", StopIfAutoKillIsOff},
+      {"setup", SetupStory},       {"browsers", BrowserStory},
+      {"internet", InternetStory}, {"ends", EndsStory},
+      {"names", NamesStory},       {"windows", WindowStories},
       {"resident", ResidentStory}, {"thumbs", ThumbsStory},
   };
   for (const auto& story : stories) {

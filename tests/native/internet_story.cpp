@@ -116,7 +116,7 @@ class CookieWindow {
   // Entries in the order of the window.
   Texts ToDelete() const { return RemoteProgram::ListEntries(lists_[0]); }
   Texts ToKeep() const { return RemoteProgram::ListEntries(lists_[1]); }
-  // Clicks the entry, then the button between the lists, and waits until it has left its list.
+  // Clicks the entry, then the button between the lists; false if one of them is not there.
   bool Keep(const std::string& entry) const { return Move(lists_[0], entry, " Keep Cookie >>"); }
   bool Remove(const std::string& entry) const { return Move(lists_[1], entry, " << Remove Cookie"); }
   // Saves, which closes the window; false if it stays.
@@ -124,17 +124,17 @@ class CookieWindow {
 
  private:
   bool Move(HWND list, const std::string& entry, const std::string& button) const {
-    auto index = [&] {
-      const Texts entries = RemoteProgram::ListEntries(list);
-      return static_cast<std::size_t>(std::find(entries.begin(), entries.end(), entry) - entries.begin());
-    };
+    const Texts entries = RemoteProgram::ListEntries(list);
+    const auto index = static_cast<WPARAM>(std::find(entries.begin(), entries.end(), entry) - entries.begin());
     RECT place{};
-    if (SendMessageA(list, LB_GETITEMRECT, index(), reinterpret_cast<LPARAM>(&place)) == LB_ERR) return false;
+    if (SendMessageA(list, LB_GETITEMRECT, index, reinterpret_cast<LPARAM>(&place)) == LB_ERR) return false;
     const LPARAM point = MAKELPARAM(place.left + 5, (place.top + place.bottom) / 2);
     SendMessageA(list, WM_LBUTTONDOWN, MK_LBUTTON, point);
     SendMessageA(list, WM_LBUTTONUP, 0, point);
-    return SendMessageA(list, LB_GETSEL, index(), 0) > 0 && RemoteProgram::PostClick(window_, button) &&
-           WaitFor([&] { return index() == RemoteProgram::ListEntries(list).size(); });
+    HWND pressed = RemoteProgram::Child(window_, "Button", button);
+    if (SendMessageA(list, LB_GETSEL, index, 0) <= 0 || !IsWindowEnabled(pressed)) return false;
+    SendMessageA(pressed, BM_CLICK, 0, 0);
+    return true;
   }
 
   HWND window_ = nullptr;

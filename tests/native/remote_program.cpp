@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "computer.h"
+
 namespace native {
 
 namespace {
@@ -12,12 +14,6 @@ namespace {
 constexpr const char* kExe = "C:\\Program Files\\Quillbarrow\\Quillbarrow.exe";
 constexpr const char* kMainTitle = "Quillbarrow 2019 - Protecting your Privacy since 1997!";
 constexpr LRESULT kLogTab = 9;
-
-std::string Narrow(const wchar_t* text) {
-  char narrow[4096] = "";
-  WideCharToMultiByte(CP_UTF8, 0, text, -1, narrow, sizeof narrow, nullptr, nullptr);
-  return narrow;
-}
 
 // A caption as it is read, without the ampersand before its access key.
 std::string Read(std::string caption) {
@@ -162,7 +158,15 @@ HWND RemoteProgram::Child(HWND window, const std::string& class_name, const std:
 std::string RemoteProgram::Text(HWND window) {
   wchar_t text[1024] = L"";
   SendMessageW(window, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text));
-  return Narrow(text);
+  return Utf8(text);
+}
+
+std::string RemoteProgram::LabelWith(HWND window, const std::string& part) {
+  for (HWND child : Children(window)) {
+    const std::string text = Text(child);
+    if (text.find(part) != std::string::npos) return text;
+  }
+  return {};
 }
 
 Texts RemoteProgram::ListEntries(HWND list) {
@@ -173,7 +177,7 @@ Texts RemoteProgram::ListEntries(HWND list) {
     if (length < 0) break;
     std::wstring entry(static_cast<std::size_t>(length) + 1, L'\0');
     if (SendMessageW(list, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(entry.data())) < 0) break;
-    entries.push_back(Narrow(entry.c_str()));
+    entries.push_back(Utf8(entry.c_str()));
   }
   return entries;
 }
@@ -242,10 +246,7 @@ Texts RemoteProgram::LogAndCount() const {
   for (std::string& line : lines) line = WithoutTime(line);
   std::string count;
   WaitFor([&] {
-    for (HWND child : Children(window)) {
-      const std::string text = Text(child);
-      if (text.rfind("History Traces Killed: ", 0) == 0) count = text;
-    }
+    count = LabelWith(window, "History Traces Killed: ");
     return !count.empty();
   });
   lines.push_back(count.empty() ? "(no count)" : count);

@@ -54,6 +54,8 @@ class RemoteProgram {
   // A visible child of a window by class, and by text unless that is empty; null if there is none.
   static HWND Child(HWND window, const std::string& class_name, const std::string& text = "");
   static std::string Text(HWND window);
+  // The text of the window's control that holds `part`; empty if none does.
+  static std::string LabelWith(HWND window, const std::string& part);
   static Texts ListEntries(HWND list);
   // Picks a tab of the main window by the arrow keys; false if the strip does not follow.
   bool PickTab(int tab) const;

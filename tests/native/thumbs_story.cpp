@@ -66,17 +66,8 @@ class Answers {
   std::thread asking_;  // the last, as it uses the others
 };
 
-// The text of the window's label that holds `part`; empty if none does.
-std::string LabelWith(HWND window, const std::string& part) {
-  for (HWND child : Children(window)) {
-    const std::string text = RemoteProgram::Text(child);
-    if (text.find(part) != std::string::npos) return text;
-  }
-  return {};
-}
-
 bool WaitLabel(HWND window, const std::string& part) {
-  return WaitFor([&] { return !LabelWith(window, part).empty(); }, kScanTime);
+  return WaitFor([&] { return !RemoteProgram::LabelWith(window, part).empty(); }, kScanTime);
 }
 
 // Pages go to the helper, which writes down what it was given.
@@ -114,10 +105,11 @@ std::size_t LiveCounts(HWND window) {
   std::set<std::string> counts;
   WaitFor(
       [&] {
-        const std::string status = LabelWith(window, "Searching "), now = LabelWith(window, " files searched");
+        const std::string status = RemoteProgram::LabelWith(window, "Searching "),
+                          now = RemoteProgram::LabelWith(window, " files searched");
         if (status.rfind("Searching ", 0) == 0) counts.insert(now);
-        return now.rfind("DONE", 0) == 0 || !LabelWith(window, "Counting Thumbnail images").empty() ||
-               !LabelWith(window, "images from").empty();
+        return now.rfind("DONE", 0) == 0 || !RemoteProgram::LabelWith(window, "Counting Thumbnail images").empty() ||
+               !RemoteProgram::LabelWith(window, "images from").empty();
       },
       kScanTime);
   counts.erase("");
@@ -170,7 +162,7 @@ void LookPart(RemoteProgram& program) {
   Check(missing.empty(), "each picture is unpacked, byte for byte" + missing);
   Check(ReadBytes(std::string(kRootCopies) + "\\1.jpg").substr(0, 4) == "\xFF\xD8\xFF\xC0",
         "the second copies lie at the root of the drive");
-  std::printf("     %s\n", LabelWith(window, " thumbnails found in ").c_str());
+  std::printf("     %s\n", RemoteProgram::LabelWith(window, " thumbnails found in ").c_str());
 
   PostMessageA(window, WM_CLOSE, 0, 0);
   Check(Answer(program, kDoneViewing, IDNO) && IsWindow(window), "No keeps the window");
@@ -189,7 +181,7 @@ void DeletePart(RemoteProgram& program) {
   Check(program.PostClick(window, " DELETE ALL THUMBS.DB") && WaitLabel(window, "DONE!  Quillbarrow securely deleted"),
         "the caches are deleted");
   answers.Tell("while caches are shredded");
-  const std::string kills = LabelWith(window, "Quillbarrow has killed a total of ");
+  const std::string kills = RemoteProgram::LabelWith(window, "Quillbarrow has killed a total of ");
   Check(Value(kStore, "ThumbsKilled") == std::to_string(caches) &&
             kills.find(Value(kStore, "ThumbPicsCountTotal") + " images in " + std::to_string(caches)) !=
                 std::string::npos,

@@ -94,17 +94,9 @@ void Keyboard() {
     if (address != nullptr) GetWindowRect(address, &other);
     if (ClassOf(child) == "Edit" && (address == nullptr || place.top > other.top)) address = child;
   }
-  const std::wstring text = L"j\u00FCrgen@msn.com";
-  SendMessageW(address, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+  SendMessageW(address, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"j\u00FCrgen@msn.com"));
   PressKeys({VK_RETURN});
-  auto stored = [] {
-    wchar_t value[100] = L"";
-    DWORD size = sizeof value;
-    const std::wstring store(kStore, kStore + std::char_traits<char>::length(kStore));  // plain ASCII
-    RegGetValueW(HKEY_CURRENT_USER, store.c_str(), L"MSN8Profile", RRF_RT_REG_SZ, nullptr, value, &size);
-    return std::wstring(value);
-  };
-  Check(WaitFor([&] { return stored() == text; }),
+  Check(WaitFor([] { return Value(kStore, "MSN8Profile") == "j\u00FCrgen@msn.com"; }),
         "Enter saves, and letters beyond ASCII come into the store unchanged");
 
   PressKeys({VK_CONTROL, 'S'});
@@ -214,8 +206,10 @@ void ExitQuestion() {
 
 void EndOfSession() {
   SetValue(kStore, "AK_WinStart", "0");
-  RemoteProgram program("/STARTUP");
+  SetValue(kStore, "HideIcon", "abc");  // no number: passed over
+  RemoteProgram program("/startup");
   HWND window = program.MainWindow();
+  Check(window != nullptr && program.Running(500) && !Shown(window), "a start with Windows stays hidden");
   Check(SendMessageA(window, WM_QUERYENDSESSION, 0, 0) == TRUE && program.Running(), "Windows may end its session");
   // Sent and not posted, as Windows does: no waiting loop sees it come by.
   SendMessageA(window, WM_ENDSESSION, TRUE, 0);
