@@ -95,7 +95,7 @@ std::vector<Exception> ReadExceptions(const std::string& text) {
 }
 
 struct Difference {
-  std::size_t line = 0;
+  Sequence sequence;  // as far as the first call that differs
   std::string machine, windows;
 };
 
@@ -106,8 +106,8 @@ class Comparison {
 
   // Plays all on both sides; the first difference of each sequence, if it has one.
   std::vector<std::optional<Difference>> Compare(const std::vector<Sequence>& sequences);
-  // The shortest forms of sequences that differ, with what still differs in them.
-  void Shrink(std::vector<Sequence>& sequences, std::vector<Difference>& differences);
+  // Leaves calls out as long as what differs stays the same.
+  void Shrink(std::vector<Difference>& differences);
 
   std::size_t compared() const { return compared_; }
   const std::vector<Exception>& exceptions() const { return exceptions_; }
@@ -165,8 +165,12 @@ std::optional<Difference> Comparison::FirstDifference(const Sequence& sequence, 
   auto matches = [](const std::string& pattern, const std::string& text) {
     return fnmatch(pattern.c_str(), text.c_str(), FNM_NOESCAPE) == 0;
   };
+  auto upto = [&](std::size_t i) {
+    return Sequence{sequence.name,
+                    {sequence.lines.begin(), sequence.lines.begin() + static_cast<std::ptrdiff_t>(i) + 1}};
+  };
   for (std::size_t i = 0; i < machine.size(); ++i) {
-    if (i >= windows.size()) return Difference{i, machine[i], "nothing: the player ended"};
+    if (i >= windows.size()) return Difference{upto(i), machine[i], "nothing: the player ended"};
     ++compared_;
     if (machine[i] == windows[i]) continue;
     auto known = std::find_if(exceptions_.begin(), exceptions_.end(), [&](const Exception& row) {
@@ -175,7 +179,7 @@ std::optional<Difference> Comparison::FirstDifference(const Sequence& sequence, 
              (row.before.empty() || std::any_of(sequence.lines.begin(), here,
                                                 [&](const std::string& line) { return matches(row.before, line); }));
     });
-    if (known == exceptions_.end()) return Difference{i, machine[i], windows[i]};
+    if (known == exceptions_.end()) return Difference{upto(i), machine[i], windows[i]};
     ++known->met;
     if (known->ends) break;
   }
@@ -192,56 +196,50 @@ std::vector<std::optional<Difference>> Comparison::Compare(const std::vector<Seq
     const auto machine = player.Play(sequence);
     differences.push_back(FirstDifference(sequence, machine, transcript[sequence.name]));
     if (world_.OpenHandles() != 0 && !differences.back()) {
-      differences.back() = Difference{sequence.lines.size() - 1, "a handle stays open", "none does"};
+      differences.back() = Difference{sequence, "a handle stays open", "none does"};
     }
   }
   return differences;
 }
 
-void Comparison::Shrink(std::vector<Sequence>& sequences, std::vector<Difference>& differences) {
-  for (std::size_t i = 0; i < sequences.size(); ++i) sequences[i].lines.resize(differences[i].line + 1);
-  // One call is left out of each, wherever what differs stays the same; all tries of a round are one run.
-  for (bool shorter = true; shorter;) {
+void Comparison::Shrink(std::vector<Difference>& differences) {
+  for (std::size_t shortened = differences.size(); shortened != 0;) {
+    // One call less of each, in every place; all tries of a round are one run.
     std::vector<Sequence> tries;
     std::vector<std::size_t> of;
-    for (std::size_t i = 0; i < sequences.size(); ++i) {
-      for (std::size_t at = 0; at + 1 < sequences[i].lines.size(); ++at) {
-        tries.push_back(sequences[i]);
+    for (std::size_t i = 0; i < differences.size(); ++i) {
+      const Sequence& whole = differences[i].sequence;
+      for (std::size_t at = 0; at + 1 < whole.lines.size(); ++at) {
+        tries.push_back(whole);
         tries.back().lines.erase(tries.back().lines.begin() + static_cast<std::ptrdiff_t>(at));
         of.push_back(i);
       }
     }
-    if (tries.empty()) return;
+    shortened = 0;
     const auto outcomes = Compare(tries);
-    std::set<std::size_t> shortened;
     for (std::size_t t = 0; t < tries.size(); ++t) {
-      const Difference& wanted = differences[of[t]];
+      Difference& known = differences[of[t]];
       const auto& found = outcomes[t];
-      if (found && found->machine == wanted.machine && found->windows == wanted.windows &&
-          tries[t].lines[found->line] == sequences[of[t]].lines.back() && shortened.insert(of[t]).second) {
-        tries[t].lines.resize(found->line + 1);
-        std::swap(sequences[of[t]].lines, tries[t].lines);
-      }
+      const bool same = found && found->machine == known.machine && found->windows == known.windows &&
+                        found->sequence.lines.back() == known.sequence.lines.back();
+      if (!same || found->sequence.lines.size() >= known.sequence.lines.size()) continue;
+      known.sequence.lines = found->sequence.lines;
+      ++shortened;
     }
-    shorter = !shortened.empty();
   }
 }
 
-void Print(const Sequence& sequence, const Difference& difference) {
-  std::printf("FAIL %s\n", sequence.name.c_str());
-  for (std::size_t i = 0; i <= difference.line; ++i) std::printf("     %s\n", sequence.lines[i].c_str());
+void Print(const Difference& difference) {
+  std::printf("FAIL %s\n", difference.sequence.name.c_str());
+  for (const std::string& line : difference.sequence.lines) std::printf("     %s\n", line.c_str());
   std::printf("       machine: %s\n       Windows: %s\n", difference.machine.c_str(), difference.windows.c_str());
 }
 
 std::vector<Sequence> DirectedSequences(const fs::path& tests) {
-  std::vector<fs::path> files;
-  for (const auto& file : fs::directory_iterator(tests / "sequences")) files.push_back(file.path());
-  std::sort(files.begin(), files.end());
-  std::vector<Sequence> directed;
-  for (const fs::path& file : files) {
-    for (Sequence& sequence : ReadSequences(ReadFile(file))) directed.push_back(std::move(sequence));
-  }
-  return directed;
+  const std::set<fs::path> files{fs::directory_iterator(tests / "sequences"), {}};
+  std::string all;
+  for (const fs::path& file : files) all += ReadFile(file);
+  return ReadSequences(all);
 }
 
 int WriteTranscript(const fs::path& tests, const fs::path& folder) {
@@ -265,7 +263,8 @@ int Run(const fs::path& tests, const fs::path& drive, std::uint32_t seed, std::u
   const auto outcomes = comparison.Compare(directed);
   for (std::size_t i = 0; i < directed.size(); ++i) {
     ++(outcomes[i] ? failed : passed);
-    if (outcomes[i]) Print(directed[i], *outcomes[i]);
+    if (outcomes[i])
+      Print({{directed[i].name, outcomes[i]->sequence.lines}, outcomes[i]->machine, outcomes[i]->windows});
   }
   for (const Exception& exception : comparison.exceptions()) {
     ++(exception.met == 0 ? failed : passed);
@@ -275,30 +274,28 @@ int Run(const fs::path& tests, const fs::path& drive, std::uint32_t seed, std::u
   }
   const std::size_t of_directed = comparison.compared();
 
-  std::vector<Sequence> sequences, differing;
-  std::vector<Difference> differences;
-  std::set<std::string> kinds;
+  std::vector<Sequence> sequences;
+  std::map<std::string, Difference> differing;  // of those that differ alike one is enough to look at
   Generator generator(ReadFile(tests / "words.txt"));
-  for (std::uint32_t number = 0; number < random; ++number) sequences.push_back(generator.RandomSequence(seed, number));
+  for (std::uint32_t number = 0; number < random; ++number) {
+    sequences.push_back(generator.RandomSequence(seed, number));
+  }
   const auto found = comparison.Compare(sequences);
   const std::size_t of_random = comparison.compared() - of_directed;
   for (std::uint32_t i = 0; i < random; ++i) {
     ++(found[i] ? failed : passed);
     if (!found[i]) continue;
-    // One of those that differ alike is enough to look at.
-    constexpr std::size_t kMostShown = 40;
-    const std::string& line = sequences[i].lines[found[i]->line];
-    const std::string kind = line.substr(0, line.find(' ')) + found[i]->machine + found[i]->windows;
-    if (differing.size() == kMostShown || !kinds.insert(kind).second) continue;
-    differing.push_back(sequences[i]);
-    differing.back().name = "random sequence " + std::to_string(i) + " of seed " + std::to_string(seed);
-    differences.push_back(*found[i]);
+    const std::string& line = found[i]->sequence.lines.back();
+    Difference& kept = differing[line.substr(0, line.find(' ')) + found[i]->machine + found[i]->windows];
+    kept = *found[i];
+    kept.sequence.name = "random sequence " + std::to_string(i) + " of seed " + std::to_string(seed);
   }
-  comparison.Shrink(differing, differences);
-  for (std::size_t i = 0; i < differing.size(); ++i) {
-    differences[i].line = differing[i].lines.size() - 1;
-    Print(differing[i], differences[i]);
-  }
+  constexpr std::size_t kMostShown = 40;
+  std::vector<Difference> shown;
+  for (const auto& [kind, difference] : differing) shown.push_back(difference);
+  shown.resize(std::min(shown.size(), kMostShown));
+  comparison.Shrink(shown);
+  for (const Difference& difference : shown) Print(difference);
   std::printf("%zu directed sequences, %zu calls compared; %u random ones of seed %u, %zu calls compared\n",
               directed.size(), of_directed, random, seed, of_random);
   std::printf("conformance: %zu passed, %zu failed\n", passed, failed);
