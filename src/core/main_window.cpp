@@ -62,7 +62,7 @@ frmMain::frmMain(const FormHost& host, Services& services, ProgramLife& life)
   cmdThumbs.SetToolTip("Find and remove the hidden pictures that Windows keeps of images you have viewed");
   cmdSetCookies.SetToolTip("Choose the Internet Explorer cookies to keep");
   lblmoreinfo.Click = [this] { lblmoreinfo_Click(); };
-  for (MenuItem* menu : menus_.Bar()) AddMenu(*menu);
+  for (MenuItem* menu : menus_.Menus()) AddMenu(*menu);
 
   std::vector<Layout> pages;
   for (TraceGroup group : TabOrder()) {

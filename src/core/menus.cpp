@@ -107,9 +107,8 @@ MainMenus::MainMenus(Form& form, TabStrip& strip) : form_(form), strip_(strip) {
     if (menu->name() == kPopupName) {
       menu->popup = true;
       popup_ = menu;
-    } else {
-      bar_.push_back(menu);
     }
+    menus_.push_back(menu);
   }
 }
 

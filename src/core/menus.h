@@ -14,8 +14,8 @@ class MainMenus {
   // `form` gets the entries as its controls; `strip` is its tab strip.
   MainMenus(Form& form, TabStrip& strip);
 
-  // The menus of the bar, in order.
-  const std::vector<MenuItem*>& Bar() const { return bar_; }
+  // Those of the bar, in order, and among them the popup, which is never shown there.
+  const std::vector<MenuItem*>& Menus() const { return menus_; }
   MenuItem& Popup() { return *popup_; }
   // The check mark of popHideIE.
   void MarkBossKey(bool active) { boss_key_entry_->SetChecked(active); }
@@ -33,7 +33,7 @@ class MainMenus {
   Form& form_;
   TabStrip& strip_;
   std::vector<std::unique_ptr<MenuItem>> entries_;
-  std::vector<MenuItem*> bar_;
+  std::vector<MenuItem*> menus_;
   MenuItem* popup_ = nullptr;
   MenuItem* boss_key_entry_ = nullptr;
 };

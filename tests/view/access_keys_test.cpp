@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "view/text/drawing.h"
+
 namespace qb {
 namespace {
 
@@ -27,6 +29,7 @@ TEST(AccessKeysTest, EachCaptionGetsALetterOfItsOwn) {
     SCOPED_TRACE(c.what);
     EXPECT_EQ(WithAccessKeys(c.captions), c.with_keys);
   }
+  EXPECT_EQ(PlainCaption("Save && &quit&"), "Save & quit") << "where the keys are not drawn";
 }
 
 }  // namespace
