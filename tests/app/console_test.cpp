@@ -126,6 +126,37 @@ TEST(ConsoleTest, PowerGoesWithTheEndOfTheScript) {
   }
 }
 
+// One that takes no request to end for an end, and writes when its loop is left.
+class Stubborn : public RunningProgram {
+ public:
+  Stubborn(Platform& platform, FormWatcher& watcher)
+      : platform_(platform), main_({platform, watcher, life_}, "frmMain", "Main") {}
+  void Start() override {
+    while (platform_.pump.WaitMessage()) {
+    }
+    StepOver(platform_.registry.RegCreateKeyA(KeyHandle::CurrentUser, "Software\\After"));
+  }
+  bool Ended() const override { return false; }
+  Form& MainForm() override { return main_; }
+  std::optional<std::string> Variable(std::string_view /*name*/) override { return std::nullopt; }
+  CallOutcome Call(std::string_view /*routine*/, const std::vector<std::string>& /*arguments*/) override { return {}; }
+
+ private:
+  Platform& platform_;
+  Lifetime life_;
+  Form main_;
+};
+
+TEST(ConsoleTest, ARebootEndsAProgramThatWouldGoOn) {
+  test::Rehearsal rehearsal;
+  std::istringstream in("start\nreboot\nexpect running is no\nexpect reg show HKCU\\Software\\After is (absent)\n");
+  std::ostringstream out, err;
+  const ProgramMaker maker = [](Platform& platform, FormWatcher& watcher, const std::string&, WindowHandle) {
+    return std::make_unique<Stubborn>(platform, watcher);
+  };
+  EXPECT_EQ(Console(rehearsal.machine(), in, out, err, maker, "").Run(), Status::Held) << out.str() << err.str();
+}
+
 TEST(ConsoleTables, NoNameStandsTwiceWithTheSameNumberOfWords) {
   std::vector<const Command*> all;
   for (std::span<const Command> table : CommandTables()) {
