@@ -17,6 +17,19 @@ namespace {
 
 using machine::Machine;
 
+// Fails the test if it does not open.
+std::unique_ptr<Machine> Opened(const std::filesystem::path& folder) {
+  std::string problem;
+  auto machine = Machine::Open(folder.string(), problem);
+  EXPECT_NE(machine, nullptr) << problem;
+  return machine;
+}
+
+std::string ContentOf(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 TEST(MachineFolder, ServesOneRehearsalAtATime) {
   test::TempFolder folder;
   const std::string path = (folder.path() / "machine").string();
@@ -42,8 +55,7 @@ TEST(MachineFolder, WhatIsNoPlainFileIsRefused) {
 TEST(MachineFolder, FullDiskKeepsTheOldFileAndNoHalfOne) {
   test::TempFolder folder;
   std::string problem;
-  auto machine = Machine::Open(folder.path().string(), problem);
-  ASSERT_NE(machine, nullptr) << problem;
+  auto machine = Opened(folder.path());
   ASSERT_TRUE(machine->Save(problem)) << problem;
   machine->SetUser("somebody else");
   // To the writer a file that may not grow is a disk that is full.
@@ -69,13 +81,9 @@ TEST(MachineFolder, AnEndInTheMiddleOfASaveLeavesTheOldStateOrTheNewOne) {
   std::string problem;
   std::map<std::string, std::string> old_text, new_text;
   auto read = [&](std::map<std::string, std::string>& texts) {
-    for (const std::string& name : names) {
-      std::ifstream file(folder.path() / name, std::ios::binary);
-      texts[name].assign(std::istreambuf_iterator<char>(file), {});
-    }
+    for (const std::string& name : names) texts[name] = ContentOf(folder.path() / name);
   };
-  auto machine = Machine::Open(folder.path().string(), problem);
-  ASSERT_NE(machine, nullptr) << problem;
+  auto machine = Opened(folder.path());
   ASSERT_TRUE(machine->Save(problem)) << problem;
   read(old_text);
   machine->SetUser("somebody else");
@@ -102,8 +110,7 @@ TEST(MachineFolder, AnEndInTheMiddleOfASaveLeavesTheOldStateOrTheNewOne) {
       std::ofstream(folder.path() / (i == 0 && end.written ? "written" : names[i] + ".new"), std::ios::binary)
           << text.substr(0, end.written || i + 1 < end.beside ? text.size() : text.size() / 2);
     }
-    machine = Machine::Open(folder.path().string(), problem);
-    ASSERT_NE(machine, nullptr) << problem;
+    machine = Opened(folder.path());
     std::map<std::string, std::string> found;
     read(found);
     EXPECT_EQ(found, end.written ? new_text : old_text);
@@ -118,8 +125,7 @@ TEST(MachineFolder, AnEndInTheMiddleOfASaveLeavesTheOldStateOrTheNewOne) {
 TEST(MachineFolder, JunctionInsideAJunctionIsThereTheNextTime) {
   test::TempFolder folder;
   std::string problem;
-  auto machine = Machine::Open(folder.path().string(), problem);
-  ASSERT_NE(machine, nullptr) << problem;
+  auto machine = Opened(folder.path());
   ASSERT_TRUE(machine->Save(problem));
   machine.reset();
   // In this order the inner one is made first; it is saved behind the outer one.
@@ -127,12 +133,10 @@ TEST(MachineFolder, JunctionInsideAJunctionIsThereTheNextTime) {
       << "\n[junctions]\nC:\\WINDOWS\\TEMP=C:\\Users\nC:\\windows=C:\\Users\n";
   std::string saved[2];
   for (std::string& content : saved) {
-    machine = Machine::Open(folder.path().string(), problem);
-    ASSERT_NE(machine, nullptr) << problem;
+    machine = Opened(folder.path());
     ASSERT_TRUE(machine->Save(problem));
     machine.reset();
-    std::ifstream file(folder.path() / "machine.ini");
-    content.assign(std::istreambuf_iterator<char>(file), {});
+    content = ContentOf(folder.path() / "machine.ini");
   }
   EXPECT_NE(saved[0].find("TEMP=C:"), std::string::npos);
   EXPECT_EQ(saved[0], saved[1]);

@@ -1,24 +1,18 @@
 // Any bytes as a script give an orderly end: an exit status, and nothing outside the machine's folder.
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 
 #include "app/rehearse/console/console.h"
-#include "tests/app/temp_folder.h"
+#include "tests/fuzz/opened_machine.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
 
 constexpr const char* kBystander = "a file beside the machine";
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Large numbers make a long wait, not a strange one: an hour of the machine's clock is hundreds of
 // thousands of ticks. Of digits in a row, no more than three.
@@ -29,11 +23,6 @@ bool TakesTooLong(const std::string& script) {
     if (digits > 3) return true;
   }
   return false;
-}
-
-std::string ReadAll(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
 }  // namespace
@@ -48,15 +37,15 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::ofstream(bystander) << kBystander;
   std::string problem;
   auto machine = qb::machine::Machine::Open((folder.path() / "machine").string(), problem);
-  Require(machine != nullptr);
+  qb::test::Require(machine != nullptr);
   std::istringstream script(input);
   std::ostringstream out, err;
   auto status = qb::rehearse::RunScript(*machine, script, out, err);
   // Not understood must say why, and only then.
-  Require((status == qb::rehearse::Status::NotUnderstood) == !err.str().empty());
-  Require(ReadAll(bystander) == kBystander);
+  qb::test::Require((status == qb::rehearse::Status::NotUnderstood) == !err.str().empty());
+  qb::test::Require(qb::test::StateFiles(folder.path()).at("bystander.txt") == kBystander);
   for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
-    Require(entry.path() == bystander || entry.path() == folder.path() / "machine");
+    qb::test::Require(entry.path() == bystander || entry.path() == folder.path() / "machine");
   }
   return 0;
 }

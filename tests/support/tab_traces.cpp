@@ -35,16 +35,7 @@ namespace {
 const std::string kFirefoxLocal = kLocal + "\\Mozilla\\Firefox\\Profiles\\abc.default";
 const std::string kChrome = kLocal + "\\Google\\Chrome\\User Data\\";
 const std::string kSafari = kRoaming + "\\Apple Computer\\Safari";
-const std::string kSafariLocal = kLocal + "\\Apple Computer\\Safari";
 const std::string kCookies = kRoaming + "\\Microsoft\\Windows\\Cookies";
-const std::string kIe = "HKCU\\Software\\Microsoft\\Internet Explorer\\";
-const std::string kProtected = "HKCU\\Software\\Microsoft\\Protected Storage System Provider";
-
-std::string Key(const std::string& key, int values) {
-  std::string script = "reg add \"" + key + "\"\n";
-  for (int i = 0; i < values; ++i) script += "reg add \"" + key + "\" v" + std::to_string(i) + " sz x\n";
-  return script;
-}
 
 // "[Profile0] Path=Profiles/abc.default" as a file.
 const std::string kProfilesIni = "file " + kRoaming +
@@ -142,8 +133,6 @@ std::vector<TraceTab> TraceTabs() {
   const std::string chrome1 = kChrome + "Profile 1", chrome_default = kChrome + "Default";
   const std::string old_firefox =
       "C:\\Users\\user\\Local Settings\\Application Data\\Mozilla\\Firefox\\Profiles\\abc.default";
-  const std::string searches = "HKCU\\Software\\Microsoft\\Search Assistant\\ACMru\\";
-  const std::string recovery = kLocal + "\\Microsoft\\Internet Explorer\\Recovery";
   return {
       {TraceGroup::Firefox,
        1,
@@ -152,11 +141,7 @@ std::vector<TraceTab> TraceTabs() {
            Files(kFirefoxLocal, {"Cache\\c", "cache2\\entries\\d", "jumpListCache\\e.ico", "OfflineCache\\f",
                                  "startupCache\\g", "thumbnails\\h.png"}) +
            Files(old_firefox, {"Temp\\i", "Cache\\j"}),
-       Files(kFirefox, {"prefs.js", "bookmarks.html", "cookies.sqlite.bak", "cookies.sqlite-wal", "key4.db",
-                        "signons4.txt", "cache2\\k"}) +
-           Files(kFirefoxLocal, {"safebrowsing\\l", "Temp\\m", "places.sqlite"}) +
-           Files(old_firefox, {"cache2\\n", "history.dat"}) +
-           Files(kRoaming + "\\Mozilla\\Firefox\\Profiles\\other.default", {"places.sqlite", "cookies.sqlite"}),
+       ScriptPart("firefox_neighbours"),
        // 23 files; 4 in the roaming caches, 1 + 2 in the local ones, 1 in each of the four jump list folders, 2 in the
        // old layout.
        23 + 4 + 3 + 4 + 2,
@@ -170,10 +155,7 @@ std::vector<TraceTab> TraceTabs() {
            Files(chrome1, {"History Index 2019-05", "History Index 2019-06", "History Index 2019-07"}) +
            Files(kChrome + "Profile 0", {"History Index 2019-05"}) + Files(kChrome + "Profile 3", {"History"}) +
            Files(kChrome + "Profile 9", {"Cookies"}),
-       Files(chrome_default, {"Bookmarks", "Preferences", "Cookies.bak", "History2", "Old History Index", "Favicons"}) +
-           Files(kChrome + "Profile 10", {"History", "Cookies", "Cache\\a", "History Index 2019-05"}) +
-           Files(kChrome + "Profile 0", {"History"}) + Files(kChrome + "Guest Profile", {"History"}) +
-           Files(kChrome + "Default2", {"History"}) + Files(kLocal + "\\Google\\Chrome\\User Data", {"Local State"}),
+       ScriptPart("chrome_neighbours"),
        // Two profiles of 18 files, and two files more; for each of four profiles 7 folders count 1 each, and two of
        // them hold 7 entries more; the index files count 1 for number 0, the default and each numbered profile.
        2 * 18 + 2 + 4 * 7 + 2 * 7 + 2 + 3,
@@ -181,53 +163,23 @@ std::vector<TraceTab> TraceTabs() {
        {chrome_default, chrome1, kChrome + "Profile 3", kChrome + "Profile 9"}},
       {TraceGroup::Safari,
        3,
-       Files(kSafari, {"History.plist", "Cookies\\Cookies.plist", "Cookies\\Cookies.binarycookies", "Downloads.plist",
-                       "Form Values.plist", "TopSites.plist", "LastSession.plist", "PubSub\\Feeds\\a.xml"}) +
-           Files(kSafariLocal,
-                 {"History\\h.webhistory", "Cache.db", "WebpageIcons.db", "LocalStorage\\x.localstorage"}),
-       Files(kSafari, {"Bookmarks.plist", "Cookies\\other.txt", "Cache.db", "PubSub\\Database.sqlite3",
-                       "History\\b.webhistory", "WebpageIcons.db"}) +
-           Files(kSafariLocal, {"History.plist", "SafeBrowsing.db", "TopSites.plist"}),
+       ScriptPart("safari_traces"),
+       ScriptPart("safari_neighbours"),
        // 7 roaming files and the feed; locally 2 files, 2 entries, and 1 for each of the two folders.
        8 + 6,
        {},
-       {kSafari, kSafari + "\\Cookies", kSafariLocal}},
-      {TraceGroup::AOL,
-       5,
-       // A first run would look for the folder itself.
-       "reg add " + kStore + " QBBuild sz 1\nreg add " + kStore + " AOLdir sz C:\\AOL\\\n" +
-           Files("C:\\AOL\\organize",
-                 {"main.ARL", "more.arl", "x.ARL", "main.aut", "CACHE\\a.tmp", "CACHE\\b", "CACHE\\c"}),
-       Files("C:\\AOL\\organize", {"address.abk", "CACHE\\sub\\c.tmp", "main.ARLX"}) + Files("C:\\AOL", {"x.ARL"}),
-       0,
-       {},
-       {}},
+       {kSafari, kSafari + "\\Cookies", kLocal + "\\Apple Computer\\Safari"}},
+      {TraceGroup::AOL, 5, ScriptPart("aol_traces"), ScriptPart("aol_neighbours"), 0, {}, {}},
       {TraceGroup::InternetExplorer,
        0,
-       Key(kIe + "TypedURLs", 2) + Key(kIe + "TypedURLsX", 1) + Key("HKCU\\Software\\Yahoo\\Browser\\Typed Urls", 1) +
-           "reg add " + kStore + " MSN8Profile sz me\n" +
-           Key("HKCU\\Software\\Microsoft\\MSN6\\Users\\me\\TypedURLs", 1) +
-           Key("HKCU\\Software\\Google\\NavClient\\1.1\\History", 3) + Key(searches + "5001", 1) +
-           Key(searches + "5603", 2) + Key(searches + "5604", 0) + Key(searches + "5647", 1) +
-           Files(kRoaming + "\\Google\\Local Search History", {"hist"}) +
-           Files(recovery, {"Active\\a.dat", "Active\\a2.dat", "Active\\a3.dat", "High\\Active\\b.dat",
-                            "Last Active\\c.dat", "Immersive\\d.dat"}) +
-           Files(kCookies, {"user@shop[1].txt", "user@bank[2].txt", "user@news[1].txt"}) +
-           "cache add http://news.example/ 0x1\ncache add Cookie:user@shop.example/ 0x100001\n"
-           "cache add Visited:user@http://x.example/ 0x200001\n" +
-           Key(kProtected + "\\S-1\\Data\\e161255a\\q", 0) +
-           Key(kProtected + "\\S-1\\Data\\e161255a\\Q:StringData", 1) + "reg deny \"" + kProtected + "\"\n",
-       Key(kIe + "TypedURLsXX", 1) + Key(kIe + "Main", 1) + Key(searches + "5605", 2) +
-           Key("HKCU\\Software\\Microsoft\\MSN6\\Users\\you\\TypedURLs", 1) +
-           Key("HKCU\\Software\\Google\\NavClient\\1.1\\Options", 1) +
-           Key(kProtected + "\\S-1\\Data\\e161255a\\QX", 1) + Files(kCookies, {"user@shop[1].dat", "low\\a.txt"}) +
-           Files(kRoaming + "\\Google", {"settings", "Local Search History 2\\x"}) +
-           Files(recovery, {"Other\\c.dat", "Active.dat"}) + "cache add no-normal-bit 0x100000\n",
+       ScriptPart("internet_explorer_traces"),
+       ScriptPart("internet_explorer_neighbours"),
        // Lists: 2 + 1 + 1 + 1, 3, 1 + 2 + 1. Local Search History 1. Recovery: 4 for the folders, 3 in Active, Active
        // and b.dat below High, and 2 more. Cookies: 3 files. The cache: three normal entries, of which one is left
        // for the second pass. AutoComplete 1, index.dat 1.
        5 + 3 + 4 + 1 + 4 + 7 + 3 + 4 + 1 + 1,
-       {"cache is no-normal-bit", "reg show \"" + kProtected + "\\S-1\\Data\\e161255a\" is QX\\",
+       {"cache is no-normal-bit",
+        "reg show \"HKCU\\Software\\Microsoft\\Protected Storage System Provider\\S-1\\Data\\e161255a\" is QX\\",
         "files " + kCookies + " is low\\ low\\a.txt user@shop[1].dat"},
        {}},
       {TraceGroup::Windows,

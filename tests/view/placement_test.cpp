@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "tests/app/temp_folder.h"
+#include "tests/support/rehearsal.h"
 #include "view/text/text_view.h"
 
 namespace qb {
@@ -40,18 +40,11 @@ class DemoForm : public Form {
 
 class PlacementTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    std::string problem;
-    machine_ = machine::Machine::Open((folder_.path() / "machine").string(), problem);
-    ASSERT_NE(machine_, nullptr) << problem;
-    view_ = std::make_unique<TextView>(*machine_, "Demo program");
-    form_ = std::make_unique<DemoForm>(FormHost{machine_->platform(), *view_, life_}, "frmDemo", "Demo");
-  }
   template <typename T>
   T& Make(const std::string& caption) {
-    return form_->Add<T>("c" + std::to_string(form_->Controls().size()), caption);
+    return form_.Add<T>("c" + std::to_string(form_.Controls().size()), caption);
   }
-  ListBox& MakeList() { return form_->Add<ListBox>("list"); }
+  ListBox& MakeList() { return form_.Add<ListBox>("list"); }
   Placement Of(const Layout& layout) const { return {layout, letters_, spacing_}; }
   PlacedControl PlaceOf(const Control& control, const Layout& layout, const Box& area) const {
     for (const PlacedControl& placed : Of(layout).Place(area)) {
@@ -61,17 +54,16 @@ class PlacementTest : public ::testing::Test {
     return {};
   }
 
-  test::TempFolder folder_;
-  std::unique_ptr<machine::Machine> machine_;
-  std::unique_ptr<TextView> view_;
+  test::Rehearsal rehearsal_;
+  TextView view_{rehearsal_.machine(), "Demo program"};
   Lifetime life_;
-  std::unique_ptr<DemoForm> form_;
+  DemoForm form_{FormHost{rehearsal_.machine().platform(), view_, life_}, "frmDemo", "Demo"};
   const Letters letters_{};
   const Spacing spacing_{4, 8, {6, 6}, 16, {6, 6}};
 };
 
 TEST_F(PlacementTest, AWindowIsAsLargeAsItsLargestPageWhicheverIsInFront) {
-  auto& tabs = form_->Add<TabStrip>("tabs", std::vector<TabStrip::Page>{{"one", ""}, {"two", ""}});
+  auto& tabs = form_.Add<TabStrip>("tabs", std::vector<TabStrip::Page>{{"one", ""}, {"two", ""}});
   auto& wide = Make<CheckBox>(std::string(15, 'w'));
   auto& high = Make<CheckBox>("a");
   auto& higher = Make<CheckBox>("b");
