@@ -64,13 +64,13 @@ TEST(RunLines, ManualRunsOfEveryAllBoxAndOfEverySingleBox) {
                                       kChrome,
                                       Safari(kTopSites),
                                       {10, 11, 8, 23, 2, 3, 4, 5, 25, 26, 53, 9, 54, 12},
-                                      more,
+                                      aol,
                                       kWindowsRest}));
   EXPECT_EQ(ManualRun(false), LinesOf({Firefox(16),
                                        kChrome,
                                        Safari(kThumbnailsAgain),
                                        {23, 10, 11, 8, 2, 3, 4, 5, 9, 12, 53, 25, 26, 54},
-                                       more,
+                                       aol,
                                        kWindowsRest}));
 }
 
