@@ -2,9 +2,12 @@
 // bring about otherwise, and with processes that end while nobody looks.
 #include <windows.h>
 
+#include <atomic>
 #include <cstdio>
 #include <cwchar>
+#include <functional>
 #include <string>
+#include <thread>
 
 #include "platform/win32/convert.h"
 #include "platform/win32/factories.h"
@@ -73,7 +76,8 @@ void ReparseTags() {
       {0x80000017, false, "a compressed file of the system"},
       {0x8000001B, false, "an entry for a program of the shop"},
   };
-  const auto files = qb::win32::MakeFiles();
+  qb::win32::Win32Messages messages;
+  const auto files = qb::win32::MakeFiles(messages);
   for (const auto& c : kTags) {
     answered_tag = c.tag;
     bool right = true;
@@ -120,7 +124,8 @@ void ProcessNumbers() {
 
 // Windows would act on what stands before the zero.
 void PathsWithAZero() {
-  const auto files = qb::win32::MakeFiles();
+  qb::win32::Win32Messages messages;
+  const auto files = qb::win32::MakeFiles(messages);
   const std::string path("C:\\windows\0x", 12);
   can_be_opened = true;
   const qb::Error errors[] = {
@@ -142,10 +147,84 @@ void PathsWithAZero() {
   Check(refused, "a path with a zero in it is refused before Windows is asked");
 }
 
+constexpr UINT kSent = WM_APP, kPosted = WM_APP + 1;
+qb::win32::Win32Messages* asked_messages = nullptr;
+int answered = 0, acted = 0;
+
+LRESULT CALLBACK AskedProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == kSent && asked_messages->Answering()) ++answered;
+  if (message == kPosted) ++acted;
+  return DefWindowProcW(window, message, wparam, lparam);
+}
+
+// Work on files between two pumps: whoever asks a window meanwhile is answered, and the queue stays as it is.
+void WindowsThatAnswer() {
+  qb::win32::Win32Messages messages;
+  asked_messages = &messages;
+  const auto files = qb::win32::MakeFiles(messages);
+  HWND window =
+      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, GetModuleHandleW(nullptr), nullptr);
+  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(AskedProc));
+  std::atomic<bool> over = false;
+  std::thread asking([&] {
+    while (!over) SendMessageTimeoutW(window, kSent, 0, 0, SMTO_NORMAL, 100, nullptr);
+  });
+  const auto create = reinterpret_cast<decltype(&::CreateFileW)>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "CreateFileW")));
+  HANDLE native = create(L"C:\\seam.bin", GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                         FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  const auto file = qb::win32::Wrap<qb::FileHandle>(native);
+  std::string bytes(std::size_t{64} << 20, 'x');
+  int in_flush = 0;
+  bool right = true;
+  auto write = [&](std::size_t count) {
+    right = right && files->SetFilePointer(file, 0, qb::SeekFrom::Begin).ok() &&
+            files->WriteFile(file, std::string_view(bytes).substr(0, count)).value == count;
+  };
+  const struct {
+    const char* what;
+    std::function<void()> work;
+    const int& answers;
+  } kWork[] = {
+      {"written", [&] { write(4096); }, answered},
+      {"flushed",
+       [&] {
+         write(std::size_t{8} << 20);
+         const int before = answered;
+         right = right && qb::Ok(files->FlushFileBuffers(file));
+         in_flush += answered - before;
+       },
+       in_flush},
+      {"read",
+       [&] {
+         right = right && files->SetFilePointer(file, 0, qb::SeekFrom::Begin).ok() &&
+                 files->ReadFile(file, bytes).value == (std::size_t{8} << 20);
+       },
+       answered},
+      {"opened", [&] { static_cast<void>(files->CreateFileA("C:\\x", GENERIC_READ, 0, OPEN_EXISTING, 0)); }, answered},
+  };
+  PostMessageW(window, kPosted, 0, 0);
+  can_be_opened = false;
+  for (const auto& c : kWork) {
+    const int before = c.answers;
+    const ULONGLONG until = GetTickCount64() + 20000;
+    while (c.answers - before < 3 && GetTickCount64() < until) c.work();
+    Check(c.answers - before >= 3 && right, std::string("a window answers while a file is ") + c.what);
+  }
+  Check(acted == 0, "and the queue is left alone");
+  messages.PumpMessages();
+  Check(acted == 1, "until the next pump");
+  over = true;
+  asking.join();
+  Check(qb::Ok(files->CloseHandle(file)), "the file is closed");
+  DestroyWindow(window);
+}
+
 }  // namespace
 
 int main() {
   ReparseTags();
+  WindowsThatAnswer();
   PathsWithAZero();
   ProcessNumbers();
   std::printf("driver: %d passed, %d failed\n", passed, failed);

@@ -4,13 +4,15 @@
 #include <memory>
 
 #include "platform/platform.h"
+#include "platform/win32/win32_messages.h"
 
 namespace qb::win32 {
 
 std::unique_ptr<HotKeysAndTray> MakeHotKeysAndTray();
-std::unique_ptr<RandomSource> MakeRandomSource();
 std::unique_ptr<Registry> MakeRegistry();
-std::unique_ptr<Files> MakeFiles();
+// Work that may take its time lets `messages` answer meanwhile, which must outlive these two.
+std::unique_ptr<Files> MakeFiles(Win32Messages& messages);
+std::unique_ptr<RandomSource> MakeRandomSource(Win32Messages& messages);
 // COM must be initialised for the thread while this is used.
 std::unique_ptr<Shell> MakeShell();
 std::unique_ptr<System> MakeSystem();

@@ -1,4 +1,7 @@
 // Files, folders and drives, answered by Windows.
+#include <algorithm>
+#include <utility>
+
 #include "platform/win32/convert.h"
 #include "platform/win32/factories.h"
 #include "platform/win32/native_path.h"
@@ -8,6 +11,7 @@ namespace qb::win32 {
 namespace {
 
 constexpr DWORD kNameSize = MAX_PATH + 1;
+constexpr std::size_t kAtOnce = std::size_t{4} << 20;  // bytes that are read without a look at messages
 constexpr DWORD kLinuxSymbolicLink = 0xA000001D;  // IO_REPARSE_TAG_LX_SYMLINK
 
 // Attributes as the program acts on them: only what leads elsewhere is a reparse point. A deduplicated file or one of a
@@ -70,8 +74,21 @@ Result<std::uint32_t> OtherForm(std::string_view path, TextBuffer& buffer, Call 
   return buffer.Fill(PlainPath(text.value));
 }
 
+// A flush in a thread of its own, whose handle is signalled at its end.
+struct Flush {
+  static DWORD WINAPI Run(void* flush) {
+    auto& self = *static_cast<Flush*>(flush);
+    self.outcome = FromBool(::FlushFileBuffers(self.file));
+    return 0;
+  }
+  HANDLE file;
+  Error outcome = Error::Success;
+};
+
 class Win32Files : public Files {
  public:
+  explicit Win32Files(Win32Messages& messages) : messages_(messages) {}
+
   Result<FileHandle> CreateFileA(std::string_view path, std::uint32_t access, std::uint32_t share,
                                  std::uint32_t disposition, std::uint32_t flags_and_attributes) override;
   Result<std::uint32_t> ReadFile(FileHandle file, Buffer buffer) override;
@@ -108,12 +125,17 @@ class Win32Files : public Files {
   Result<VolumeInfo> GetVolumeInformationA(std::string_view root) override;
   Error SetVolumeLabelA(std::string_view root, std::string_view label) override;
   Result<DiskSpace> GetDiskFreeSpaceExA(std::string_view root) override;
+
+ private:
+  Win32Messages& messages_;
+  std::uint64_t unflushed_ = 0;  // bytes written to whatever file since the last flush
 };
 
 }  // namespace
 
 Result<FileHandle> Win32Files::CreateFileA(std::string_view path, std::uint32_t access, std::uint32_t share,
                                            std::uint32_t disposition, std::uint32_t flags_and_attributes) {
+  messages_.AnswerWhenDue();
   auto native = NativePath(path);
   if (!native.ok()) return native.error;
   HANDLE file = ::CreateFileW(native.value.c_str(), access, share, nullptr, disposition, flags_and_attributes, nullptr);
@@ -122,16 +144,26 @@ Result<FileHandle> Win32Files::CreateFileA(std::string_view path, std::uint32_t 
 }
 
 Result<std::uint32_t> Win32Files::ReadFile(FileHandle file, Buffer buffer) {
-  DWORD read = 0;
-  if (!::ReadFile(Unwrap<HANDLE>(file), buffer.data(), SizeOf(buffer), &read, nullptr)) return LastError();
-  return read;
+  DWORD whole = 0;
+  // Parts, of which only the last may be a short one.
+  for (Buffer rest = buffer;;) {
+    messages_.AnswerWhenDue();
+    const DWORD part = static_cast<DWORD>(std::min(rest.size(), kAtOnce));
+    DWORD read = 0;
+    if (!::ReadFile(Unwrap<HANDLE>(file), rest.data(), part, &read, nullptr)) return LastError();
+    whole += read;
+    rest = rest.subspan(read);
+    if (read < part || rest.empty()) return whole;
+  }
 }
 
 Result<std::uint32_t> Win32Files::WriteFile(FileHandle file, std::string_view data) {
+  messages_.AnswerWhenDue();
   DWORD written = 0;
   if (!::WriteFile(Unwrap<HANDLE>(file), data.data(), static_cast<DWORD>(data.size()), &written, nullptr)) {
     return LastError();
   }
+  unflushed_ += written;
   return written;
 }
 
@@ -153,7 +185,21 @@ Result<std::uint64_t> Win32Files::GetFileSize(FileHandle file) {
 }
 
 Error Win32Files::FlushFileBuffers(FileHandle file) {
-  return FromBool(::FlushFileBuffers(Unwrap<HANDLE>(file)));
+  // A disk takes seconds for much, during which this thread must not seem hung. For little a thread is too dear.
+  const bool long_work = std::exchange(unflushed_, 0) >= kAtOnce;
+  Flush flush{Unwrap<HANDLE>(file)};
+  HANDLE thread = long_work ? ::CreateThread(nullptr, 0, Flush::Run, &flush, 0, nullptr) : nullptr;
+  if (thread == nullptr) {
+    Flush::Run(&flush);
+    return flush.outcome;
+  }
+  while (::MsgWaitForMultipleObjectsEx(1, &thread, INFINITE, QS_SENDMESSAGE, MWMO_INPUTAVAILABLE) ==
+         WAIT_OBJECT_0 + 1) {
+    messages_.AnswerSentMessages();
+  }
+  ::WaitForSingleObject(thread, INFINITE);
+  ::CloseHandle(thread);
+  return flush.outcome;
 }
 
 Error Win32Files::SetFileTime(FileHandle file, std::optional<FileTime> created, std::optional<FileTime> accessed,
@@ -284,8 +330,8 @@ Result<DiskSpace> Win32Files::GetDiskFreeSpaceExA(std::string_view root) {
   return DiskSpace{to_caller.QuadPart, total.QuadPart, free.QuadPart};
 }
 
-std::unique_ptr<Files> MakeFiles() {
-  return std::make_unique<Win32Files>();
+std::unique_ptr<Files> MakeFiles(Win32Messages& messages) {
+  return std::make_unique<Win32Files>(messages);
 }
 
 }  // namespace qb::win32

@@ -197,7 +197,24 @@ void Win32Messages::HandOut(MSG& message) {
   ::DispatchMessageW(&message);
 }
 
+void Win32Messages::AnswerSentMessages() {
+  if (answering_) return;
+  answering_ = true;
+  MSG ignored;
+  // Hands out what was sent, though it finds nothing of the kind that it is asked for.
+  ::PeekMessageW(&ignored, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+  answering_ = false;
+  answered_at_ = ::GetTickCount64();
+}
+
+void Win32Messages::AnswerWhenDue() {
+  constexpr ULONGLONG kBetweenAnswers = 20;  // milliseconds
+  if (::GetTickCount64() - answered_at_ >= kBetweenAnswers) AnswerSentMessages();
+}
+
 void Win32Messages::PumpMessages() {
+  // The end of the session is acted on at once, also by a window that answers: then this is a pump like any other.
+  const bool was_answering = std::exchange(answering_, false);
   MSG message;
   while (!quitting_ && ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     // The quit message comes once, but every loop that is running must hear of it.
@@ -206,6 +223,7 @@ void Win32Messages::PumpMessages() {
     else
       HandOut(message);
   }
+  answering_ = was_answering;
 }
 
 void Win32Messages::RestAndPumpMessages() {

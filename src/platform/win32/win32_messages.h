@@ -25,6 +25,14 @@ class Win32Messages : public Desktop, public Pump {
   // boxes and menus belong to Windows and do not pass it.
   void SetFilter(Filter filter) { filter_ = std::move(filter); }
 
+  // For work between two pumps that takes its time: lets the windows answer what other threads have sent them, so that
+  // Windows does not take the program for a hung one, and leaves what is in the queue there.
+  void AnswerSentMessages();
+  // The same, unless a few milliseconds have not passed since the last time.
+  void AnswerWhenDue();
+  // While a window answers so. It puts off to the next pump what would make the program act.
+  bool Answering() const { return answering_; }
+
   WindowHandle FindWindowA(std::optional<std::string_view> class_name, std::optional<std::string_view> title) override;
   WindowHandle FindWindowExA(WindowHandle parent, WindowHandle after, std::optional<std::string_view> class_name,
                              std::optional<std::string_view> title) override;
@@ -63,6 +71,8 @@ class Win32Messages : public Desktop, public Pump {
   std::map<TimerKey, RunningTimer> timers_;
   Filter filter_;
   bool quitting_ = false;  // WM_QUIT was taken from the queue
+  bool answering_ = false;
+  ULONGLONG answered_at_ = 0;  // milliseconds since Windows began
 };
 
 }  // namespace qb::win32

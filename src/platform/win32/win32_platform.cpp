@@ -30,12 +30,12 @@ Win32Platform::ComApartment::~ComApartment() {
 
 Win32Platform::Win32Platform()
     : registry_(MakeRegistry()),
-      files_(MakeFiles()),
+      files_(MakeFiles(messages_)),
       shell_(MakeShell()),
       system_(MakeSystem()),
       processes_(MakeProcesses()),
       hot_keys_and_tray_(MakeHotKeysAndTray()),
-      random_source_(MakeRandomSource()),
+      random_source_(MakeRandomSource(messages_)),
       url_cache_(MakeUrlCache()),
       com_objects_(MakeCom()),
       key_security_(MakeKeySecurity()) {}

@@ -28,12 +28,12 @@ class Win32Platform {
   };
 
   ComApartment com_;
+  Win32Messages messages_;
   std::unique_ptr<Registry> registry_;
   std::unique_ptr<Files> files_;
   std::unique_ptr<Shell> shell_;
   std::unique_ptr<System> system_;
   std::unique_ptr<Processes> processes_;
-  Win32Messages messages_;
   std::unique_ptr<HotKeysAndTray> hot_keys_and_tray_;
   std::unique_ptr<RandomSource> random_source_;
   std::unique_ptr<UrlCache> url_cache_;

@@ -10,9 +10,12 @@ namespace {
 
 class Win32RandomSource final : public RandomSource {
  public:
+  explicit Win32RandomSource(Win32Messages& messages) : messages_(messages) {}
+
   Result<CryptContext> CryptAcquireContextA(std::optional<std::string_view> container,
                                             std::optional<std::string_view> provider, std::uint32_t type,
                                             std::uint32_t flags) override {
+    messages_.AnswerWhenDue();  // a provider may be loaded for each context
     HCRYPTPROV context = 0;
     if (!::CryptAcquireContextW(&context, WideText(container).get(), WideText(provider).get(), type, flags)) {
       return LastError();
@@ -26,12 +29,15 @@ class Win32RandomSource final : public RandomSource {
   Error CryptReleaseContext(CryptContext context, std::uint32_t flags) override {
     return FromBool(::CryptReleaseContext(static_cast<HCRYPTPROV>(context), flags));
   }
+
+ private:
+  Win32Messages& messages_;
 };
 
 }  // namespace
 
-std::unique_ptr<RandomSource> MakeRandomSource() {
-  return std::make_unique<Win32RandomSource>();
+std::unique_ptr<RandomSource> MakeRandomSource(Win32Messages& messages) {
+  return std::make_unique<Win32RandomSource>(messages);
 }
 
 }  // namespace qb::win32

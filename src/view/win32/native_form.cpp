@@ -15,12 +15,19 @@ namespace {
 constexpr wchar_t kWindowClass[] = L"QuillbarrowWindow";
 constexpr int kFirstId = 100;  // above IDOK, IDCANCEL and their kin
 constexpr UINT kLayOutAgain = WM_APP;
+// What a window that could only answer put off: a control's news, by its number and code, and the window's own.
+constexpr UINT kActNow = WM_APP + 1;
+constexpr UINT kTellNow = WM_APP + 2;
 constexpr int kIconResource = 1;
 
 HICON ProgramIcon(int width_metric, int height_metric) {
   return static_cast<HICON>(::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kIconResource), IMAGE_ICON,
                                          ::GetSystemMetrics(width_metric), ::GetSystemMetrics(height_metric),
                                          LR_SHARED));
+}
+
+bool MakesFormAct(UINT message) {
+  return message == WM_COMMAND || message == WM_SYSCOMMAND || message == WM_CLOSE;
 }
 
 // A form that can use more room may be resized; the others have a fixed frame.
@@ -109,6 +116,10 @@ LRESULT NativeForm::Default(UINT message, WPARAM wparam, LPARAM lparam) const {
 
 // A case that lets a handler of the form run returns at once: the window may be gone, and the form with it.
 LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (MakesFormAct(message) && host_.OnlyAnswering()) {
+    ::PostMessageW(window_, message, wparam, lparam);
+    return 0;
+  }
   switch (message) {
     case WM_COMMAND:
       OnCommand(LOWORD(wparam), HIWORD(wparam), lparam != 0);
@@ -131,6 +142,12 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       GrowToFit();
       LayOut();
       return 0;
+    case kActNow:
+      if (NativeControl* control = ControlOf(static_cast<int>(wparam))) control->Act(static_cast<UINT>(lparam));
+      return 0;
+    case kTellNow:
+      TellForm();
+      return 0;
     case WM_HSCROLL:
     case WM_VSCROLL:
     case WM_MOUSEWHEEL:
@@ -152,7 +169,11 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       const LRESULT result = Default(message, wparam, lparam);
       if (window_ == nullptr) return result;
       if ((reinterpret_cast<WINDOWPOS*>(lparam)->flags & SWP_NOZORDER) == 0) host_.OrderChanged(form_);
-      TellForm();
+      if (!host_.OnlyAnswering()) {
+        TellForm();
+      } else {
+        ::PostMessageW(window_, kTellNow, 0, 0);
+      }
       return result;
     }
     case WM_SHOWWINDOW:
@@ -308,7 +329,11 @@ LRESULT NativeForm::OnNotify(LPARAM lparam) {
     }
     return 0;
   }
-  if (NativeControl* control = ControlOf(static_cast<int>(header.idFrom))) control->Act(header.code);
+  if (host_.OnlyAnswering()) {
+    ::PostMessageW(window_, kActNow, header.idFrom, static_cast<LPARAM>(header.code));
+  } else if (NativeControl* control = ControlOf(static_cast<int>(header.idFrom))) {
+    control->Act(header.code);
+  }
   return 0;
 }
 

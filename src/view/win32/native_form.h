@@ -29,6 +29,8 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
     virtual void OrderChanged(Form& form) = 0;
     // True for the program's first window: it is asked when the Windows session ends.
     virtual bool IsMain(const Form& form) const = 0;
+    // True while a window may only answer: what makes the form act waits for the next pump.
+    virtual bool OnlyAnswering() const = 0;
   };
 
   // Makes the window, hidden. `main` has a button on the task bar.

@@ -41,6 +41,7 @@ class NativeView : public FormWatcher, private NativeForm::Host {
 
   void OrderChanged(Form& form) override;
   bool IsMain(const Form& form) const override { return &form == main_; }
+  bool OnlyAnswering() const override { return messages_.Answering(); }
   bool TakeMessage(MSG& message);
   std::shared_ptr<NativeForm> NativeOf(const Form& form) const;
   void BeginModal(Form& form, HWND window);
