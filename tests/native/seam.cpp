@@ -110,7 +110,7 @@ void ProcessNumbers() {
   HANDLE other = ::OpenProcess(SYNCHRONIZE, FALSE, started.value);
   ::WaitForSingleObject(other, 20000);
   ::CloseHandle(other);
-  Sleep(300);  // what the system itself still holds of it goes
+  Sleep(3000);  // what the system itself still holds of it goes
   Check(NumberIsTaken(started.value), "its number is not given to another while nobody has asked after it");
   auto opened = processes->OpenProcess(PROCESS_QUERY_INFORMATION, false, started.value);
   auto code = opened.ok() ? processes->GetExitCodeProcess(opened.value) : qb::Result<std::uint32_t>(opened.error);

@@ -1,4 +1,5 @@
 // The files, folders and drives of a machine.
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/machine/operation.h"
@@ -80,8 +81,10 @@ class MachineFiles final : public Files {
               if (from == SeekFrom::Begin && distance < 0) return Error::NegativeSeek;
               const auto open = Get(file);
               if (!open.ok()) return open.error;
-              const std::uint64_t bases[] = {0, open.value->position, SizeOf(*open.value)};
-              const auto base = static_cast<std::int64_t>(bases[static_cast<std::size_t>(from)]);
+              std::uint64_t start = 0;
+              if (from == SeekFrom::Current) start = open.value->position;
+              if (from == SeekFrom::End) start = SizeOf(*open.value);
+              const auto base = static_cast<std::int64_t>(start);
               if (base + distance < 0) return Error::NegativeSeek;
               return open.value->position = static_cast<std::uint64_t>(base + distance);
             },
@@ -340,6 +343,8 @@ class MachineFiles final : public Files {
   }
 
   std::uint64_t SizeOf(const OpenFile& file) const {
+    struct stat info {};
+    if (file.host.ok() && fstat(file.host.fd(), &info) == 0) return static_cast<std::uint64_t>(info.st_size);
     return file.entry == nullptr ? 0 : state_.disk.SizeOf(*file.entry);
   }
   void Changed(const OpenFile& file) {

@@ -205,13 +205,9 @@ Result<Disk::Place> Disk::FindPlace(const ParsedPath& path) const {
 HostFile Disk::OpenFolder(const Entry& folder) const {
   std::vector<const Entry*> way;
   for (const Entry* at = &folder; at != nullptr; at = at->parent) way.push_back(at);
-  HostFile opened;
-  for (auto at = way.rbegin(); at != way.rend(); ++at) {
-    const int above = at == way.rbegin() ? drives_.fd() : opened.fd();
-    opened = FolderIn(above, (*at)->name);
-    if (!opened.ok()) break;
-  }
-  return opened;
+  std::string path;
+  for (auto at = way.rbegin(); at != way.rend(); ++at) path.append(path.empty() ? "" : "/").append((*at)->name);
+  return FolderBelow(drives_.fd(), path);
 }
 
 Entry* Disk::Adopt(Entry& folder, std::unique_ptr<Entry> entry) {

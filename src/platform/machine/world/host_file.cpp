@@ -2,11 +2,28 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 
 namespace qb::machine {
+
+namespace {
+
+constexpr int kFolderMode = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+// In one call for all of the path, which Linux has since 5.6; the path has fewer than PATH_MAX bytes.
+HostFile FolderAtOnce(int folder, const std::string& path) {
+  open_how how{};
+  how.flags = kFolderMode;
+  how.resolve = RESOLVE_NO_SYMLINKS | RESOLVE_BENEATH;
+  return HostFile(static_cast<int>(syscall(SYS_openat2, folder, path.c_str(), &how, sizeof how)));
+}
+
+}  // namespace
 
 HostFile::~HostFile() {
   if (fd_ >= 0) close(fd_);
@@ -22,7 +39,19 @@ HostFile& HostFile::operator=(HostFile&& other) noexcept {
 }
 
 HostFile FolderIn(int folder, const std::string& name) {
-  return HostFile(openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  return HostFile(openat(folder, name.c_str(), kFolderMode));
+}
+
+HostFile FolderBelow(int folder, const std::string& path) {
+  if (HostFile opened = FolderAtOnce(folder, path); opened.ok()) return opened;
+  HostFile opened;
+  for (std::size_t start = 0; start < path.size();) {
+    const std::size_t end = std::min(path.find('/', start), path.size());
+    opened = FolderIn(opened.ok() ? opened.fd() : folder, path.substr(start, end - start));
+    if (!opened.ok()) break;
+    start = end + 1;
+  }
+  return opened;
 }
 
 void ForEachName(int folder, const std::function<void(const std::string&)>& visit) {
