@@ -85,6 +85,7 @@ TEST(ThumbsScan, MeetsWhatHappensInItsMiddle) {
       {3, cancel, "expect get Files_Searched is 0\nexpect list lstThumbs is\n"},
       {16, cancel, "expect get Files_Searched is 13\n"},
       {29, cancel, "expect get Files_Searched is 26\nexpect list lstThumbs is C:\\t\\a.thumbs.db C:\\t\\b.thumbs.db\n"},
+      {31, cancel, "expect files C:\\thumbs is 1.jpg 10.jpg 2.jpg 3.jpg 4.jpg 5.jpg 6.jpg 7.jpg 8.jpg 9.jpg\n"},
       {30, click, "6 29"},   // after the first file was counted
       {31, click, "28 22"},  // after ten of its pictures were unpacked
       {33, click, "28 7"},
