@@ -110,6 +110,7 @@ void Program::MainWindowCloseRequest(bool& cancel, UnloadMode mode) {
   // Nobody keeps the end of the session waiting.
   if (mode != UnloadMode::WindowsSession) return;
   resident_.Leave();
+  thumbs_.CloseWithProgram();
   End();
 }
 

@@ -41,7 +41,8 @@ TEST_F(Drawing, FitsWholeBlocksAndFillsTheirShare) {
     bar.SetForeColor(kFull);
     ASSERT_EQ(bar.SetCanvas(&box), std::nullopt);
     EXPECT_EQ(box.Columns(), c.blocks * 9 + 3) << c.outer_width;
-    bar.SetValue(c.value);
+    bar.SetValue(100);
+    bar.SetValue(c.value);  // back again: what was filled is emptied
     std::string expected = "..";
     // A block reaches from its first pixel to the one behind its width.
     for (int i = 0; i < c.blocks; ++i) expected += i < c.filled ? "FFFFFFF.." : ".........";

@@ -42,8 +42,11 @@ TEST_F(CodePageOfMachine, IsTheOneOfMachineIniAndIsKept) {
   Reopen();
   SaveAndReopen();
   EXPECT_EQ(world().platform().system.WideCharToMultiByte("я").value_or(""), "\xFF");
-  HostWrite(HostFolder() / "machine.ini", ini.replace(ini.find("codepage=1251"), 13, "codepage=932x"));
-  EXPECT_EQ(machine::Machine::Open(HostFolder().string(), problem), nullptr);
+  for (const char* no_page : {"codepage=932x", "codepage=12345"}) {
+    std::string other = ini;
+    HostWrite(HostFolder() / "machine.ini", other.replace(other.find("codepage=1251"), 13, no_page));
+    EXPECT_EQ(machine::Machine::Open(HostFolder().string(), problem), nullptr) << no_page;
+  }
 }
 
 }  // namespace

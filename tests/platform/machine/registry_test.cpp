@@ -123,6 +123,7 @@ TEST_F(RegistryOfMachine, ADamagedFileIsRefusedInOneLineAndLeftAlone) {
       head + "\"a\"=dword:123456789\r\n",
       head + "\"a\"=hex:1,2,xyz\r\n",
       head + "\"a\"=hex(:00\r\n",
+      head + "\"a\"=hex(xy):00\r\n",
       head + "\"a\"=\"no end\r\n",
       head + "\"a\r\n",
       head + "rubbish\r\n",
