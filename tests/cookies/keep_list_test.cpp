@@ -1,7 +1,9 @@
 // The keep list from its file through the Cookie Manager to the passes that spare what it names.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
+#include <random>
 
 #include "cookies/keep_matcher.h"
 #include "tests/support/rehearsal.h"
@@ -20,6 +22,27 @@ std::string CookieFiles(std::initializer_list<const char*> names) {
   std::string script;
   for (const char* name : names) script += "file " + kCookies + "\\" + name + " x\n";
   return script;
+}
+
+// Rows and texts of few letters, so that rows begin and end with parts of each other.
+TEST(KeepMatcher, FindsWhatALoopOverTheRowsFinds) {
+  std::mt19937 random(7);
+  auto word = [&](std::size_t longest) {
+    std::string text(random() % longest + 1, 'a');
+    for (char& c : text) c = static_cast<char>('a' + random() % 3);
+    return text;
+  };
+  for (int round = 0; round < 300; ++round) {
+    std::vector<std::string> rows(random() % 5 + 1);
+    for (std::string& row : rows) row = word(7);
+    const KeepMatcher matcher(rows);
+    for (int texts = 0; texts < 30; ++texts) {
+      const std::string text = word(14);
+      const bool hit = std::any_of(rows.begin(), rows.end(),
+                                   [&](const std::string& row) { return text.find(row) != std::string::npos; });
+      EXPECT_EQ(matcher.HitIn(text), hit) << testing::PrintToString(rows) << " " << text;
+    }
+  }
 }
 
 struct KeepFile {

@@ -85,7 +85,8 @@ class Tree:
     def __init__(self, number):
         self.folder = WORK / f"tree{number}"
         self.build_folder = self.folder / "build"
-        self.programs = [self.build_folder / "tests" / "quillbarrow_tests", self.build_folder / "quillbarrow-rehearse"]
+        self.programs = [self.build_folder / "tests" / "quillbarrow_tests", self.build_folder / "quillbarrow-rehearse",
+                         self.build_folder / "tests" / "conformance" / "conformance"]
         self.temp = pathlib.Path(tempfile.mkdtemp(prefix="mutate-", dir=MEMORY if MEMORY.is_dir() else None))
         self.running = None
 
@@ -128,7 +129,7 @@ class Tree:
             self.running.wait()
 
     def build(self):
-        return self.run(["ninja", "-C", self.build_folder, "quillbarrow_tests", "quillbarrow-rehearse"])
+        return self.run(["ninja", "-C", self.build_folder, *(path.name for path in self.programs)])
 
     def digest(self):
         return [hashlib.sha1(path.read_bytes()).hexdigest() for path in self.programs]
@@ -145,6 +146,11 @@ class Tree:
 
     def script(self, name):
         return self.test([self.programs[1], self.temp / "machine", self.folder / "tests" / "scripts" / name], 2)
+
+    def sequences(self):
+        sequences = self.folder / "tests" / "conformance"
+        return self.test(["cmake", f"-DPROGRAM={self.programs[2]}", f"-DTESTS={sequences}",
+                          f"-DMACHINE={self.temp / 'machine'}", "-P", sequences / "directed.cmake"], 2)
 
     def gtests(self, rows):
         names = ":".join(name for _, name, _ in rows)
@@ -171,6 +177,8 @@ class Tests:
         for name in self.scripts:
             if not tree.script(name):
                 sys.exit(f"{name} fails on the unchanged program")
+        if not tree.sequences():
+            sys.exit("the directed sequences fail on the unchanged program")
         # Within their bounds, or all that comes behind them would seem to be noticed.
         if not tree.gtests(self.rows):
             sys.exit("the tests of the unchanged program fail within their bounds")
@@ -190,6 +198,8 @@ class Tests:
                 return name
         if not tree.gtests(near):
             return "tests of " + "/".join(folders)
+        if not tree.sequences():
+            return "the directed sequences"
         for name in self.scripts:
             if name not in by_name and not tree.script(name):
                 return name

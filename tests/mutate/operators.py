@@ -68,7 +68,7 @@ def mutations_of_line(line, header):
         if match.group("number"):
             for other in other_number(text, match.group("suffix")):
                 put(start, end, other)
-        elif kind == "text":
+        elif kind == "text" and text.count(" ") < 2:  # a sentence is wording
             for other in other_text(text):
                 put(start, end, other)
         elif kind == "character" and len(text) == 3:

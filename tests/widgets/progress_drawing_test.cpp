@@ -78,6 +78,9 @@ TEST_F(Drawing, HoldsItsLimits) {
   EXPECT_EQ(MiddleRow(box).find("FFFFFFF..FFFFFFF..FFFFFFF..FFFFFFF..FFFFFFF"), 2u);
   bar_.SetValue(100);
   EXPECT_EQ(MiddleRow(box).find("FFFFFFF..FFFFFFF..FFFFFFF..FFFFFFF..FFFFFFF"), 2u);
+  // New limits show at once.
+  ASSERT_FALSE(bar_.SetMax(200).has_value() || bar_.SetMin(0).has_value());
+  EXPECT_EQ(MiddleRow(box).find("FFFFFFF..FFFFFFF..........."), 2u);
 }
 
 TEST_F(Drawing, AWidthSetFromInsideDoesNotCallItselfAgain) {
