@@ -99,7 +99,7 @@ class MachineFiles final : public Files {
       // By a handle of its own: ext4 writes a file out that was cut to nothing, and lets who deletes it wait for that,
       // when the handle that cut it is closed.
       const bool cut = open.value->position == 0
-                           ? Ok(state_.disk.Truncate(*open.value->entry))
+                           ? SizeOf(*open.value) == 0 || Ok(state_.disk.Truncate(*open.value->entry))
                            : ftruncate(open.value->host.fd(), static_cast<off_t>(open.value->position)) == 0;
       if (!cut) return Error::AccessDenied;
       Changed(*open.value);

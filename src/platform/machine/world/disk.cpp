@@ -246,10 +246,15 @@ void Disk::SetShortName(Entry& entry, const std::string& short_name) {
 }
 
 Result<Entry*> Disk::MakeFile(Entry& folder, const std::string& name) {
+  HostFile closed;
+  return MakeFile(folder, name, closed);
+}
+
+Result<Entry*> Disk::MakeFile(Entry& folder, const std::string& name, HostFile& opened) {
   const HostFile host = OpenFolder(folder);
   if (!host.ok()) return Error::PathNotFound;
-  const HostFile made(openat(host.fd(), name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
-  if (!made.ok()) return FromErrno(errno);
+  opened = HostFile(openat(host.fd(), name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
+  if (!opened.ok()) return FromErrno(errno);
   auto entry = std::make_unique<Entry>();
   entry->name = name;
   entry->attributes = kAttributeArchive;

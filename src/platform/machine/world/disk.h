@@ -84,6 +84,8 @@ class Disk {
 
   // New entries on the host and in the tree. The name must be free.
   Result<Entry*> MakeFile(Entry& folder, const std::string& name);
+  // The same, and opens it for reading and writing.
+  Result<Entry*> MakeFile(Entry& folder, const std::string& name, HostFile& opened);
   Result<Entry*> MakeFolder(Entry& folder, const std::string& name);
   // A symbolic link if the target is a file, else a junction.
   Result<Entry*> MakeLink(Entry& folder, const std::string& name, const std::string& target);

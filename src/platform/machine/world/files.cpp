@@ -63,7 +63,7 @@ Result<FileHandle> OpenFileEntry(MachineState& state, std::string_view path, std
   if (made) {
     auto place = state.disk.FindPlace(parsed.value);
     if (!place.ok()) return place.error;
-    found = state.disk.MakeFile(*place.value.folder, place.value.name);
+    found = state.disk.MakeFile(*place.value.folder, place.value.name, opened->host);
     if (!found.ok()) return found.error;
     found.value->attributes |= flags_and_attributes & kKeptAttributes;
   }
@@ -81,7 +81,7 @@ Result<FileHandle> OpenFileEntry(MachineState& state, std::string_view path, std
   opened->entry = &entry;
   if (!entry.Allows(opened->use)) return Error::SharingViolation;
   if (entry.IsFolder() && IsCurrent(state, entry) && !SharedWithCurrent(opened->use)) return Error::SharingViolation;
-  if (!entry.IsFolder() && (opened->use.reads || opened->use.writes)) {
+  if (!made && !entry.IsFolder() && (opened->use.reads || opened->use.writes)) {
     auto host = state.disk.Open(entry, opened->use.writes);
     if (!host.ok()) return host.error;
     opened->host = std::move(host.value);
