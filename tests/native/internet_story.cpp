@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "computer.h"
-#include "remote_program.h"
+#include "program_windows.h"
 #include "stories.h"
 
 namespace native {
@@ -11,7 +11,6 @@ namespace {
 const std::string kProgramFolder = "C:\\Program Files\\Quillbarrow";
 const std::string kHelper = kProgramFolder + "\\Ashbrine.exe";
 const std::string kScript = kProgramFolder + "\\ClearIEcache.cmd";
-constexpr const char* kHelperCalls = "C:\\helper-calls.txt";
 constexpr const char* kScriptCalls = "C:\\script-calls.txt";
 const std::string kProfile = "C:\\users\\root";
 const std::string kKeepFile = kProfile + "\\AppData\\Local\\Quillbarrow\\qb.dat";
@@ -97,49 +96,15 @@ Texts PendingRenames() {
 }
 
 // The Cookie Manager, opened by the button on the main window, whose first page is in front.
-class CookieWindow {
- public:
-  explicit CookieWindow(const RemoteProgram& program) {
-    RemoteProgram::PostClick(program.MainWindow(), "Cookie Manager...");
-    window_ = program.Window("Quillbarrow 2019 - Cookie Manager");
-    for (HWND child : Children(window_)) {
-      if (ClassOf(child) == "ListBox") lists_.push_back(child);
-    }
-    auto left_edge = [](HWND list) {
-      RECT place{};
-      GetWindowRect(list, &place);
-      return place.left;
-    };
-    std::sort(lists_.begin(), lists_.end(), [&](HWND one, HWND other) { return left_edge(one) < left_edge(other); });
-  }
-  bool IsOpen() const { return lists_.size() == 2; }
-  // Entries in the order of the window.
-  Texts ToDelete() const { return RemoteProgram::ListEntries(lists_[0]); }
-  Texts ToKeep() const { return RemoteProgram::ListEntries(lists_[1]); }
-  // Clicks the entry, then the button between the lists; false if one of them is not there.
-  bool Keep(const std::string& entry) const { return Move(lists_[0], entry, " Keep Cookie >>"); }
-  bool Remove(const std::string& entry) const { return Move(lists_[1], entry, " << Remove Cookie"); }
-  // Saves, which closes the window; false if it stays.
-  bool Save() const { return RemoteProgram::PostClick(window_, " Save Cookie Setup") && WaitGone(window_); }
+HWND OpenCookieManager(const RemoteProgram& program) {
+  RemoteProgram::PostClick(program.MainWindow(), "Cookie Manager...");
+  return program.Window("Quillbarrow 2019 - Cookie Manager");
+}
 
- private:
-  bool Move(HWND list, const std::string& entry, const std::string& button) const {
-    const Texts entries = RemoteProgram::ListEntries(list);
-    const auto index = static_cast<WPARAM>(std::find(entries.begin(), entries.end(), entry) - entries.begin());
-    RECT place{};
-    if (SendMessageA(list, LB_GETITEMRECT, index, reinterpret_cast<LPARAM>(&place)) == LB_ERR) return false;
-    const LPARAM point = MAKELPARAM(place.left + 5, (place.top + place.bottom) / 2);
-    SendMessageA(list, WM_LBUTTONDOWN, MK_LBUTTON, point);
-    SendMessageA(list, WM_LBUTTONUP, 0, point);
-    HWND pressed = RemoteProgram::Child(window_, "Button", button);
-    if (SendMessageA(list, LB_GETSEL, index, 0) <= 0 || !IsWindowEnabled(pressed)) return false;
-    SendMessageA(pressed, BM_CLICK, 0, 0);
-    return true;
-  }
-
-  HWND window_ = nullptr;
-  std::vector<HWND> lists_;  // to delete, to keep
-};
+// Saves, which closes the window; false if it stays.
+bool Save(HWND manager) {
+  return RemoteProgram::PostClick(manager, " Save Cookie Setup") && WaitGone(manager);
+}
 
 // --- the runs ---
 
@@ -175,7 +140,8 @@ class Story {
     RemoteProgram program;
     Check(program.Tick(0, kBoxes), "a click ticks each box of the page");
     {
-      const CookieWindow manager(program);
+      HWND window = OpenCookieManager(program);
+      const CookieLists manager(window);
       Check(manager.IsOpen(), "the Cookie Manager opens");
       Texts sites = manager.ToDelete();
       std::sort(sites.begin(), sites.end());
@@ -183,7 +149,7 @@ class Story {
             "it shows the sites of the cookie entries");
       Check(manager.ToKeep().empty() && manager.Keep("shop.example") && manager.ToKeep() == Texts{"shop.example"},
             "the picked one comes to those to keep");
-      Check(manager.Save() && ReadFile(kKeepFile) == "shop.example\n" && Value(kStore, "SaveCookieCount") == "1",
+      Check(Save(window) && ReadFile(kKeepFile) == "shop.example\n" && Value(kStore, "SaveCookieCount") == "1",
             "saving writes it to qb.dat, stores the count and closes the window");
     }
     Run(program);
@@ -224,13 +190,13 @@ class Story {
     RemoteProgram program;
     Check(program.Tick(0, {"Temp Internet Files", "Cookies"}, kBoxes), "two boxes are ticked in the next start");
     {
-      const CookieWindow manager(program);
+      HWND window = OpenCookieManager(program);
+      const CookieLists manager(window);
       Check(manager.IsOpen() && manager.ToKeep() == Texts{"shop.example"},
             "the Cookie Manager shows the kept site again");
       Check(manager.Remove("shop.example") && manager.ToKeep().empty(), "and lets go of it");
-      Check(
-          manager.Save() && Exists(kKeepFile) && ReadFile(kKeepFile).empty() && Value(kStore, "SaveCookieCount") == "0",
-          "saving empties qb.dat and stores the count");
+      Check(Save(window) && Exists(kKeepFile) && ReadFile(kKeepFile).empty() && Value(kStore, "SaveCookieCount") == "0",
+            "saving empties qb.dat and stores the count");
     }
     Run(program);
     Check(CacheUrls() == Texts{kOwnEntry}, "all cookies leave the URL cache but that of the program's own site");

@@ -1,14 +1,6 @@
-#include <initializer_list>
-#include <iterator>
-
-// After the basic types of windows.h.
-#include <windows.h>
-
-#include <shellapi.h>
-
 #include "computer.h"
 #include "other_windows.h"
-#include "remote_program.h"
+#include "program_windows.h"
 #include "stories.h"
 
 namespace native {
@@ -18,49 +10,6 @@ namespace {
 constexpr const char* kRunList = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU";
 constexpr const char* kBrowser = "Software\\Microsoft\\Internet Explorer\\Main";
 constexpr int kAutoKillTab = 6, kBossKeyTab = 7;
-constexpr UINT kTrayMessage = 512, kIconId = 1;
-
-struct Chord {
-  int id;
-  UINT modifiers, key;
-};
-constexpr Chord kChords[] = {
-    {95, MOD_WIN, 'Z'},       {111, MOD_WIN | MOD_SHIFT, 'Z'},   {127, MOD_ALT, 'Z'},
-    {157, MOD_ALT, VK_SPACE}, {156, MOD_ALT | MOD_CONTROL, 'Z'}, {143, MOD_ALT | MOD_CONTROL, VK_SPACE}};
-
-void PostTray(HWND window, UINT mouse) {
-  PostMessageA(window, kTrayMessage, kIconId, mouse);
-}
-
-// How many of the chords somebody else has.
-int TakenChords() {
-  int taken = 0;
-  for (const Chord& chord : kChords) {
-    if (RegisterHotKey(nullptr, chord.id, chord.modifiers, chord.key))
-      UnregisterHotKey(nullptr, chord.id);
-    else
-      ++taken;
-  }
-  return taken;
-}
-
-// The tray only changes an icon that it has.
-bool HasIcon(HWND window) {
-  NOTIFYICONDATAA icon{};
-  icon.cbSize = NOTIFYICONDATAA_V1_SIZE;
-  icon.hWnd = window;
-  icon.uID = kIconId;
-  return Shell_NotifyIconA(NIM_MODIFY, &icon) != FALSE;
-}
-
-// A program that lives hidden, as Windows starts it.
-HWND Resident(RemoteProgram& program) {
-  HWND window = program.MainWindow();
-  // The icon is added after the chords and before the end of the load; the end shows in the store.
-  Check(window != nullptr && WaitFor([&] { return HasIcon(window); }) && !Shown(window) && TakenChords() == 6,
-        "a start with Windows has an icon and the six chords, and no window");
-  return window;
-}
 
 std::string Told(const RECT& place) {
   return std::to_string(place.left) + ',' + std::to_string(place.top) + " to " + std::to_string(place.right) + ',' +
@@ -149,16 +98,6 @@ void BossKeyPart() {
   SetValue(kStore, "BK_Chrome", "1");
 }
 
-// Whether the menu of the icon is open, or closed, after a while.
-bool WaitPopup(bool open) {
-  return WaitFor([=] { return Shown(FindWindowA("#32768", nullptr)) == open; });
-}
-
-bool OpenPopup(HWND window) {
-  PostTray(window, WM_RBUTTONUP);
-  return WaitPopup(true);
-}
-
 void ClickAt(int x, int y) {
   SetCursorPos(x, y);
   INPUT inputs[2] = {};
@@ -177,7 +116,7 @@ void TrayPart() {
     Check(program.Hide() && program.Running() && HasIcon(window), "closing it hides it");
   }
   // A move of the mouse over the window, at the place that has the number of a click.
-  PostMessageA(window, kTrayMessage, 0, WM_LBUTTONDOWN);
+  PostMessageA(window, WM_MOUSEMOVE, 0, WM_LBUTTONDOWN);
   Check(!WaitShown(window, true, 500), "a real move over the window is no click");
 
   Check(OpenPopup(window) && !Shown(window), "a right click opens the menu");
@@ -214,25 +153,18 @@ void TrayPart() {
 void WizardPart() {
   RemoteProgram program;
   HWND window = program.ShownWindow();
-  SetForegroundWindow(window);
-  WaitInFront(window);
-  PressKeys({VK_CONTROL, 'A'});
-  HWND wizard = program.Window("Quillbarrow 2019 - Setup Wizard");
+  HWND wizard = OpenWizard(program);
   Check(wizard != nullptr && !IsWindowEnabled(window), "Ctrl+A opens the wizard before the main window");
-  auto has = [&](const char* class_name, const char* text) {
-    return WaitFor([&] { return RemoteProgram::Child(wizard, class_name, text) != nullptr; }, 3000);
-  };
   auto press = [&](const char* text) { return RemoteProgram::PostClick(wizard, text); };
-  Check(has("Static", "STEP 1 of 3:") && press("Temp Internet Files"), "its first step has the boxes of what to kill");
+  Check(AtStep(wizard, 1) && press("Temp Internet Files"), "its first step has the boxes of what to kill");
   // Its browsers stand on a strip of their own, on the page of the first step.
   WaitInFront(wizard);
   PressKeys({VK_MENU, '2'});
-  Check(has("Static", "STEP 2 of 3:"), "Alt with the number of a step goes to it");
+  Check(AtStep(wizard, 2), "Alt with the number of a step goes to it");
   PressKeys({VK_MENU, '1'});
-  has("Static", "STEP 1 of 3:");
-  Check(press(" NEXT >>") && has("Static", "STEP 2 of 3:") && has("ListBox", ""), "the second has the cookies");
-  Check(press(" NEXT >>") && has("Static", "STEP 3 of 3:") && press("Apple Safari"),
-        "the third has the browsers that it watches");
+  AtStep(wizard, 1);
+  Check(press(" NEXT >>") && AtStep(wizard, 2) && CookieLists(wizard).IsOpen(), "the second has the cookies");
+  Check(press(" NEXT >>") && AtStep(wizard, 3) && press("Apple Safari"), "the third has the browsers that it watches");
   Check(!IsWindowEnabled(RemoteProgram::Child(wizard, "Button", " Cancel")) && press(" Save") && WaitGone(wizard) &&
             IsWindowEnabled(window),
         "it saves and closes");
@@ -264,15 +196,8 @@ void WatcherPart() {
   SetValue(kRunList, "a", "cmd\\1");
   RemoteProgram program("/STARTUP");
   HWND window = Resident(program);
-  {
-    const OtherWindows browser(std::vector<OtherWindow>{{L"Chrome_WidgetWin_1", L"Page"}});
-    Sleep(2500);
-    Check(PostMessageA(browser[0], WM_CLOSE, 0, 0) && WaitGone(browser[0]) && CanOpen(kRunList, KEY_READ) &&
-              !Shown(window),
-          "a browser opens and closes");
-  }
-  Check(WaitShown(window), "that starts a run, which shows itself");
-  Check(WaitShown(window, false) && !CanOpen(kRunList, KEY_READ), "it kills, and hides the window after it");
+  LastBrowserCloses(window);
+  Check(!CanOpen(kRunList, KEY_READ), "it kills");
   SetValue(kRunList, "a", "cmd\\1");
   PressKeys({VK_CONTROL, VK_MENU, VK_SPACE});
   Check(WaitShown(window) && program.RunEnded() && !CanOpen(kRunList, KEY_READ), "Ctrl+Alt+Space kills too");

@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "computer.h"
-#include "remote_program.h"
+#include "program_windows.h"
 #include "stories.h"
 
 namespace native {
@@ -15,9 +15,6 @@ namespace native {
 namespace {
 
 constexpr const char* kVersions = "Software\\Wine\\AppDefaults\\Quillbarrow.exe";
-constexpr const char* kHelperCalls = "C:\\helper-calls.txt";
-constexpr const char* kTitle = "Quillbarrow 2019 - Thumbs.db Scan and Removal Screen";
-constexpr const char* kDoneViewing = "Quillbarrow - Are you done viewing Thumbs.db results?";
 constexpr const char* kCaches = "C:\\caches";
 constexpr const char* kPictures = "C:\\pictures";
 constexpr const char* kRootCopies = "C:\\thumbs";
@@ -25,14 +22,13 @@ constexpr const char* kRootCopies = "C:\\thumbs";
 const std::string kLocal = "C:\\users\\root\\Local Settings\\Application Data";
 const std::string kData = kLocal + "\\Quillbarrow";
 const std::string kUnpacked = kData + "\\thumbs";
-constexpr int kScanTime = 120000;
 
-// Asks a window again and again, from a thread of its own, and keeps the longest time that it took to answer. A window of
-// ours that does nothing is asked in turn with it: what all of the computer waits for, the disk above all, shows there too.
+// Asks a window again and again, from a thread of its own, and keeps the longest time that it took to answer. A window
+// of ours that does nothing is asked in turn with it: what all of the computer waits for, the disk above all, shows
+// there too.
 class Answers {
  public:
-  explicit Answers(HWND window)
-      : idle_([this] { BeIdle(); }), asking_([this, window] { Ask(window); }) {}
+  explicit Answers(HWND window) : idle_([this] { BeIdle(); }), asking_([this, window] { Ask(window); }) {}
   ~Answers() {
     over_ = true;
     asking_.join();
@@ -82,30 +78,6 @@ class Answers {
   std::atomic<HWND> idle_window_ = nullptr;
   std::thread idle_, asking_;  // the last, as they use the others
 };
-
-bool WaitLabel(HWND window, const std::string& part) {
-  return WaitFor([&] { return !RemoteProgram::LabelWith(window, part).empty(); }, kScanTime);
-}
-
-// Pages go to the helper, which writes down what it was given.
-void TakePages() {
-  constexpr const char* kCommand = "\"C:\\native_helper.exe\" \"%1\"";
-  RegSetValueA(HKEY_CLASSES_ROOT, ".html", REG_SZ, "native_page", 0);
-  RegSetValueA(HKEY_CLASSES_ROOT, "native_page\\shell\\open\\command", REG_SZ, kCommand, 0);
-}
-
-HWND OpenAudit(RemoteProgram& program) {
-  program.PostClick(program.MainWindow(), "Thumbs.db Scan/Remove");
-  return program.Window(kTitle);
-}
-
-// Presses Yes or No in the box of that title.
-bool Answer(RemoteProgram& program, const char* title, WORD button) {
-  HWND box = program.Window(title);
-  if (box == nullptr) return false;
-  PostMessageA(box, WM_COMMAND, button, 0);
-  return WaitGone(box);
-}
 
 // Waits for a line of the log, which is written when the window is closed and its pictures are gone.
 bool Logged(RemoteProgram& program, const std::string& part) {
