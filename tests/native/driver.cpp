@@ -93,9 +93,9 @@ void Check(bool held, const std::string& what) {
 
 }  // namespace native
 
-// `driver [STORY]` plays all stories, or the one. The part after a boot only says something when the internet
-// story was played before the boot. For pictures, `driver cookies SITE…` only makes a cookie entry for each site, and
-// `driver popup` opens the menu of the icon.
+// `driver [STORY]` plays all stories, or the one; some are only played when they are asked for, as they continue what
+// came before. For pictures, `driver cookies SITE…` only makes a cookie entry for each site, and `driver popup` opens
+// the menu of the icon.
 int main(int count, char** arguments) {
   const std::string picked = count > 1 ? arguments[1] : "";
   if (picked == "cookies") {
@@ -106,17 +106,26 @@ int main(int count, char** arguments) {
   const struct {
     const char* name;
     void (*play)();
+    bool continues = false;
   } stories[] = {
-      {"kill", KillStory},         {"auto-kill-off", StopIfAutoKillIsOff},
-      {"setup", SetupStory},       {"browsers", BrowserStory},
-      {"internet", InternetStory}, {"ends", EndsStory},
-      {"names", NamesStory},       {"windows", WindowStories},
-      {"resident", ResidentStory}, {"thumbs", ThumbsStory},
+      {"kill", KillStory},
+      {"auto-kill-off", StopIfAutoKillIsOff},
+      {"setup", SetupStory},
+      {"browsers", BrowserStory},
+      {"internet", InternetStory},
+      {"after-boot", InternetStoryAfterBoot, true},
+      {"ends", EndsStory},
+      {"names", NamesStory},
+      {"windows", WindowStories},
+      {"resident", ResidentStory},
+      {"thumbs", ThumbsStory},
+      {"browse", DayOfBrowsing, true},
+      {"day-until-boot", DayUntilBoot, true},
+      {"day-after-boot", DayAfterBoot, true},
   };
   for (const auto& story : stories) {
-    if (picked.empty() || picked == story.name) story.play();
+    if (picked == story.name || (picked.empty() && !story.continues)) story.play();
   }
-  if (picked == "after-boot") InternetStoryAfterBoot();
   std::printf("driver: %d passed, %d failed\n", passed, failed);
   return failed == 0 ? 0 : 1;
 }

@@ -98,9 +98,22 @@ RemoteProgram::RemoteProgram(const std::string& arguments) {
                  &startup, &process_);
 }
 
+RemoteProgram::RemoteProgram(DWORD process) {
+  process_.dwProcessId = process;
+  process_.hProcess = OpenProcess(PROCESS_ALL_ACCESS, FALSE, process);
+}
+
+RemoteProgram RemoteProgram::ThatRuns() {
+  DWORD process = 0;
+  WaitFor([&] { return GetWindowThreadProcessId(FindWindowA(nullptr, kMainTitle), &process) != 0; }, 60000);
+  return RemoteProgram(process);
+}
+
 RemoteProgram::~RemoteProgram() {
-  if (Running()) TerminateProcess(process_.hProcess, 1);
-  CloseHandle(process_.hThread);
+  if (process_.hThread != nullptr) {
+    if (Running()) TerminateProcess(process_.hProcess, 1);
+    CloseHandle(process_.hThread);
+  }
   CloseHandle(process_.hProcess);
 }
 

@@ -36,7 +36,9 @@ class RemoteProgram {
  public:
   // Starts the exe; arguments stand behind its name.
   explicit RemoteProgram(const std::string& arguments = "");
-  // Ends the process if it still runs.
+  // The copy that somebody else started, as soon as it has its window.
+  static RemoteProgram ThatRuns();
+  // Ends the process if it was started here and still runs.
   ~RemoteProgram();
   RemoteProgram(const RemoteProgram&) = delete;
   RemoteProgram& operator=(const RemoteProgram&) = delete;
@@ -78,6 +80,8 @@ class RemoteProgram {
   bool End() const;           // by one more; false if the program still runs
 
  private:
+  explicit RemoteProgram(DWORD process);
+
   HWND Find(const std::string& title, bool shown, int milliseconds) const;
 
   PROCESS_INFORMATION process_{};

@@ -12,6 +12,12 @@ void Check(bool held, const std::string& what);
 
 // The browsers' traces, from all of each tab and from a start with Windows. Leaves its log in C:\browsers-log.txt.
 void BrowserStory();
+// A day with the installed program, whose copy somebody else starts: what browsing leaves, for each of the other two;
+// the wizard, a run of the watcher and the Boss Key; and, after Windows started the program by itself, its run, an
+// audit of the cache that lies there, and the end by the menu.
+void DayOfBrowsing();
+void DayUntilBoot();
+void DayAfterBoot();
 // Second copies, odd windows of others, and ends of the process in the middle of a run.
 void EndsStory();
 // Internet Explorer's traces on a real Windows: its URL cache, cookies and the keep list, the helpers, the

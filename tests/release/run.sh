@@ -1,14 +1,18 @@
 #!/usr/bin/env bash
 # Tries the setup program of ./release in a throwaway prefix: installation, start, an update over the running copy, removal
-# with and without settings and data. Ends with 'release: N passed, N failed'. With CI set, or as `run.sh twice`, it also
+# with and without settings and data, and a day with the program. Ends with 'release: N passed, N failed'. With CI set, or as `run.sh twice`, it also
 # makes a second release in another folder and compares the bytes, for which all is built once more.
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 source "$ROOT/scripts/wine_prefix.sh"
 
 if [ "${1:-}" != inside ]; then
+  need python3
   ./release >&2
+  build windows native_driver
+  build windows native_helper
   throwaway_prefix
   rm -r "$PROGRAM_FOLDER"
+  cp build/windows/native_driver.exe build/windows/native_helper.exe "$WINEPREFIX/drive_c/"
   cp build/release/quillbarrow-*-setup.exe "$WINEPREFIX/drive_c/setup.exe"
   cp build/release/quillbarrow-*.zip "$WORK/"
   export WORK
@@ -120,6 +124,66 @@ check 'and nothing but it lay in the folder any more' within 20 rmdir "$WINEPREF
 sleep 2
 everything >"$WORK/after"
 check 'and nothing of the program is left on the disk' diff "$WORK/before" "$WORK/after"
+
+# A day with the program: installed, set up, used, kept over a boot of Windows, and removed.
+# drive PART lets the driver play a part of the day and adds its numbers up.
+drive() {
+  local good bad
+  timeout 900 wine 'C:\native_driver.exe' "$1" 2>/dev/null | tr -d '\r' | tee "$WORK/driver.log" || true
+  if ! read -r good bad < <(sed -nE 's/^driver: ([0-9]+) passed, ([0-9]+) failed$/\1 \2/p' "$WORK/driver.log"); then
+    echo "FAIL the driver did not come to the end of $1"
+    good=0 bad=1
+  fi
+  passed=$((passed + good))
+  failed=$((failed + bad))
+}
+CACHE="$LOCAL/Microsoft/Windows/Explorer/thumbcache_96.db"
+mkdir -p "$(dirname "$CACHE")"
+PYTHONPATH=tests/browsers python3 -c "import sys, thumb_caches
+sys.stdout.buffer.write(thumb_caches.thumb_cache([b'\xff\xd8\xff\xe0\0\x10JFIF' + bytes(5000)] * 3))" >"$CACHE"
+# What is written over the cache before it goes shows under its other name.
+ln "$CACHE" "$WORK/cache"
+wine reg delete "$RUN" /v Quillbarrow /f >/dev/null 2>&1 || true
+drive browse
+everything >"$WORK/before"
+check 'an installation begins the day' wine 'C:\setup.exe' /S
+wine "$PROGRAM/Quillbarrow.exe" >/dev/null 2>&1 &
+check 'its program starts for the first time' within 60 is "$RUN" Quillbarrow "$RUN_LINE"
+drive day-until-boot
+
+drive browse
+check 'no count is stored while the program runs' not value "$STORE" HistoryRemoved
+timeout 120 wine wineboot -e -s >/dev/null 2>&1 || true
+check 'the end of the session ends the program' within 60 not running
+check 'in order: its count is stored' value "$STORE" HistoryRemoved
+wineserver -k || true
+wineserver -w
+[ ! -e "$WINEPREFIX/dosdevices/z:" ] || { say "There is a drive Z:"; exit 1; }
+timeout 120 wine wineboot >/dev/null 2>&1 || true
+check 'Windows starts the program' within 60 running
+drive day-after-boot
+check 'the cache is overwritten before it goes' not grep -q JFIF "$WORK/cache"
+
+check 'a removal with settings and data ends the day' wine "$PROGRAM/Uninstall.exe" /S /DATA
+within 60 not test -e "$PROGRAM" || true
+check 'the settings are gone with it' not wine reg query 'HKCU\Software\VB and VBA Program Settings'
+check 'and nothing starts with Windows' not value "$RUN" Quillbarrow
+sleep 2
+rm -f "$WINEPREFIX/drive_c/helper-calls.txt"
+everything >"$WORK/after"
+check 'nothing else than the trace and the cache has gone from the disk' diff - \
+  <(comm -23 "$WORK/before" "$WORK/after" | sed "s|$LOCAL/||") <<'END'
+Google/Chrome/User Data/Default/History
+Microsoft/Windows/Explorer/thumbcache_96.db
+END
+# An audit leaves its second copies of the pictures at the root of the drive.
+check 'and nothing of the program is left but what the audit put at the root' diff - \
+  <(comm -13 "$WORK/before" "$WORK/after" | sed "s|$WINEPREFIX/drive_c/||") <<'END'
+thumbs
+thumbs/1.jpg
+thumbs/2.jpg
+thumbs/3.jpg
+END
 wineserver -k || true # it may have ended with the last program
 wineserver -w
 echo "release: $passed passed, $failed failed"
