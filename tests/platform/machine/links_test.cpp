@@ -59,6 +59,7 @@ TEST_F(LinksOfMachine, LinksOfTheHostLeadNowhere) {
   EXPECT_EQ(world().Exists("D:\\secret.txt"), "no");
   StepOver(TryOpen("C:\\Data\\dangling.txt", kGenericWrite, kCreateAlways));
   EXPECT_FALSE(fs::exists(outside_ / "none.txt"));
+  EXPECT_EQ(files().MoveFileExA("C:\\Data\\dangling.txt", "C:\\moved.txt", 0), Error::AccessDenied);
   TryAll("D:", "D:\\secret.txt");
   TryAll("C:\\folder\\below", "C:\\folder\\below\\deep.txt");
   TryAll("C:\\folder", "C:\\folder\\secret.txt");
