@@ -12,7 +12,7 @@ namespace {
 
 constexpr DWORD kNameSize = MAX_PATH + 1;
 constexpr std::size_t kAtOnce = std::size_t{4} << 20;  // bytes that are read without a look at messages
-constexpr DWORD kLinuxSymbolicLink = 0xA000001D;  // IO_REPARSE_TAG_LX_SYMLINK
+constexpr DWORD kLinuxSymbolicLink = 0xA000001D;       // IO_REPARSE_TAG_LX_SYMLINK
 
 // Attributes as the program acts on them: only what leads elsewhere is a reparse point. A deduplicated file or one of a
 // cloud folder has that bit too and is a file like all others. A tag of 0 is one that could not be read.
