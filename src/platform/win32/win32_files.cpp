@@ -305,6 +305,8 @@ Result<std::uint32_t> Win32Files::GetLogicalDriveStringsA(Buffer buffer) {
 }
 
 DriveType Win32Files::GetDriveTypeA(std::string_view root) {
+  // Windows would answer for what stands before the zero.
+  if (root.find('\0') != std::string_view::npos) return DriveType::NoRoot;
   return static_cast<DriveType>(::GetDriveTypeW(Wide(root).c_str()));
 }
 

@@ -96,6 +96,7 @@ class MachineFiles final : public Files {
       const auto open = Get(file);
       if (!open.ok()) return open.error;
       if (!open.value->use.writes || open.value->entry == nullptr) return Error::AccessDenied;
+      if (open.value->entry->IsFolder()) return Error::InvalidParameter;
       // By a handle of its own: ext4 writes a file out that was cut to nothing, and lets who deletes it wait for that,
       // when the handle that cut it is closed.
       const bool cut = open.value->position == 0
@@ -274,6 +275,11 @@ class MachineFiles final : public Files {
     return gate_.Call<"SetCurrentDirectoryA">(path).ReturnsBool([&] {
       if (path.find_first_not_of(' ') == std::string_view::npos) return Error::InvalidName;
       if (const Error error = FolderError(path); !Ok(error)) return error;
+      // It is held open from now on, for going through.
+      const auto folder = state_.Find(path, true);
+      if (folder.ok() && !folder.value->Allows({true, false, false, kShareRead | kShareWrite})) {
+        return Error::SharingViolation;
+      }
       state_.current = state_.Parse(path).value;
       state_.current.closing_backslash = false;
       return Error::Success;

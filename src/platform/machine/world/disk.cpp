@@ -176,7 +176,7 @@ Result<Entry*> Disk::Walk(const ParsedPath& path, std::size_t parts, bool throug
     if (at->kind != Entry::Kind::Folder) return Error::PathNotFound;
     Entry* next = Child(*at, path.parts[i]);
     if (next == nullptr) return last ? Error::FileNotFound : Error::PathNotFound;
-    if (next->going) return Error::AccessDenied;
+    if (next->going && (last || next->IsFolder())) return Error::AccessDenied;
     if (!last || through_last) {
       auto followed = Follow(next, depth);
       if (!followed.ok()) return followed;

@@ -30,6 +30,9 @@ FileHandle Keep(MachineState& state, std::unique_ptr<OpenFile> opened) {
 // The access that a file is deleted or renamed with.
 constexpr Entry::Use kDeletion{false, false, true, kShareRead | kShareWrite | kShareDelete};
 
+// The access that a folder is listed with.
+constexpr Entry::Use kListing{true, false, false, kShareRead | kShareWrite | kShareDelete};
+
 // The folder that relative paths hang on is held open for going through, which counts as reading, and without sharing
 // its deletion.
 bool SharedWithCurrent(const Entry::Use& use) {
@@ -144,7 +147,9 @@ Error MoveEntry(MachineState& state, std::string_view from, std::optional<std::s
   auto target = state.Parse(*to);
   if (!target.ok()) return target.error;
   if (target.value.device) return Error::InvalidParameter;
-  if (target.value.parts.empty()) return Error::AlreadyExists;  // a root
+  if (target.value.parts.empty()) {  // a root
+    return (flags & kMoveReplaceExisting) != 0 ? Error::AccessDenied : Error::AlreadyExists;
+  }
   auto place = state.disk.FindPlace(target.value);
   if (!place.ok()) return place.error;
   if (moved.parent == nullptr) return Error::AccessDenied;
@@ -211,6 +216,7 @@ Result<Search> MatchingEntries(const MachineState& state, std::string_view patte
   if (!place.ok()) return place.error == Error::FileNotFound ? Error::PathNotFound : place.error;
   if (place.value->kind != Entry::Kind::Folder) return Error::DirectoryName;
   Entry& folder = *place.value;
+  if (!folder.Allows(kListing)) return Error::SharingViolation;
   if (folder.searches == nullptr) folder.searches = std::make_shared<char>();
   Search search{&folder, folder.searches, {}, 0};
   std::vector<FindData>& found = search.found;
