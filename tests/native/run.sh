@@ -7,6 +7,7 @@ story=${1:-}
 passed=0
 failed=0
 
+build host quillbarrow-rehearse
 throwaway_prefix
 # The temp folder is emptied by the story: it begins as one that only the story fills.
 find "$WINEPREFIX/drive_c/windows/temp" -mindepth 1 -delete
@@ -96,7 +97,6 @@ if plays internet; then
   wineserver -w
   drive native_driver.exe after-boot
 fi
-build host quillbarrow-rehearse
 if plays kill; then compare story native-log.txt; fi
 if plays browsers; then compare browsers browsers-log.txt; fi
 if plays internet; then compare internet internet-log.txt; fi

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Tries the setup program of ./release in a throwaway prefix: installation, start, an update over the running copy, removal
-# with and without settings and data, and a day with the program. Ends with 'release: N passed, N failed'. With CI set, or as `run.sh twice`, it also
-# makes a second release in another folder and compares the bytes, for which all is built once more.
+# with and without settings and data, and a day with the program. Ends with 'release: N passed, N failed'. With CI set, or
+# as `run.sh twice`, it also makes a second release in another folder and compares the bytes, for which all is built once
+# more.
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 source "$ROOT/scripts/wine_prefix.sh"
 
