@@ -10,12 +10,20 @@
 
 #include "computer.h"
 #include "remote_program.h"
+#include "stories.h"
 
 // After the basic types of windows.h.
 #include <psapi.h>
 
 #include "delete/delete_path.h"
 #include "platform/win32/win32_platform.h"
+
+// What the shared parts of the stories tell: a bench is no figure if it does not hold.
+void native::Check(bool held, const std::string& what) {
+  if (held) return;
+  std::fprintf(stderr, "this does not hold: %s\n", what.c_str());
+  std::exit(1);
+}
 
 namespace {
 
