@@ -186,7 +186,7 @@ Result<std::uint64_t> Win32Files::GetFileSize(FileHandle file) {
 
 Error Win32Files::FlushFileBuffers(FileHandle file) {
   // A disk takes seconds for much, during which this thread must not seem hung. For little a thread is too dear.
-  const bool long_work = std::exchange(unflushed_, 0) >= kAtOnce;
+  const bool long_work = std::exchange(unflushed_, 0) >= kAtOnce && !messages_.Answering();
   Flush flush{Unwrap<HANDLE>(file)};
   HANDLE thread = long_work ? ::CreateThread(nullptr, 0, Flush::Run, &flush, 0, nullptr) : nullptr;
   if (thread == nullptr) {
