@@ -1,5 +1,4 @@
 // Files, folders and drives, answered by Windows.
-#include <algorithm>
 #include <utility>
 
 #include "platform/win32/convert.h"
@@ -11,8 +10,8 @@ namespace qb::win32 {
 namespace {
 
 constexpr DWORD kNameSize = MAX_PATH + 1;
-constexpr std::size_t kAtOnce = std::size_t{4} << 20;  // bytes that are read without a look at messages
-constexpr DWORD kLinuxSymbolicLink = 0xA000001D;       // IO_REPARSE_TAG_LX_SYMLINK
+constexpr std::uint64_t kLongFlush = 4 << 20;     // bytes
+constexpr DWORD kLinuxSymbolicLink = 0xA000001D;  // IO_REPARSE_TAG_LX_SYMLINK
 
 // Attributes as the program acts on them: only what leads elsewhere is a reparse point. A deduplicated file or one of a
 // cloud folder has that bit too and is a file like all others. A tag of 0 is one that could not be read.
@@ -144,17 +143,10 @@ Result<FileHandle> Win32Files::CreateFileA(std::string_view path, std::uint32_t 
 }
 
 Result<std::uint32_t> Win32Files::ReadFile(FileHandle file, Buffer buffer) {
-  DWORD whole = 0;
-  // Parts, of which only the last may be a short one.
-  for (Buffer rest = buffer;;) {
-    messages_.AnswerWhenDue();
-    const DWORD part = static_cast<DWORD>(std::min(rest.size(), kAtOnce));
-    DWORD read = 0;
-    if (!::ReadFile(Unwrap<HANDLE>(file), rest.data(), part, &read, nullptr)) return LastError();
-    whole += read;
-    rest = rest.subspan(read);
-    if (read < part || rest.empty()) return whole;
-  }
+  messages_.AnswerWhenDue();
+  DWORD read = 0;
+  if (!::ReadFile(Unwrap<HANDLE>(file), buffer.data(), SizeOf(buffer), &read, nullptr)) return LastError();
+  return read;
 }
 
 Result<std::uint32_t> Win32Files::WriteFile(FileHandle file, std::string_view data) {
@@ -186,7 +178,7 @@ Result<std::uint64_t> Win32Files::GetFileSize(FileHandle file) {
 
 Error Win32Files::FlushFileBuffers(FileHandle file) {
   // A disk takes seconds for much, during which this thread must not seem hung. For little a thread is too dear.
-  const bool long_work = std::exchange(unflushed_, 0) >= kAtOnce && !messages_.Answering();
+  const bool long_work = std::exchange(unflushed_, 0) >= kLongFlush && !messages_.Answering();
   Flush flush{Unwrap<HANDLE>(file)};
   HANDLE thread = long_work ? ::CreateThread(nullptr, 0, Flush::Run, &flush, 0, nullptr) : nullptr;
   if (thread == nullptr) {
