@@ -35,6 +35,12 @@ class MachineTest : public ::testing::Test {
     ASSERT_NE(machine_, nullptr) << problem;
   }
 
+  // A machine of the folder as it stands, if it can be one. The test's own is let go, as only one may hold the folder.
+  std::unique_ptr<machine::Machine> TryOpenFolder(std::string& problem) {
+    machine_.reset();
+    return machine::Machine::Open(HostFolder().string(), problem);
+  }
+
   machine::Machine& world() { return *machine_; }
   Files& files() { return machine_->platform().files; }
   Registry& registry() { return machine_->platform().registry; }

@@ -141,7 +141,7 @@ TEST_F(RegistryOfMachine, ADamagedFileIsRefusedInOneLineAndLeftAlone) {
     const std::string whole = HostRead(HostFolder() / name);
     const std::string ini = HostRead(HostFolder() / "machine.ini");
     HostWrite(HostFolder() / name, bytes);
-    EXPECT_EQ(machine::Machine::Open(HostFolder().string(), problem), nullptr) << bytes;
+    EXPECT_EQ(TryOpenFolder(problem), nullptr) << bytes;
     EXPECT_NE(problem, "") << bytes;
     EXPECT_EQ(problem.find('\n'), std::string::npos) << problem;
     EXPECT_EQ(HostRead(HostFolder() / name), bytes);
@@ -160,7 +160,7 @@ TEST_F(RegistryOfMachine, AFileThatWasCutOffNeverGivesOtherData) {
   const auto full = world().ReadKey("HKCU\\Cut");
   for (std::size_t length = whole.find("\\Cut]"); length < whole.size(); ++length) {
     HostWrite(HostFolder() / "registry.reg", whole.substr(0, length));
-    const auto opened = machine::Machine::Open(HostFolder().string(), problem);
+    const auto opened = TryOpenFolder(problem);
     const auto key = opened == nullptr ? std::nullopt : opened->ReadKey("HKCU\\Cut");
     if (!key.has_value()) continue;
     ASSERT_LE(key->values.size(), full->values.size());
