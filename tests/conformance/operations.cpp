@@ -450,6 +450,7 @@ const Row kRows[] = {
          return --left != 0;
        });
        return all + Yes(whole); }},
+    {"GetWindow", "wn", FindsWindow<&Desktop::GetWindow>},
     {"GetClassNameA", "wz", Named<&Desktop::GetClassNameA>},
     {"GetWindowTextA", "wz", Named<&Desktop::GetWindowTextA>},
     {"GetWindowTextLengthA", "w", Plain<&Desktop::GetWindowTextLengthA>},
