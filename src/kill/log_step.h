@@ -1,6 +1,7 @@
 // The log line and the bar of one step of a run.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "kill/kill_needs.h"
@@ -8,10 +9,10 @@
 
 namespace qb {
 
-inline constexpr int kLogSearching = 1;
-inline constexpr int kLogProtected = 22;
-inline constexpr int kLogThumbsKilled = 29;
-inline constexpr int kLogThumbsFound = 30;
+inline constexpr std::int16_t kLogSearching = 1;
+inline constexpr std::int16_t kLogProtected = 22;
+inline constexpr std::int16_t kLogThumbsKilled = 29;
+inline constexpr std::int16_t kLogThumbsFound = 30;
 
 // The text of a code from 1 to 54, from " - " on; empty for any other code.
 std::string LogText(int code, const ThumbTotals& thumbs);
