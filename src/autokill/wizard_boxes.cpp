@@ -1,5 +1,7 @@
 #include "autokill/wizard_boxes.h"
 
+#include <utility>
+
 #include "runtime/folders.h"
 
 namespace qb {
@@ -37,10 +39,10 @@ std::vector<TabStrip::Page> TabPages() {
   std::vector<TabStrip::Page> pages;
   for (TraceGroup group : WizardOrder()) {
     const TraceGroupRow& row = RowOf(group);
-    const std::string browser(row.wizard_browser);
-    pages.push_back(
-        {std::string(row.wizard_caption),
-         browser + " tab - Select which history data traces you want Quillbarrow to kill in " + browser + "."});
+    std::string tip(row.wizard_browser);
+    tip.append(" tab - Select which history data traces you want Quillbarrow to kill in ");
+    tip.append(row.wizard_browser).append(".");
+    pages.push_back({std::string(row.wizard_caption), std::move(tip)});
   }
   return pages;
 }

@@ -104,7 +104,7 @@ void RunLog::AddLine(const std::string& text) {
 
 void RunLog::Log_Step(std::int16_t code) {
   if (needs_.life.Over()) return;
-  const std::int16_t stealth = needs_.settings.Number(Setting::Stealth);
+  const std::int32_t stealth = needs_.settings.Number(Setting::Stealth);
   if (stealth != 0 && !(stealth == 1 && needs_.state.ManualRun)) return;
   display_.Center();
 
