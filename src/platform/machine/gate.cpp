@@ -115,19 +115,19 @@ void PackedCall::Handle(std::uint64_t handle) {
   handle == 0 ? Null() : Tagged(kHandle, handle);
 }
 void PackedCall::Null() {
-  record_ += kNull;
+  record_.push_back(kNull);
 }
 void PackedCall::Bytes(std::size_t count) {
   Tagged(kBytes, count);
 }
 void PackedCall::Structure() {
-  record_ += kStructure;
+  record_.push_back(kStructure);
 }
 void PackedCall::Result() {
-  record_ += kResult;
+  record_.push_back(kResult);
 }
 void PackedCall::End() {
-  record_ += kEnd;
+  record_.push_back(kEnd);
 }
 
 Error Gate::Enter(OperationNumber number) {

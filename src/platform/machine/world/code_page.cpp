@@ -27,7 +27,8 @@ class Converter {
   }
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
-  bool ok() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+  // What iconv_open gives for a page that it does not know.
+  bool ok() const { return handle_ != reinterpret_cast<iconv_t>(-1); }  // NOLINT(performance-no-int-to-ptr)
   // Nothing for a byte that is open, or the first of two.
   std::optional<char32_t> Character(unsigned char byte) const {
     char from = static_cast<char>(byte), to[4] = {};

@@ -44,25 +44,27 @@ bool MatchesNtPattern(std::u32string_view nt_pattern, std::string_view name) {
   for (std::size_t at = text.size() + 1; at-- > 0;) {
     std::swap(here, next);
     const bool end = at == text.size();
-    here.back() = end;
+    here.back() = end ? 1 : 0;
     for (std::size_t i = nt_pattern.size(); i-- > 0;) {
+      bool matched = false;
       const bool none = here[i + 1] != 0, one = !end && next[i + 1] != 0, more = !end && next[i] != 0;
       switch (nt_pattern[i]) {
         case '*':
-          here[i] = none || more;
+          matched = none || more;
           break;
         case '<':
-          here[i] = none || (more && at != last_dot);
+          matched = none || (more && at != last_dot);
           break;
         case '>':
-          here[i] = one || (none && (end || text[at] == '.'));
+          matched = one || (none && (end || text[at] == '.'));
           break;
         case '"':
-          here[i] = end ? none : one && text[at] == '.';
+          matched = end ? none : one && text[at] == '.';
           break;
         default:
-          here[i] = one && text[at] == nt_pattern[i];
+          matched = one && text[at] == nt_pattern[i];
       }
+      here[i] = matched ? 1 : 0;
     }
   }
   return here[0] != 0;
