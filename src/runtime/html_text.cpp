@@ -14,13 +14,13 @@ std::string HtmlText(System& system, std::string_view text) {
     const char32_t c = TakeCharacter(rest);
     const std::string_view character = text.substr(0, text.size() - rest.size());
     text = rest;
-    if (c < 0x80) {
+    const auto survives_the_page = [&] {
+      return system.MultiByteToWideChar(system.WideCharToMultiByte(character).value_or({})).value_or({}) == character;
+    };
+    if (c < 0x80 || (c < kStrayByte && survives_the_page())) {
       html += character;
     } else if (c >= kStrayByte) {
       html += '?';
-    } else if (system.MultiByteToWideChar(system.WideCharToMultiByte(character).value_or({})).value_or({}) ==
-               character) {
-      html += character;
     } else {
       html += "&#" + std::to_string(static_cast<std::uint32_t>(c)) + ";";
     }
