@@ -76,7 +76,8 @@ void CProgressBar::Calc_Blocks() {
   gap_ = 3;
   block_height_ = Int16Of(canvas_->ScaleHeight() - 2.0 * margin_);
   block_width_ = std::max<std::int16_t>(Int16Of(block_height_ * 2.0 / 3.0), 0);
-  block_count_ = Int16Of(canvas_->ScaleWidth() / (gap_ + block_width_) + 1.0);
+  const int whole_blocks = canvas_->ScaleWidth() / (gap_ + block_width_);
+  block_count_ = Int16Of(whole_blocks + 1.0);
 }
 
 void CProgressBar::ResizeEx() {
