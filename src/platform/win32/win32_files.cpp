@@ -297,9 +297,8 @@ Result<std::uint32_t> Win32Files::GetLogicalDriveStringsA(Buffer buffer) {
 }
 
 DriveType Win32Files::GetDriveTypeA(std::string_view root) {
-  // Windows would answer for what stands before the zero.
-  if (root.find('\0') != std::string_view::npos) return DriveType::NoRoot;
-  return static_cast<DriveType>(::GetDriveTypeW(Wide(root).c_str()));
+  const auto native = NativePath(root);
+  return native.ok() ? static_cast<DriveType>(::GetDriveTypeW(native.value.c_str())) : DriveType::NoRoot;
 }
 
 Result<VolumeInfo> Win32Files::GetVolumeInformationA(std::string_view root) {
