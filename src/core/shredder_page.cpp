@@ -58,7 +58,9 @@ void ShredderPage::cmd_Shredder_Default_Click() {
 }
 
 void ShredderPage::SaveCount() {
-  if (auto count = RoundToInt16(LeadingNumber(count_.Text()))) settings_.SaveNumber(Setting::HistoryOW, *count);
+  // A number that does not fit leaves the count as it is, and that is stored again.
+  if (auto count = RoundToInt16(LeadingNumber(count_.Text()))) settings_.SetNumber(Setting::HistoryOW, *count);
+  settings_.Save(Setting::HistoryOW);
   saved_.SetCaption("Saved!  Traces will be overwritten " + settings_.TextForm(Setting::HistoryOW) + " times!");
 }
 
