@@ -18,21 +18,25 @@ WhenToKill::WhenToKill(Form& form, SettingBindings& bindings, AutoKillInterval& 
     : last_window_closed(form, "chkAK_LastWinClosed", texts.last_window_closed),
       use_timer(form, "chkAK_UseTimer", "Auto-Kill every:"),
       windows_start(form, "chkAK_WinStart", "Auto-Kill on Windows startup"),
-      interval_list(form, "comboAK_Timer") {
+      interval_list(form, "comboAK_Timer"),
+      bindings_(bindings),
+      interval_(interval) {
   for (const IntervalEntry& entry : kIntervals) interval_list.AddItem(entry.*texts.interval);
   bindings.Bind(Setting::AutoRun, last_window_closed,
                 {.question = Question{kDisableAutoKill, kAskLastWindow}, .answered = std::move(last_window_answered)});
   bindings.Bind(Setting::AK_WinStart, windows_start, {.question = Question{kDisableAutoKill, kAskWindowsStart}});
   bindings.Bind(Setting::AK_Timer, interval_list, [&interval] { interval.Restart(); });
-  bindings.Bind(Setting::AK_UseTimer, use_timer, {.set = [this, &bindings, &interval] {
-                  const bool use = use_timer.Value() == 1;
-                  if (use) {
-                    // The other window's list may have moved what memory holds.
-                    interval.Restart(interval_list.ListIndex());
-                    bindings.Save(Setting::AK_Timer);
-                  }
-                  interval.Enable(use);
-                }});
+  bindings.Bind(Setting::AK_UseTimer, use_timer, {.set = [this] { UseTimerSet(); }});
+}
+
+void WhenToKill::UseTimerSet() {
+  const bool use = use_timer.Value() == 1;
+  if (use) {
+    // The other window's list may have moved what memory holds.
+    interval_.Restart(interval_list.ListIndex());
+    bindings_.Save(Setting::AK_Timer);
+  }
+  interval_.Enable(use);
 }
 
 }  // namespace qb

@@ -19,8 +19,15 @@ class WhenToKill {
   WhenToKill(Form& form, SettingBindings& bindings, AutoKillInterval& interval, const Texts& texts,
              std::function<void(bool yes)> last_window_answered = nullptr);
 
+  // What a click of the box does, and a load that ticks it: the countdown, its timer and the stored interval follow.
+  void UseTimerSet();
+
   CheckBox last_window_closed, use_timer, windows_start;
   ComboBox interval_list;
+
+ private:
+  SettingBindings& bindings_;
+  AutoKillInterval& interval_;
 };
 
 }  // namespace qb

@@ -118,7 +118,7 @@ void frmAutoKill::Form_Load() {
   }
   bindings_.Load();
   // The window that stood before may have left the box ticked already.
-  if (settings.On(Setting::AK_UseTimer)) needs_.interval.Restart();
+  if (settings.On(Setting::AK_UseTimer)) when_.UseTimerSet();
   for (Browser& browser : browsers_) {
     browser.box.SetValue(settings.StoredNumber(browser.setting, kBrowserDefault) == 1);
   }

@@ -45,10 +45,6 @@ void SettingBindings::Keep(Setting setting, int number) {
   settings_.SaveNumber(setting, number);
 }
 
-void SettingBindings::Save(Setting setting) {
-  if (!loading_) settings_.Save(setting);
-}
-
 void SettingBindings::BoxClicked(Setting setting, CheckBox& box, const BoxRule& rule) {
   std::optional<bool> answer;
   int value = box.Value();

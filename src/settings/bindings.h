@@ -27,6 +27,7 @@ struct BoxRule {
 };
 
 // Loading sets the controls from memory; their handlers run, but ask nothing, store nothing and leave memory as it is.
+// What a box has for a rule of its own (`set`) is up to that.
 class SettingBindings {
  public:
   // The controls stand on `form`, which the questions belong to; all must outlive this.
@@ -49,8 +50,8 @@ class SettingBindings {
   std::optional<bool> Ask(const Question& question);
   // Sets in memory and stores; nothing under loading.
   void Keep(Setting setting, int number);
-  // Stores what memory holds; nothing under loading.
-  void Save(Setting setting);
+  // Stores what memory holds, under loading too.
+  void Save(Setting setting) { settings_.Save(setting); }
 
  private:
   void BoxClicked(Setting setting, CheckBox& box, const BoxRule& rule);
