@@ -1,14 +1,26 @@
 // What can be asked of the program and its windows.
+#include <algorithm>
 #include <array>
 
 #include "app/rehearse/console/console.h"
 #include "app/rehearse/console/replies.h"
 #include "app/rehearse/console/targets.h"
 #include "app/rehearse/console/values.h"
+#include "runtime/text.h"
 #include "view/text/drawing.h"
 
 namespace qb::rehearse {
 namespace {
+
+// The windows of the program, loaded or not.
+constexpr std::array<std::string_view, 6> kWindows = {"frmMain",     "frmOptions", "frmCookieManager",
+                                                      "frmAutoKill", "frmThumbs",  "frmAbout"};
+
+// Of a window that is not loaded one thing can be told: it is not to be seen.
+bool AsksWhetherUnloadedIsVisible(std::string_view owner, std::string_view property) {
+  return SameText(property, "Visible") &&
+         std::any_of(kWindows.begin(), kWindows.end(), [&](std::string_view name) { return SameText(name, owner); });
+}
 
 Reply Get(Console& console, const Arguments& words) {
   Console::Process* process = console.Current();
@@ -26,6 +38,8 @@ Reply Get(Console& console, const Arguments& words) {
     value = form->Property(property);
   } else if (Control* control = FindControl(console, owner).control) {
     value = control->Property(property);
+  } else if (AsksWhetherUnloadedIsVisible(owner, property)) {
+    value = BooleanText(false);
   } else {
     return NoSuch("window or control", owner);
   }
