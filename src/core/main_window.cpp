@@ -55,6 +55,7 @@ frmMain::frmMain(const FormHost& host, Services& services, ProgramLife& life)
       boss_key_page_(*this, services.settings),
       shredder_page_(*this, services.settings),
       menus_(*this, SftTabs1) {
+  List3.SetVisible(false);
   cmdKILLALL.SetDefault(true);
   cmdKILLALL.SetIcon(ButtonIcon::Kill);
   cmdSetCookies.SetIcon(ButtonIcon::Cookie);

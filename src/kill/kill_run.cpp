@@ -68,7 +68,8 @@ void KillRun::Sequence(TraceGroup group) {
 }
 
 bool KillRun::MayGoOn(TraceGroup group) {
-  if (group == TraceGroup::Firefox && !LongEnoughPath(needs_.profiles.FirefoxProfilePath())) {
+  // The profile's path is kept there as well, until the settings are read again.
+  if (group == TraceGroup::Firefox && !LongEnoughPath(needs_.settings.Text(Setting::NetscapeDir))) {
     state_.RunStopped = true;
     return false;
   }
