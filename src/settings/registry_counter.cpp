@@ -10,6 +10,7 @@ namespace qb {
 namespace {
 
 constexpr std::size_t kNameBuffer = 255;
+constexpr std::size_t kLongestValueName = 16383;
 constexpr std::size_t kDataBuffer = 4000;
 
 }  // namespace
@@ -89,7 +90,15 @@ bool RegistryCounter::EnumValue(KeyHandle key, std::uint32_t index, Entry& entry
   TextBuffer name(kNameBuffer);
   std::array<char, kDataBuffer> data;
   RegValueInfo info;
-  if (!Ok(registry_.RegEnumValueA(key, index, name, data, info))) return false;
+  Error error = registry_.RegEnumValueA(key, index, name, data, info);
+  if (error == Error::MoreData) {
+    // Windows gives nothing of a name that does not fit; what does not fit of the data ends the walk again.
+    TextBuffer whole(kLongestValueName + 1);
+    error = registry_.RegEnumValueA(key, index, whole, data, info);
+    name = TextBuffer(kNameBuffer + 1);
+    name.FillCut(whole.text());
+  }
+  if (!Ok(error)) return false;
   entry.name = name.text();
   entry.type = info.type;
   return true;

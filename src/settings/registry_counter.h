@@ -30,8 +30,8 @@ class RegistryCounter {
   // By enumeration up from 0 until an error; 0 if the key does not open.
   std::int32_t SubKeyCount(KeyHandle root, std::string_view path);
   std::int32_t SubValueCount(KeyHandle root, std::string_view path);
-  // `index` counts from 1; empty, or type 0, outside. A name of more than 254 characters ends the walk:
-  // the buffer is of 255.
+  // `index` counts from 1; empty, or type 0, outside. A key's name of 255 characters ends the walk, a value's name is
+  // cut to 255, and data of more than 4000 bytes end the walk: these are the sizes of the buffers.
   std::string SubKeyName(KeyHandle root, std::string_view path, std::int32_t index);
   std::string SubValueName(KeyHandle root, std::string_view path, std::int32_t index);
   std::uint32_t SubValueType(KeyHandle root, std::string_view path, std::int32_t index);
