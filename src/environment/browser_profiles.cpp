@@ -57,15 +57,19 @@ bool BrowserProfiles::ProgramIsHere(std::string_view below) const {
          channels_.CanOpen(programs + " (x86)" + std::string(below));
 }
 
+// Deliberate: the three routines of Safari ask for the version, and its folders are the same on each.
 bool BrowserProfiles::Check_Safari_Installed() const {
+  static_cast<void>(folders_.Get_Version_Code());
   return ProgramIsHere("\\Safari\\Safari.exe");
 }
 
 std::string BrowserProfiles::Get_Safari_Profile_Path() const {
+  static_cast<void>(folders_.Get_Version_Code());
   return folders_.Get_Special_Folder(kRoamingData) + "\\Apple Computer\\Safari";
 }
 
 std::string BrowserProfiles::Get_Safari_Local_Profile_Path() const {
+  static_cast<void>(folders_.Get_Version_Code());
   return folders_.Get_Special_Folder(kLocalData) + "\\Apple Computer\\Safari";
 }
 

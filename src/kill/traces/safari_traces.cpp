@@ -24,6 +24,8 @@ void SafariTraces::Kill_Safari_History() {
 }
 
 void SafariTraces::Kill_Safari_Cache() {
+  // Deliberate: the roaming folder is asked for as well, and not used.
+  static_cast<void>(profiles_.Get_Safari_Profile_Path());
   WipeLocal(kCache);
 }
 void SafariTraces::Kill_Safari_Cookies() {
