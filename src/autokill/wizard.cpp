@@ -159,7 +159,8 @@ void frmAutoKill::cmd_Default_Click() {
 }
 
 void frmAutoKill::Save_Cookies() {
-  needs_.keep_list.SetRows(cookies_.Kept());
+  // A window that is not loaded has no list of its own to write: it would show the file's.
+  needs_.keep_list.SetRows(Loaded() ? cookies_.Kept() : needs_.keep_list.FileRows());
   needs_.keep_list.Save();
 }
 
