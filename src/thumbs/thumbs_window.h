@@ -71,6 +71,7 @@ class frmThumbs : public Form, private WalkObserver {
   bool Scan_Cancelled() const override { return Scan_Cancelled_; }
   bool Scan_Running() const { return Scan_Running_; }
   bool Scan_Done() const { return Scan_Done_; }
+  bool No_Prompt_On_Close() const { return No_Prompt_On_Close_; }
   bool Report_Busy() const { return Report_Busy_; }
   std::int32_t& Thumbs_Index() { return Thumbs_Index_; }
 

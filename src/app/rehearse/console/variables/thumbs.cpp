@@ -15,6 +15,7 @@ constexpr std::array kVariables = std::to_array<Variable>({
     {"Scan_Cancelled", [](Program& p) { return BooleanText(p.thumbs().Scan_Cancelled()); }},
     {"Scan_Running", [](Program& p) { return BooleanText(p.thumbs().Scan_Running()); }},
     {"Scan_Done", [](Program& p) { return BooleanText(p.thumbs().Scan_Done()); }},
+    {"No_Prompt_On_Close", [](Program& p) { return BooleanText(p.thumbs().No_Prompt_On_Close()); }},
     {"Report_Busy", [](Program& p) { return BooleanText(p.thumbs().Report_Busy()); }},
     {"Thumbs_Index", [](Program& p) { return std::to_string(p.thumbs().Thumbs_Index()); }},
 });
