@@ -15,6 +15,11 @@ constexpr SIZE kTabPadding{6, 3};    // round the caption of a tab, in pixels at
 constexpr int kUnlimited = 32000;    // pixels
 constexpr int kRoomBesideTabs = 16;  // pixels at 96 dots per inch; the strip wants some for its own edges
 
+std::wstring TextFor(const Control& control, const std::string& caption) {
+  // The blank behind the link: without one the last character of the link may not be drawn.
+  return Wide(control.kind() == ControlKind::Link ? "<a>" + caption + "</a> " : caption);
+}
+
 }  // namespace
 
 // How each kind of control is shown. A check box and an option do not toggle themselves: their state
@@ -42,8 +47,7 @@ const NativeControl::Kind& NativeControl::KindOf(const Control& control) {
   static const Kind combo{L"ComboBox", CBS_DROPDOWNLIST | CBS_HASSTRINGS | WS_VSCROLL | WS_TABSTOP, 0, &C::RefreshCombo,
                           &C::ActCombo};
   static const Kind text{L"Edit", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, &C::RefreshText, &C::ActText};
-  static const Kind tabs{L"SysTabControl32", TCS_TOOLTIPS | WS_TABSTOP | WS_CLIPSIBLINGS, 0, &C::RefreshTabs,
-                         &C::ActTabs};
+  static const Kind tabs{L"SysTabControl32", WS_TABSTOP | WS_CLIPSIBLINGS, 0, &C::RefreshTabs, &C::ActTabs};
   static const Kind progress{L"msctls_progress32", 0, 0, &C::RefreshProgress, &C::ActNothing};
   switch (control.kind()) {
     case ControlKind::Frame:
@@ -77,14 +81,18 @@ const NativeControl::Kind& NativeControl::KindOf(const Control& control) {
   return label;
 }
 
-NativeControl::NativeControl(Control& control, HWND parent, int id, bool group_start) : control_(control) {
+NativeControl::NativeControl(Control& control, const std::string& caption, HWND parent, int id, bool group_start)
+    : control_(control), caption_(control.Caption()), shown_caption_(caption) {
   const Kind& kind = KindOf(control);
   DWORD style = kind.style | WS_CHILD | (group_start ? WS_GROUP : 0);
   if (control.kind() == ControlKind::ListBox && static_cast<ListBox&>(control).MultiSelect()) style |= LBS_EXTENDEDSEL;
   if (control.kind() == ControlKind::Option && group_start) style |= WS_TABSTOP;
+  // A strip that its tabs do not fit into would make itself arrows to scroll them.
+  const int width = control.kind() == ControlKind::TabStrip ? kUnlimited : 0;
   // The parent gives the new window the number by which it reports to it.
-  window_ = ::CreateWindowExW(kind.ex_style, kind.window_class, L"", style, 0, 0, 0, 0, parent,
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr);
+  window_ = ::CreateWindowExW(kind.ex_style, kind.window_class, TextFor(control, caption).c_str(), style, 0, 0, width,
+                              0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr),
+                              nullptr);
   // A radio button otherwise reports a click when it only gets the focus.
   if (control.kind() == ControlKind::Option) Send(BM_SETDONTCLICK, TRUE);
   Refresh();
@@ -114,7 +122,7 @@ void NativeControl::SetMetrics(const Metrics& metrics) {
     Send(TCM_SETPADDING, 0, MAKELPARAM(::MulDiv(kTabPadding.cx, dpi, 96), ::MulDiv(kTabPadding.cy, dpi, 96)));
   }
   const bool heading = control_.kind() == ControlKind::Label && static_cast<const Label&>(control_).IsHeading();
-  Send(WM_SETFONT, reinterpret_cast<WPARAM>(heading ? metrics.HeadingFont() : metrics.font()), TRUE);
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(heading ? metrics.HeadingFont() : metrics.font()), FALSE);
   // The weight is to be given to the new font.
   bold_ = false;
   if (control_.kind() == ControlKind::Label && !heading) RefreshLabel();
@@ -133,14 +141,15 @@ void NativeControl::MeasureTabs(int room_beside) {
   box_ = {};  // it is to be placed again
 }
 
-void NativeControl::ShowTabKeys(const std::vector<std::string>& captions) {
+void NativeControl::MakeTabs(const std::vector<std::string>& captions) {
   for (std::size_t i = 0; i < captions.size(); ++i) {
     std::wstring caption = Wide(captions[i]);
     TCITEMW item{};
     item.mask = TCIF_TEXT;
     item.pszText = caption.data();
-    Send(TCM_SETITEMW, i, reinterpret_cast<LPARAM>(&item));
+    Send(TCM_INSERTITEMW, i, reinterpret_cast<LPARAM>(&item));
   }
+  RefreshTabs();
 }
 
 Extent NativeControl::Smallest(const Extent& measured) const {
@@ -162,29 +171,26 @@ void NativeControl::ShowAccessKey(const std::string& caption) {
   ::SetWindowTextW(window_, Wide(caption).c_str());
 }
 
-bool NativeControl::Put(const Box& box, bool shown) {
+bool NativeControl::Put(const Box& box, bool shown, HWND before) {
   const bool moved = shown && box != box_;
   if (!moved && shown == shown_) return false;
-  UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | (shown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+  UINT flags = SWP_NOACTIVATE | SWP_NOREDRAW | (shown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+  if (placed_) flags |= SWP_NOZORDER;
+  placed_ = true;
   if (!moved) flags |= SWP_NOMOVE | SWP_NOSIZE;
   if (moved) box_ = box;
   shown_ = shown;
   // The height of a closed combo box comes from its font; what is given here is that of the open one.
   const int height = control_.kind() == ControlKind::ComboBox ? box.height * 12 : box.height;
-  ::SetWindowPos(window_, nullptr, box.x, box.y, box.width, height, flags);
+  ::SetWindowPos(window_, before, box.x, box.y, box.width, height, flags);
   return true;
 }
 
-bool NativeControl::Refresh() {
+void NativeControl::Refresh() {
   refreshing_ = true;
-  const bool text_changed = caption_ != control_.Caption();
-  const bool visible_changed = visible_ != control_.Visible();
-  visible_ = control_.Visible();
-  if (text_changed) {
+  if (caption_ != control_.Caption()) {
     caption_ = shown_caption_ = control_.Caption();
-    const bool link = control_.kind() == ControlKind::Link;
-    // The blank behind the link: without one the last character of the link may not be drawn.
-    ::SetWindowTextW(window_, Wide(link ? "<a>" + caption_ + "</a> " : caption_).c_str());
+    ::SetWindowTextW(window_, TextFor(control_, caption_).c_str());
   }
   (this->*KindOf(control_).refresh)();
   if (enabled_ != control_.Enabled()) {
@@ -195,7 +201,6 @@ bool NativeControl::Refresh() {
     ::EnableWindow(window_, enabled_);
   }
   refreshing_ = false;
-  return text_changed || visible_changed;
 }
 
 void NativeControl::RefreshLabel() {
@@ -305,15 +310,6 @@ void NativeControl::RefreshText() {
 
 void NativeControl::RefreshTabs() {
   auto& strip = static_cast<TabStrip&>(control_);
-  if (TabCtrl_GetItemCount(window_) == 0) {
-    for (const TabStrip::Page& page : strip.Pages()) {
-      std::wstring caption = Wide(page.caption);
-      TCITEMW item{};
-      item.mask = TCIF_TEXT;
-      item.pszText = caption.data();
-      Send(TCM_INSERTITEMW, static_cast<WPARAM>(TabCtrl_GetItemCount(window_)), reinterpret_cast<LPARAM>(&item));
-    }
-  }
   if (TabCtrl_GetCurSel(window_) != strip.Tab()) TabCtrl_SetCurSel(window_, strip.Tab());
 }
 

@@ -13,29 +13,28 @@ namespace qb::win32 {
 
 class NativeControl {
  public:
-  // Makes the window as a hidden child of `parent`. `group_start` begins a group for the arrow keys.
-  NativeControl(Control& control, HWND parent, int id, bool group_start);
+  // Makes the window as a hidden child of `parent`. `caption` is that of the control, with its access key underlined;
+  // `group_start` begins a group for the arrow keys.
+  NativeControl(Control& control, const std::string& caption, HWND parent, int id, bool group_start);
   ~NativeControl();
   NativeControl(const NativeControl&) = delete;
   NativeControl& operator=(const NativeControl&) = delete;
 
   Control& control() const { return control_; }
   HWND window() const { return window_; }
-  bool Shown() const { return shown_; }
-  // Takes font and picture at a resolution.
+  // Takes font and picture at a resolution. The caller has the window drawn anew.
   void SetMetrics(const Metrics& metrics);
   // The smallest size at which all of the control is seen, where the native one knows it better than `measured`.
   Extent Smallest(const Extent& measured) const;
-  // Shows the captions of a strip's tabs with their access keys underlined.
-  void ShowTabKeys(const std::vector<std::string>& captions);
+  // Gives a strip its tabs, with the access keys in their captions underlined.
+  void MakeTabs(const std::vector<std::string>& captions);
   // Shows the caption with its access key underlined.
   void ShowAccessKey(const std::string& caption);
-  // Moves and shows the window where that is a change, and says whether it was. The caller has the parent
-  // drawn anew afterwards, once for all.
-  bool Put(const Box& box, bool shown);
-  // Makes the window show the present properties. True if its text or visibility changed, so that it may
-  // need another place.
-  bool Refresh();
+  // Moves and shows the window where that is a change, and says whether it was. The first time it also takes its place
+  // in the order of windows, behind `before`. The caller has the parent drawn anew afterwards, once for all.
+  bool Put(const Box& box, bool shown, HWND before);
+  // Makes the window show the present properties.
+  void Refresh();
   // What the control reported to its parent: the code of a WM_COMMAND or WM_NOTIFY. The form may be gone
   // when this returns.
   void Act(UINT code);
@@ -70,14 +69,14 @@ class NativeControl {
 
   Control& control_;
   HWND window_ = nullptr;
-  std::string caption_;
+  std::string caption_;        // of the control, as it was shown last
   std::string shown_caption_;  // with its access key
   HICON icon_ = nullptr;
   bool enabled_ = true;
-  bool visible_ = true;
   Box box_;
   Extent tabs_;  // of a strip: all of its tabs in one row
   bool shown_ = false;
+  bool placed_ = false;               // in the order of windows
   bool refreshing_ = false;           // the window changes because a property did, not by the user
   std::vector<std::string> entries_;  // what the native list holds
   int widest_entry_ = 0;              // pixels

@@ -13,11 +13,6 @@ namespace qb::win32 {
 namespace {
 
 constexpr wchar_t kWindowClass[] = L"QuillbarrowWindow";
-constexpr int kFirstId = 100;  // above IDOK, IDCANCEL and their kin
-constexpr UINT kLayOutAgain = WM_APP;
-// What a window that could only answer put off: a control's news, by its number and code, and the window's own.
-constexpr UINT kActNow = WM_APP + 1;
-constexpr UINT kTellNow = WM_APP + 2;
 constexpr int kIconResource = 1;
 
 HICON ProgramIcon(int width_metric, int height_metric) {
@@ -68,16 +63,9 @@ NativeForm::NativeForm(Form& form, Host& host, HWND owner, bool main) : form_(fo
   ex_style_ = WS_EX_CONTROLPARENT | (main ? WS_EX_APPWINDOW : WS_EX_DLGMODALFRAME);
   ::CreateWindowExW(ex_style_, kWindowClass, Wide(form.Caption()).c_str(), style_, CW_USEDEFAULT, CW_USEDEFAULT,
                     CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, window_class.hInstance, this);
-  page_background_.Update(window_);
   tips_ = std::make_unique<ToolTips>(window_);
-  MakeControls(form.Arrangement(), false);
-  // The strip's body must lie behind what stands on its pages. Last of all, it comes before the pages for the
-  // Tab key, and the foot of the window after them.
-  for (const auto& made : controls_) {
-    if (made->control().kind() != ControlKind::TabStrip) continue;
-    ::SetWindowPos(made->window(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    made->ShowTabKeys(TabCaptions(made->control()));
-  }
+  AddSlots(form.Arrangement(), false);
+  MakeThoseThatKnowTheirSize();
   BuildMenu();
 }
 
@@ -139,6 +127,7 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case kLayOutAgain:
       layout_posted_ = false;
+      if (!sized_) return 0;  // it will be placed when it is shown
       GrowToFit();
       LayOut();
       return 0;
@@ -177,7 +166,7 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       return result;
     }
     case WM_SHOWWINDOW:
-      if (wparam != FALSE) GrowToFit();
+      if (wparam != FALSE) MakeReadyToShow();
       return Default(message, wparam, lparam);
     case WM_ACTIVATE:
       if (LOWORD(wparam) == WA_INACTIVE) {
@@ -194,12 +183,12 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLORBTN:
       if (PaintPage(reinterpret_cast<HDC>(wparam), reinterpret_cast<HWND>(lparam))) {
-        return reinterpret_cast<LRESULT>(page_background_.brush());
+        return reinterpret_cast<LRESULT>(page_background_.Brush(window_));
       }
       return Default(message, wparam, lparam);
     case WM_THEMECHANGED:
     case WM_SYSCOLORCHANGE:
-      page_background_.Update(window_);
+      page_background_.Forget();
       ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
       return Default(message, wparam, lparam);
     case WM_DRAWITEM: {
@@ -228,123 +217,6 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     default:
       return Default(message, wparam, lparam);
   }
-}
-
-// ---- Controls ----
-
-void NativeForm::AddControl(Control& control, bool on_page) {
-  // The arrow keys move among the options of one group: a group begins at its first option and ends at
-  // the next control that is not of it.
-  const Control* before = controls_.empty() ? nullptr : &controls_.back()->control();
-  auto group_of = [](const Control* c) {
-    return c != nullptr && c->kind() == ControlKind::Option ? static_cast<const OptionButton*>(c)->Group()
-                                                            : std::string();
-  };
-  const bool group_start = group_of(before) != group_of(&control) || control.kind() != ControlKind::Option;
-  const int id = kFirstId + static_cast<int>(controls_.size());
-  controls_.push_back(std::make_unique<NativeControl>(control, window_, id, group_start));
-  NativeControl& made = *controls_.back();
-  made.SetMetrics(*metrics_);
-  tips_->Set(made.window(), control);
-  if (on_page) on_page_.insert(made.window());
-}
-
-void NativeForm::MakeControls(const Layout& part, bool on_page) {
-  if (part.control != nullptr && part.kind != Layout::Kind::Tabs) AddControl(*part.control, on_page);
-  for (const Layout& child : part.parts) MakeControls(child, on_page || part.kind == Layout::Kind::Tabs);
-  if (part.kind == Layout::Kind::Tabs) AddControl(*part.control, on_page);
-}
-
-NativeControl* NativeForm::ControlOf(int id) const {
-  const int index = id - kFirstId;
-  return index >= 0 && index < static_cast<int>(controls_.size()) ? controls_[static_cast<std::size_t>(index)].get()
-                                                                  : nullptr;
-}
-
-NativeControl* NativeForm::ControlOf(const Control& control) const {
-  auto found = std::find_if(controls_.begin(), controls_.end(),
-                            [&](const auto& native) { return &native->control() == &control; });
-  return found == controls_.end() ? nullptr : found->get();
-}
-
-void NativeForm::ControlChanged(Control& control) {
-  if (control.kind() == ControlKind::MenuItem) {
-    if (!menu_.Refresh(static_cast<MenuItem&>(control))) BuildMenu();
-    return;
-  }
-  NativeControl* native = ControlOf(control);
-  // A frame that is not visible any more takes others with it, so all are placed anew.
-  bool place_again = false;
-  if (native != nullptr) {
-    place_again = native->Refresh();
-    tips_->Set(native->window(), control);
-  }
-  if (control.kind() == ControlKind::TabStrip) return LayOut();
-  if (!place_again || layout_posted_) return;
-  // Later, once for all that changes together.
-  layout_posted_ = ::PostMessageW(window_, kLayOutAgain, 0, 0) != FALSE;
-}
-
-void NativeForm::OnCommand(int id, UINT code, bool from_control) {
-  if (from_control) {
-    if (NativeControl* control = ControlOf(id)) control->Act(code);
-    return;
-  }
-  if (id == IDCANCEL) {
-    for (const auto& control : controls_) {
-      if (control->control().kind() != ControlKind::Button) continue;
-      if (static_cast<Button&>(control->control()).CancelButton()) return control->Act(BN_CLICKED);
-    }
-    // A window without such a button is closed as by its close box; the main one is not.
-    if (!main_) StepOver(form_.Unload(UnloadMode::ControlMenu));
-    return;
-  }
-  // Enter asks for the default button by its number.
-  if (NativeControl* control = ControlOf(id)) return control->Act(BN_CLICKED);
-  ClickMenu(menu_.ItemOf(id));
-}
-
-void NativeForm::ClickMenu(MenuItem* item) {
-  if (item == nullptr || WhyRefused(*item) != Refusal::None) return;
-  item->UserMouseDown();
-  item->UserClick();
-}
-
-LRESULT NativeForm::OnNotify(LPARAM lparam) {
-  auto& header = *reinterpret_cast<NMHDR*>(lparam);
-  if (header.code == TTN_GETDISPINFOW) {
-    // The strip's own tool tip asks for the tip of a tab by its index.
-    for (const auto& control : controls_) {
-      if (control->control().kind() != ControlKind::TabStrip ||
-          TabCtrl_GetToolTips(control->window()) != header.hwndFrom) {
-        continue;
-      }
-      const auto& pages = static_cast<const TabStrip&>(control->control()).Pages();
-      if (header.idFrom >= pages.size()) return 0;
-      ::SendMessageW(header.hwndFrom, TTM_SETMAXTIPWIDTH, 0, ::MulDiv(360, static_cast<int>(metrics_->dpi()), 96));
-      // The tool tip reads the text after this returns.
-      tab_tip_ = Wide(pages[header.idFrom].tool_tip);
-      reinterpret_cast<NMTTDISPINFOW*>(lparam)->lpszText = tab_tip_.data();
-      return 0;
-    }
-    return 0;
-  }
-  if (host_.OnlyAnswering()) {
-    ::PostMessageW(window_, kActNow, header.idFrom, static_cast<LPARAM>(header.code));
-  } else if (NativeControl* control = ControlOf(static_cast<int>(header.idFrom))) {
-    control->Act(header.code);
-  }
-  return 0;
-}
-
-int NativeForm::DefaultButton() const {
-  for (std::size_t i = 0; i < controls_.size(); ++i) {
-    const Control& control = controls_[i]->control();
-    if (control.kind() == ControlKind::Button && static_cast<const Button&>(control).Default()) {
-      return kFirstId + static_cast<int>(i);
-    }
-  }
-  return 0;
 }
 
 // ---- Visibility, state, focus ----
@@ -412,23 +284,25 @@ bool NativeForm::ShowHand(HWND control) const {
 }
 
 bool NativeForm::PaintPage(HDC dc, HWND control) const {
-  if (on_page_.count(control) == 0) return false;
+  const Slot* slot = SlotOf(::GetDlgCtrlID(control));
+  if (slot == nullptr || !slot->on_page) return false;
   ::SetBkMode(dc, TRANSPARENT);
   return true;
 }
 
-void NativeForm::EraseBackground(HDC dc) const {
+void NativeForm::EraseBackground(HDC dc) {
   RECT client{};
   ::GetClientRect(window_, &client);
   ::FillRect(dc, &client, ::GetSysColorBrush(COLOR_BTNFACE));
   // Themed controls have their background drawn by their parent, and the page is not the parent.
-  for (const auto& control : controls_) {
-    if (control->control().kind() != ControlKind::TabStrip || !::IsWindowVisible(control->window())) continue;
+  for (const Slot& slot : slots_) {
+    if (slot.control->kind() != ControlKind::TabStrip || !::IsWindowVisible(slot.native->window())) continue;
+    HWND strip = slot.native->window();
     RECT page{};
-    ::GetWindowRect(control->window(), &page);
+    ::GetWindowRect(strip, &page);
     ::MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&page), 2);
-    TabCtrl_AdjustRect(control->window(), FALSE, &page);
-    ::FillRect(dc, &page, page_background_.brush());
+    TabCtrl_AdjustRect(strip, FALSE, &page);
+    ::FillRect(dc, &page, page_background_.Brush(window_));
   }
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -54,11 +53,20 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   void ControlChanged(Control& control);
   // Keys that mean something to the window as a whole. True if the message is done with.
   bool TakeMessage(MSG& message);
+  // The mouse moves over that window of a control, at `place` in its client area: its tip is made now, before the
+  // control hears of the mouse.
+  void ShowTipOf(HWND control, POINT place);
   void PopupMenu(MenuItem& menu);
   // In pixels, on one line.
   int TextWidth(const std::string& text) const { return metrics_->TextExtent(text).width; }
 
  private:
+  static constexpr int kFirstId = 100;  // above IDOK, IDCANCEL and their kin
+  static constexpr UINT kLayOutAgain = WM_APP;
+  // What a window that could only answer put off: a control's news, by its number and code, and the window's own.
+  static constexpr UINT kActNow = WM_APP + 1;
+  static constexpr UINT kTellNow = WM_APP + 2;
+
   // While one stands, what happens to the window is the program's doing and no news for the form.
   class OwnChange {
    public:
@@ -75,8 +83,23 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT Default(UINT message, WPARAM wparam, LPARAM lparam) const;
 
-  void MakeControls(const Layout& part, bool on_page);
-  void AddControl(Control& control, bool on_page);
+  // A control of the form, whose window is made when it is to be seen for the first time: a page that is never turned
+  // to costs none.
+  struct Slot {
+    Control* control;
+    bool on_page;         // of a tab strip
+    bool group_start;     // for the arrow keys
+    std::string caption;  // these two as they were when the controls were placed last
+    bool visible;
+    bool in_sight;            // on no page or the one in front, and not hidden, when the controls were placed last
+    std::string key_caption;  // the caption with its access key; empty for a control that takes none
+    std::unique_ptr<NativeControl> native;
+  };
+  void AddSlots(const Layout& part, bool on_page);
+  void AddSlot(Control& control, bool on_page);
+  void MakeThoseThatKnowTheirSize();
+  NativeControl& Make(std::size_t index);
+  HWND WindowBefore(std::size_t index) const;
   Extent Smallest(const Control& control) const override;
   int HeightAt(const Control& control, int width) const override;
   Placement Arranged() const { return {form_.Arrangement(), *this, metrics_->spacing()}; }
@@ -86,6 +109,8 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   SIZE WindowRound(Extent area) const;
   void LayOut();
   void GrowToFit();
+  void MakeReadyToShow();
+  void CenterNow();
   void ChangeResolution(UINT dpi, const RECT& suggested);
   void Scroll(UINT message, WPARAM wparam);
   void ScrollToFocus();
@@ -102,10 +127,14 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   void OnFocus();
   bool ShowHand(HWND control) const;
   bool PaintPage(HDC dc, HWND control) const;
-  void EraseBackground(HDC dc) const;
+  void EraseBackground(HDC dc);
+  static void Press(const Slot& slot);
   void ClickMenu(MenuItem* item);
   int DefaultButton() const;
   bool TurnPage(const MSG& message);
+  const Slot* SlotOf(int id) const;
+  std::size_t IndexOf(const Control& control) const;
+  // Null where no window is made yet, and for what is no control of the form.
   NativeControl* ControlOf(int id) const;
   NativeControl* ControlOf(const Control& control) const;
   std::vector<TabStrip*> FrontTabs() const;
@@ -116,8 +145,7 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   DWORD style_ = 0, ex_style_ = 0;
   HWND window_ = nullptr;
   std::unique_ptr<Metrics> metrics_;
-  std::vector<std::unique_ptr<NativeControl>> controls_;  // the number of a window is its index, from kFirstId
-  std::set<HWND> on_page_;
+  std::vector<Slot> slots_;  // the number of a window is its index, from kFirstId
   std::unique_ptr<ToolTips> tips_;
   NativeMenu menu_;
   MenuItem* open_popup_ = nullptr;
@@ -125,9 +153,9 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   bool menu_stale_ = false;
   Scroller scroller_;
   PageBackground page_background_;
-  std::wstring tab_tip_;
   HWND focus_ = nullptr;  // where the keyboard was when the window was left
   bool sized_ = false;    // the window has the size of its content, or the one that the user gave it
+  bool centered_ = false;
   bool layout_posted_ = false;
   int own_changes_ = 0;  // changes of the window that the program itself is making
 };

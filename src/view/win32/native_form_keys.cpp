@@ -8,9 +8,9 @@ namespace qb::win32 {
 // The strips that take a click, an inner one before that on whose page it stands.
 std::vector<TabStrip*> NativeForm::FrontTabs() const {
   std::vector<TabStrip*> strips;
-  for (const auto& control : controls_) {
-    if (control->control().kind() == ControlKind::TabStrip && WhyRefused(control->control()) == Refusal::None) {
-      strips.push_back(&static_cast<TabStrip&>(control->control()));
+  for (const Slot& slot : slots_) {
+    if (slot.control->kind() == ControlKind::TabStrip && WhyRefused(*slot.control) == Refusal::None) {
+      strips.push_back(&static_cast<TabStrip&>(*slot.control));
     }
   }
   return strips;
@@ -61,9 +61,9 @@ std::vector<std::string> NativeForm::BarCaptions() const {
   for (const MenuItem* menu : form_.Menus()) {
     if (menu->Visible() && !menu->popup) captions.push_back(menu->Caption());
   }
-  for (const auto& control : controls_) {
-    if (control->control().kind() != ControlKind::TabStrip) continue;
-    for (const TabStrip::Page& page : static_cast<const TabStrip&>(control->control()).Pages()) {
+  for (const Slot& slot : slots_) {
+    if (slot.control->kind() != ControlKind::TabStrip) continue;
+    for (const TabStrip::Page& page : static_cast<const TabStrip&>(*slot.control).Pages()) {
       captions.push_back(page.caption);
     }
   }
@@ -75,10 +75,10 @@ std::vector<std::string> NativeForm::TabCaptions(const Control& strip) const {
   const std::vector<std::string> captions = WithAccessKeys(BarCaptions());
   auto first = captions.begin() + std::count_if(form_.Menus().begin(), form_.Menus().end(),
                                                 [](const MenuItem* menu) { return menu->Visible() && !menu->popup; });
-  for (const auto& control : controls_) {
-    if (control->control().kind() != ControlKind::TabStrip) continue;
-    const auto pages = std::ssize(static_cast<const TabStrip&>(control->control()).Pages());
-    if (&control->control() == &strip) return {first, first + pages};
+  for (const Slot& slot : slots_) {
+    if (slot.control->kind() != ControlKind::TabStrip) continue;
+    const auto pages = std::ssize(static_cast<const TabStrip&>(*slot.control).Pages());
+    if (slot.control == &strip) return {first, first + pages};
     first += pages;
   }
   return {};
@@ -91,7 +91,7 @@ void NativeForm::BuildMenu() {
 
 // A text before a field takes the key for it, and so does a frame round one that has no such text.
 bool NativeForm::TakesAccessKey(std::size_t index) const {
-  const Control& control = controls_[index]->control();
+  const Control& control = *slots_[index].control;
   switch (control.kind()) {
     case ControlKind::Button:
     case ControlKind::CheckBox:
@@ -99,8 +99,8 @@ bool NativeForm::TakesAccessKey(std::size_t index) const {
       return true;
     case ControlKind::Label:
     case ControlKind::Frame: {
-      if (index + 1 == controls_.size()) return false;
-      const ControlKind next = controls_[index + 1]->control().kind();
+      if (index + 1 == slots_.size()) return false;
+      const ControlKind next = slots_[index + 1].control->kind();
       return next == ControlKind::TextBox || next == ControlKind::ComboBox || next == ControlKind::ListBox;
     }
     default:
@@ -111,24 +111,21 @@ bool NativeForm::TakesAccessKey(std::size_t index) const {
 // Every control in sight gets a key of its own, as long as there are letters: what stands on every page first, so
 // that its keys stay when the user turns pages, and buttons before the rest.
 void NativeForm::ShareAccessKeys() {
-  struct Taker {
-    NativeControl* native;
-    bool on_page, button;
-  };
-  std::vector<Taker> takers;
-  for (std::size_t i = 0; i < controls_.size(); ++i) {
-    NativeControl& native = *controls_[i];
-    if (!native.Shown() || !TakesAccessKey(i)) continue;
-    takers.push_back({&native, on_page_.count(native.window()) != 0, native.control().kind() == ControlKind::Button});
+  std::vector<Slot*> takers;
+  for (std::size_t i = 0; i < slots_.size(); ++i) {
+    if (slots_[i].in_sight && TakesAccessKey(i)) takers.push_back(&slots_[i]);
   }
-  std::stable_sort(takers.begin(), takers.end(), [](const Taker& a, const Taker& b) {
-    return std::pair(a.on_page, !a.button) < std::pair(b.on_page, !b.button);
-  });
+  auto turn = [](const Slot* slot) { return std::pair(slot->on_page, slot->control->kind() != ControlKind::Button); };
+  std::stable_sort(takers.begin(), takers.end(), [turn](const Slot* a, const Slot* b) { return turn(a) < turn(b); });
   std::vector<std::string> captions = BarCaptions();
   const std::size_t bar = captions.size();
-  for (const Taker& taker : takers) captions.push_back(taker.native->control().Caption());
+  for (const Slot* taker : takers) captions.push_back(taker->control->Caption());
   captions = WithAccessKeys(std::move(captions));
-  for (std::size_t i = 0; i < takers.size(); ++i) takers[i].native->ShowAccessKey(captions[bar + i]);
+  for (std::size_t i = 0; i < takers.size(); ++i) {
+    Slot& taker = *takers[i];
+    taker.key_caption = captions[bar + i];
+    if (taker.native != nullptr) taker.native->ShowAccessKey(taker.key_caption);
+  }
 }
 
 void NativeForm::PopupMenu(MenuItem& menu) {

@@ -79,13 +79,16 @@ void NativeForm::LayOut() {
   const Box area{margin - static_cast<int>(offset.x), margin - static_cast<int>(offset.y),
                  std::max<int>(client.right, content.width) - 2 * margin,
                  std::max<int>(client.bottom, content.height) - 2 * margin};
+  const std::vector<PlacedControl> places = Arranged().Place(area);
+  for (const PlacedControl& placed : places) slots_[IndexOf(*placed.control)].in_sight = placed.shown;
+  ShareAccessKeys();
   bool changed = false;
-  for (const PlacedControl& placed : Arranged().Place(area)) {
-    NativeControl* native = ControlOf(*placed.control);
-    if (native != nullptr && native->Put(placed.box, placed.shown)) changed = true;
+  for (const PlacedControl& placed : places) {
+    const std::size_t index = IndexOf(*placed.control);
+    if (slots_[index].native == nullptr && !placed.shown) continue;
+    if (Make(index).Put(placed.box, placed.shown, WindowBefore(index))) changed = true;
   }
   if (!changed) return;
-  ShareAccessKeys();
   ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
   KeepFocusInSight();
 }
@@ -119,14 +122,29 @@ void NativeForm::ChangeResolution(UINT dpi, const RECT& suggested) {
   OwnChange own(*this);
   auto old = std::move(metrics_);  // its font is in use until the controls have the new one
   metrics_ = std::make_unique<Metrics>(dpi);
-  for (const auto& control : controls_) control->SetMetrics(*metrics_);
+  for (const Slot& slot : slots_) {
+    if (slot.native != nullptr) slot.native->SetMetrics(*metrics_);
+  }
   ::SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                  suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
   GrowToFit();
   LayOut();
+  ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
+// One that was never shown takes its size and place, and its controls their windows, when it is.
 void NativeForm::Center() {
+  centered_ = true;
+  if (sized_) CenterNow();
+}
+
+void NativeForm::MakeReadyToShow() {
+  const bool first = !sized_;
+  GrowToFit();
+  if (first && centered_) CenterNow();
+}
+
+void NativeForm::CenterNow() {
   GrowToFit();
   OwnChange own(*this);
   RECT window{};

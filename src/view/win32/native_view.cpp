@@ -13,11 +13,16 @@ namespace {
 constexpr wchar_t kApplicationClass[] = L"ThunderRT6Main";
 constexpr wchar_t kApplicationTitle[] = L"Quillbarrow";
 
+// In the client area of its window.
+POINT PlaceOf(const MSG& mouse) {
+  return {static_cast<short>(LOWORD(mouse.lParam)), static_cast<short>(HIWORD(mouse.lParam))};
+}
+
 // The tray tells of the mouse by the message of a mouse move. A real one, which lies where the mouse was, means nothing
 // to a form's own window, and at the wrong place with a button down it would read as the tray's.
 bool IsMouseMove(const MSG& message) {
   if (message.message != WM_MOUSEMOVE) return false;
-  POINT place{static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))};
+  POINT place = PlaceOf(message);
   ::ClientToScreen(message.hwnd, &place);
   return place.x == message.pt.x && place.y == message.pt.y && ::GetAncestor(message.hwnd, GA_ROOT) == message.hwnd;
 }
@@ -139,13 +144,16 @@ void NativeView::OrderChanged(Form& form) {
 bool NativeView::TakeMessage(MSG& message) {
   if (IsMouseMove(message)) return true;
   const bool key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
-  HWND root = key ? ::GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+  const bool mouse = message.message == WM_MOUSEMOVE;
+  HWND root = key || mouse ? ::GetAncestor(message.hwnd, GA_ROOT) : nullptr;
   if (root == nullptr) return false;
   auto found =
       std::find_if(forms_.begin(), forms_.end(), [=](const auto& entry) { return entry.second->window() == root; });
   if (found == forms_.end()) return false;
   const std::shared_ptr<NativeForm> native = found->second;  // its handlers may unload the form
-  return native->TakeMessage(message);
+  if (key) return native->TakeMessage(message);
+  native->ShowTipOf(message.hwnd, PlaceOf(message));
+  return false;
 }
 
 void NativeView::BeginModal(Form& form, HWND window) {

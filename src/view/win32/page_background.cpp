@@ -56,13 +56,19 @@ class VisualStyle {
 }  // namespace
 
 PageBackground::~PageBackground() {
-  if (brush_ != nullptr) ::DeleteObject(brush_);
+  Forget();
 }
 
-void PageBackground::Update(HWND window) {
-  const COLORREF color = VisualStyle(window).PageColor().value_or(::GetSysColor(COLOR_BTNFACE));
+void PageBackground::Forget() {
   if (brush_ != nullptr) ::DeleteObject(brush_);
-  brush_ = ::CreateSolidBrush(color);
+  brush_ = nullptr;
+}
+
+HBRUSH PageBackground::Brush(HWND window) {
+  if (brush_ == nullptr) {
+    brush_ = ::CreateSolidBrush(VisualStyle(window).PageColor().value_or(::GetSysColor(COLOR_BTNFACE)));
+  }
+  return brush_;
 }
 
 }  // namespace qb::win32

@@ -12,10 +12,10 @@ class PageBackground {
   PageBackground(const PageBackground&) = delete;
   PageBackground& operator=(const PageBackground&) = delete;
 
-  // Asks the visual style that is in force now; a window must say which.
-  void Update(HWND window);
-  // Null before the first Update.
-  HBRUSH brush() const { return brush_; }
+  // As the visual style that is in force has it; a window must say which. Asked for once, and owned here.
+  HBRUSH Brush(HWND window);
+  // Another style may be in force now.
+  void Forget();
 
  private:
   HBRUSH brush_ = nullptr;

@@ -45,11 +45,13 @@ HWND ToolTips::WindowFor(const Heading& heading) {
 }
 
 void ToolTips::Set(HWND window, const Control& control) {
+  Give(window, {control.ToolTip(), HeadingOf(control)});
+}
+
+void ToolTips::Give(HWND window, Tip tip) {
   Tip& present = tips_[window];
-  const std::string& text = control.ToolTip();
-  Heading heading = HeadingOf(control);
-  if (present.text == text && present.heading == heading) return;
-  std::wstring wide = Wide(text);
+  if (present == tip) return;
+  std::wstring wide = Wide(tip.text);
   TOOLINFOW tool{};
   tool.cbSize = sizeof tool;
   tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
@@ -58,8 +60,12 @@ void ToolTips::Set(HWND window, const Control& control) {
   tool.lpszText = wide.data();
   const auto tool_param = reinterpret_cast<LPARAM>(&tool);
   if (!present.text.empty()) ::SendMessageW(WindowFor(present.heading), TTM_DELTOOLW, 0, tool_param);
-  if (!text.empty()) ::SendMessageW(WindowFor(heading), TTM_ADDTOOLW, 0, tool_param);
-  present = {text, std::move(heading)};
+  if (!tip.text.empty()) ::SendMessageW(WindowFor(tip.heading), TTM_ADDTOOLW, 0, tool_param);
+  present = std::move(tip);
+}
+
+void ToolTips::Refresh(HWND window, const Control& control) {
+  if (tips_.count(window) != 0) Set(window, control);
 }
 
 }  // namespace qb::win32

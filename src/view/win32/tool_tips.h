@@ -17,6 +17,10 @@ class ToolTips {
   // Gives the control's window the tip of the control, another one, or none (an empty text). That of a button is
   // a balloon with a title and its mark; where it has no title, the button's caption is one.
   void Set(HWND window, const Control& control);
+  // The same for a window that was given a tip before; nothing for another one.
+  void Refresh(HWND window, const Control& control);
+  // Gives the window a tip without a title, another one, or none.
+  void Set(HWND window, const std::string& text) { Give(window, {text, {}}); }
 
  private:
   struct Heading {
@@ -28,8 +32,10 @@ class ToolTips {
   struct Tip {
     std::string text;
     Heading heading;
+    friend bool operator==(const Tip&, const Tip&) = default;
   };
   static Heading HeadingOf(const Control& control);
+  void Give(HWND window, Tip tip);
   // A tool tip window shows one title for all of its tips, so each title has a window of its own.
   HWND WindowFor(const Heading& heading);
 
