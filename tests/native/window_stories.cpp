@@ -129,26 +129,30 @@ void TabOrderAndKeys() {
   RemoteProgram program;
   HWND window = MainWindowInFront(program);
   HWND strip = RemoteProgram::Child(window, "SysTabControl32");
-  program.PickTab(0);
   auto press = [&](std::initializer_list<WORD> keys) {
     HWND before = FocusOf(window);
     PressKeys(keys);
     return WaitFor([&] { return FocusOf(window) != before; }, 3000);
   };
-  for (int steps = 0; steps < 40 && FocusOf(window) != strip; ++steps) press({VK_TAB});
-  Check(FocusOf(window) == strip, "the Tab key comes to the tab strip");
-  press({VK_TAB});
-  Check(FocusOf(window) == RemoteProgram::Child(window, "Button", "URL address drop-list box"),
-        "and from there to the first box of its page");
-  bool past_strip = false;
-  for (int steps = 0; steps < 40 && FocusOf(window) != RemoteProgram::Child(window, "Button", "Kill Now!"); ++steps) {
-    past_strip = past_strip || FocusOf(window) == strip;
+  constexpr const char* kFirstBox = "Windows Start, Run drop-list";
+  HWND foot = RemoteProgram::Child(window, "Button", "Kill Now!");
+  // The windows of the second page are made when those round it are there.
+  for (const auto& [page, first_box] : {std::pair(0, "URL address drop-list box"), std::pair(4, kFirstBox)}) {
+    program.PickTab(page);
+    for (int steps = 0; steps < 40 && FocusOf(window) != strip; ++steps) press({VK_TAB});
+    Check(FocusOf(window) == strip, "the Tab key comes to the tab strip");
     press({VK_TAB});
+    Check(FocusOf(window) == RemoteProgram::Child(window, "Button", first_box),
+          "and from there to the first box of its page");
+    bool past_strip = false;
+    for (int steps = 0; steps < 40 && FocusOf(window) != foot; ++steps) {
+      past_strip = past_strip || FocusOf(window) == strip;
+      press({VK_TAB});
+    }
+    Check(!past_strip && FocusOf(window) == foot, "then through the page to the foot of the window");
   }
-  Check(!past_strip && FocusOf(window) == RemoteProgram::Child(window, "Button", "Kill Now!"),
-        "then through the page to the foot of the window");
   press({VK_SHIFT, VK_TAB});
-  program.PickTab(4);
+  program.PickTab(0);
   Check(WaitFor([&] { return Shown(FocusOf(window)); }), "the keyboard is not left on a page that is turned");
 
   std::set<char> keys;
@@ -159,10 +163,31 @@ void TabOrderAndKeys() {
   }
   Check(all_apart && keys.size() > 5, "no two controls in sight share an access key");
   // There are fewer letters than controls: the last boxes of a page may have none.
-  constexpr const char* kFirstBox = "Windows Start, Run drop-list";
+  program.PickTab(4);
   const bool ticked = program.Ticked(kFirstBox);
   PressKeys({VK_MENU, static_cast<WORD>(AccessKey(RemoteProgram::Child(window, "Button", kFirstBox)))});
   Check(WaitFor([&] { return program.Ticked(kFirstBox) != ticked; }), "Alt with its key ticks a box");
+}
+
+// A tip is a window beside the main one. It comes when the mouse rests on a control.
+void Tips() {
+  RemoteProgram program;
+  HWND window = MainWindowInFront(program);
+  auto in_sight = [&] { return program.VisibleWindows() == 2; };
+  auto rest_on = [](HWND control) {
+    POINT place{12, 8};
+    PostMessageA(control, WM_MOUSEMOVE, 0, MAKELPARAM(place.x, place.y));
+    ClientToScreen(control, &place);
+    SetCursorPos(place.x, place.y);
+  };
+  rest_on(window);
+  Check(!WaitFor(in_sight, 1500), "no tip comes beside the controls");
+  rest_on(RemoteProgram::Child(window, "Button", "Kill Now!"));
+  Check(WaitFor(in_sight), "a button shows its tip");
+  rest_on(window);
+  Check(WaitFor([&] { return !in_sight(); }, 30000), "it goes with the mouse");
+  rest_on(RemoteProgram::Child(window, "SysTabControl32"));
+  Check(WaitFor(in_sight), "a tab shows its tip");
 }
 
 // The menu bar, by its key; and the session's end under the open menu, which the program must outlive.
@@ -222,6 +247,7 @@ void WindowStories() {
   EveryPage();
   Keyboard();
   TabOrderAndKeys();
+  Tips();
   MenuBar();
   ExitQuestion();
   EndOfSession();
