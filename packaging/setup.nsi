@@ -11,10 +11,12 @@ OutFile "${OUTPUT}"
 RequestExecutionLevel user
 InstallDir "$LOCALAPPDATA\Programs\Quillbarrow"
 InstallDirRegKey HKCU "Software\Microsoft\Windows\CurrentVersion\Uninstall\Quillbarrow" "InstallLocation"
-Icon "${SOURCE}\src\app\windows\quillbarrow.ico"
-UninstallIcon "${SOURCE}\src\app\windows\quillbarrow.ico"
 ShowInstDetails nevershow
 ShowUninstDetails nevershow
+ManifestDPIAware true
+Caption "Quillbarrow Setup"
+UninstallCaption "Remove Quillbarrow"
+BrandingText "Quillbarrow ${VERSION}"
 VIProductVersion "${VERSION}.0"
 VIAddVersionKey "ProductName" "Quillbarrow"
 VIAddVersionKey "FileDescription" "Quillbarrow setup"
@@ -25,6 +27,8 @@ VIAddVersionKey "LegalCopyright" ""
 
 !include "FileFunc.nsh"
 !include "LogicLib.nsh"
+!include "MUI2.nsh"
+!include "nsDialogs.nsh"
 
 !define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Quillbarrow"
 !define RUN "Software\Microsoft\Windows\CurrentVersion\Run"
@@ -32,12 +36,34 @@ VIAddVersionKey "LegalCopyright" ""
 !define TITLE "Quillbarrow 2019 - Protecting your Privacy since 1997!"
 !define CLASS "QuillbarrowWindow"
 
-Page directory
-Page instfiles
-UninstPage uninstConfirm
-UninstPage instfiles
+!define PICTURES "${SOURCE}\packaging"
+!define MUI_ICON "${SOURCE}\src\app\windows\quillbarrow.ico"
+!define MUI_UNICON "${MUI_ICON}"
+!define MUI_HEADERIMAGE
+!define MUI_HEADERIMAGE_RIGHT
+!define MUI_HEADERIMAGE_BITMAP "${PICTURES}\header.bmp"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURES}\side.bmp"
+
+!define MUI_DIRECTORYPAGE_TEXT_TOP "Quillbarrow is installed for you alone; that takes no administrator rights.$\r$\n\
+  If it is running now, it is ended first: what it is deleting at that moment stops at the next file."
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!define MUI_FINISHPAGE_TITLE "Quillbarrow is installed"
+!define MUI_FINISHPAGE_TEXT_LARGE
+!define MUI_FINISHPAGE_TEXT "What you tick in it is deleted. There is no undo.$\r$\n$\r$\nClosing its window only hides it: \
+  $\"ShutDown Quillbarrow$\" in the menu of its icon beside the clock ends it. It starts with Windows, hidden."
+!define MUI_FINISHPAGE_RUN "$INSTDIR\Quillbarrow.exe"
+!define MUI_FINISHPAGE_RUN_TEXT "&Start Quillbarrow"
+!insertmacro MUI_PAGE_FINISH
+UninstPage custom un.AskForData un.TakeAnswer
+!define MUI_INSTFILESPAGE_FINISHHEADER_TEXT "Quillbarrow is removed"
+!define MUI_INSTFILESPAGE_FINISHHEADER_SUBTEXT "Other users of this computer keep theirs."
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE "English"
 
 Var WasRunning
+Var RemoveData ; 1 if settings and data go too
+Var RemoveButton
 
 ; Ends the program as its user does: the first close request hides its window, the next one ends it, and it stores its
 ; count. If it is not gone after a few of them, the request that Windows makes at the end of a session follows, which no
@@ -53,6 +79,7 @@ Function ${UN}EndProgram
       ${ExitDo}
     ${EndIf}
     StrCpy $WasRunning 1
+    DetailPrint "Ending the copy of Quillbarrow that is running"
     IntOp $9 $9 + 1
     ${If} $9 > 5
       SetErrors
@@ -120,8 +147,9 @@ Section
   ${If} $0 != ""
     WriteRegStr HKCU "${RUN}" "Quillbarrow" '"$INSTDIR\Quillbarrow.exe" /STARTUP'
   ${EndIf}
-  ; After an update the user has what he had before.
+  ; After an update the user has what he had before; with windows the last of them asks.
   ${If} $WasRunning == 1
+  ${AndIf} ${Silent}
     Exec '"$INSTDIR\Quillbarrow.exe"'
   ${EndIf}
 SectionEnd
@@ -161,6 +189,47 @@ Function un.RemoveData
   DeleteRegKey /ifempty HKCU "${STORE}"
 FunctionEnd
 
+; /DATA takes settings and data along, and picks that answer on the page that asks.
+Function un.onInit
+  StrCpy $RemoveData 0
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} "$0" "/DATA" $1
+  ${IfNot} ${Errors}
+    StrCpy $RemoveData 1
+  ${EndIf}
+FunctionEnd
+
+Function un.AskForData
+  !insertmacro MUI_HEADER_TEXT "Remove Quillbarrow" "The program and its entries go."
+  nsDialogs::Create 1018
+  Pop $0
+  ${NSD_CreateLabel} 0 0 100% 24u "Quillbarrow will be removed from $INSTDIR. If it is running, it is ended first."
+  Pop $0
+  ${NSD_CreateLabel} 0 30u 100% 10u "Your settings and data:"
+  Pop $0
+  ${NSD_CreateFirstRadioButton} 0 42u 100% 12u "&Keep them. Another installation will use them again."
+  Pop $1
+  ${NSD_CreateAdditionalRadioButton} 0 56u 100% 12u "&Remove them, for good."
+  Pop $RemoveButton
+  ${NSD_CreateLabel} 12u 69u -12u 28u "These are all settings, the list of cookies to keep, the pages of past audits and the error log."
+  Pop $0
+  ${NSD_CreateLabel} 0 104u 100% 26u "Either way, pictures that an audit copied to C:\thumbs stay there. Delete that folder yourself."
+  Pop $0
+  ${If} $RemoveData = 1
+    ${NSD_Check} $RemoveButton
+    ${NSD_SetFocus} $RemoveButton
+  ${Else}
+    ${NSD_Check} $1
+    ${NSD_SetFocus} $1
+  ${EndIf}
+  nsDialogs::Show
+FunctionEnd
+
+Function un.TakeAnswer
+  ${NSD_GetState} $RemoveButton $RemoveData
+FunctionEnd
+
 Section "Uninstall"
   !insertmacro StopIfItRuns "un."
   ; Another copy may have written the value for itself.
@@ -182,14 +251,7 @@ Section "Uninstall"
   RMDir "$LOCALAPPDATA\Programs"
   Delete "$SMPROGRAMS\Quillbarrow.lnk"
   DeleteRegKey HKCU "${ENTRY}"
-  ; Without windows they stay, unless /DATA asks for them.
-  ${GetParameters} $0
-  ClearErrors
-  ${GetOptions} "$0" "/DATA" $1
-  ${IfNot} ${Errors}
-    Call un.RemoveData
-  ${Else}
-    MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "Remove your settings and the list of cookies to keep, too?" /SD IDNO IDNO +2
+  ${If} $RemoveData = 1
     Call un.RemoveData
   ${EndIf}
 SectionEnd

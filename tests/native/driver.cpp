@@ -94,8 +94,8 @@ void Check(bool held, const std::string& what) {
 }  // namespace native
 
 // `driver [STORY]` plays all stories, or the one; some are only played when they are asked for, as they continue what
-// came before. For pictures, `driver cookies SITE…` only makes a cookie entry for each site, and `driver popup` opens
-// the menu of the icon.
+// came before, or need a setup program. For pictures, `driver cookies SITE…` only makes a cookie entry for each site,
+// and `driver popup` opens the menu of the icon.
 int main(int count, char** arguments) {
   const std::string picked = count > 1 ? arguments[1] : "";
   if (picked == "cookies") {
@@ -119,6 +119,7 @@ int main(int count, char** arguments) {
       {"windows", WindowStories},
       {"resident", ResidentStory},
       {"thumbs", ThumbsStory},
+      {"installation", InstallationStory, true},
       {"browse", DayOfBrowsing, true},
       {"day-until-boot", DayUntilBoot, true},
       {"day-after-boot", DayAfterBoot, true},

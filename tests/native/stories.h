@@ -20,6 +20,8 @@ void DayUntilBoot();
 void DayAfterBoot();
 // Second copies, odd windows of others, and ends of the process in the middle of a run.
 void EndsStory();
+// The pages of C:\setup.exe and of the uninstaller, by their buttons, where no program is installed.
+void InstallationStory();
 // Internet Explorer's traces on a real Windows: its URL cache, cookies and the keep list, the helpers, the
 // registry, and what goes at the next boot. Leaves the log and count of its runs in C:\internet-log.txt.
 void InternetStory();

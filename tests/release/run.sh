@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Tries the setup program of ./release in a throwaway prefix: installation, start, an update over the running copy, removal
-# with and without settings and data, and a day with the program. Ends with 'release: N passed, N failed'. With CI set, or
+# with and without settings and data, silently and by their windows, and a day with the program. Ends with 'release: N passed, N failed'. With CI set, or
 # as `run.sh twice`, it also makes a second release in another folder and compares the bytes, for which all is built once
 # more.
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
@@ -126,8 +126,7 @@ sleep 2
 everything >"$WORK/after"
 check 'and nothing of the program is left on the disk' diff "$WORK/before" "$WORK/after"
 
-# A day with the program: installed, set up, used, kept over a boot of Windows, and removed.
-# drive PART lets the driver play a part of the day and adds its numbers up.
+# drive PART lets the driver play a part and adds its numbers up.
 drive() {
   local good bad
   timeout 900 wine 'C:\native_driver.exe' "$1" 2>/dev/null | tr -d '\r' | tee "$WORK/driver.log" || true
@@ -138,6 +137,11 @@ drive() {
   passed=$((passed + good))
   failed=$((failed + bad))
 }
+
+# The same with windows: every page once, and what each answer leaves.
+drive installation
+
+# A day with the program: installed, set up, used, kept over a boot of Windows, and removed.
 CACHE="$LOCAL/Microsoft/Windows/Explorer/thumbcache_96.db"
 mkdir -p "$(dirname "$CACHE")"
 PYTHONPATH=tests/browsers python3 -c "import sys, thumb_caches

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Draws quillbarrow.ico and logo.gif anew with ImageMagick. Both are kept beside this script, so a build
-# does not need it.
+# Draws quillbarrow.ico and logo.gif anew with ImageMagick, and the two pictures of the setup program. All are kept, so a
+# build does not need it.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
@@ -33,4 +33,13 @@ convert -size 300x80 xc:white \
   -font DejaVu-Sans-Bold -pointsize 27 -fill '#1d3f72' -annotate +86+44 'Quillbarrow' \
   -font DejaVu-Sans -pointsize 12 -fill '#3f9c6b' -annotate +88+64 'your traces, gone' \
   +dither -colors 64 logo.gif
+# Beside the texts of the last page, and over those of the others.
+packaging=../../../packaging
+convert -size 164x314 gradient:'#1d3f72-#16305a' \
+  \( "$work/256.png" -resize 112x112 \) -geometry +26+48 -composite \
+  -font DejaVu-Sans-Bold -pointsize 18 -fill '#f7f4ea' -gravity north -annotate +0+180 'Quillbarrow' \
+  -font DejaVu-Sans -pointsize 11 -fill '#8fd3ac' -annotate +0+206 'your traces, gone' \
+  +dither -colors 128 -type Palette "BMP3:$packaging/side.bmp"
+convert -size 150x57 xc:white \( logo.gif -resize 150x \) -geometry +0+8 -composite \
+  +dither -colors 64 -type Palette "BMP3:$packaging/header.bmp"
 rm -r "$work"
