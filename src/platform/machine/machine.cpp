@@ -57,10 +57,7 @@ class MachineImpl final : public Machine {
   void Associate(std::string_view extension, std::string_view program) override {
     std::string key = LowerCase(extension);
     if (key.empty() || key.front() != '.') key.insert(key.begin(), '.');
-    if (program.empty())
-      state_.config.associations.erase(key);
-    else
-      state_.config.associations[key] = program;
+    state_.config.associations[key] = program;
   }
 
   bool MakeFolder(std::string_view path) override { return files_.MakeFolder(path); }

@@ -95,12 +95,10 @@ class MachineShell final : public Shell {
   std::uint32_t FindExecutableA(std::string_view file, std::optional<std::string_view> folder,
                                 TextBuffer& program) override {
     return gate_.Call<"FindExecutableA">(file, folder, Bytes(program)).ReturnsNumberOr(kAccessDenied, [&] {
-      const std::string extension = ExtensionOf(file);
-      const auto associated = state_.config.associations.find(extension);
       if (!state_.Find(file, true).ok()) return kFileNotFound;
-      if (IsProgram(extension)) return program.Takes(file) ? kStarted : kAccessDenied;
-      if (associated == state_.config.associations.end()) return kNoAssociation;
-      return program.Takes(associated->second) ? kStarted : kAccessDenied;
+      const std::string opener = Opener(file);
+      if (opener.empty()) return kNoAssociation;
+      return program.Takes(opener) ? kStarted : kAccessDenied;
     });
   }
 
@@ -150,13 +148,19 @@ class MachineShell final : public Shell {
     return static_cast<ItemIdList>(handle);
   }
 
-  std::uint32_t Execute(std::string_view file, bool page_in_browser) const {
-    const auto& associations = state_.config.associations;
+  // The program that opens a file, empty if none does. A program is opened by itself, unless that was changed.
+  std::string Opener(std::string_view file) const {
     const std::string extension = ExtensionOf(file);
-    if (IsPage(file)) return associations.count(".htm") != 0 ? kStarted : kNoAssociation;
-    if (IsProgram(extension) && page_in_browser) return kStarted;
+    const auto associated = state_.config.associations.find(extension);
+    if (associated != state_.config.associations.end()) return associated->second;
+    return IsProgram(extension) ? std::string(file) : std::string();
+  }
+
+  std::uint32_t Execute(std::string_view file, bool page_in_browser) const {
+    if (IsPage(file)) return Opener(".htm").empty() ? kNoAssociation : kStarted;
+    if (IsProgram(ExtensionOf(file)) && page_in_browser) return kStarted;
     if (!state_.Find(file, true).ok()) return kFileNotFound;
-    return IsProgram(extension) || associations.count(extension) != 0 ? kStarted : kNoAssociation;
+    return Opener(file).empty() ? kNoAssociation : kStarted;
   }
 
   void ClearRecent() {

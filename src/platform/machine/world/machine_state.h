@@ -43,7 +43,7 @@ struct MachineConfig {
   std::string temp_folder = "C:\\Users\\user\\AppData\\Local\\Temp";
   std::map<std::uint32_t, SpecialFolder> special_folders;
   std::map<char, std::string> drive_types;                              // by letter; "gone" hides the drive
-  std::map<std::string, std::string> associations;                      // by extension in small letters
+  std::map<std::string, std::string> associations;                      // by extension in small letters; empty for none
   std::map<std::string, OutsideProgramEnd, FoldLess> outside_programs;  // by name
   std::map<std::string, std::string> environment;
   std::map<char, std::string> volume_labels;
