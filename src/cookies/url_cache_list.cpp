@@ -18,8 +18,8 @@ void ForEachEntry(UrlCache& cache, const std::function<void(const CacheEntryInfo
   CacheCall asked = cache.FindFirstUrlCacheEntryA("0", nullptr, size);
   if (asked.result != 0 || asked.last_error != Error::InsufficientBuffer) return;
   CacheEntryInfo entry;
+  // Not tested: a search that does not begin is closed like any other.
   const CacheCall first = cache.FindFirstUrlCacheEntryA(std::nullopt, &entry, size);
-  if (first.result == 0) return;
   for (CacheCall got = first; got.result != 0;) {
     step(entry);
     size = 0;
