@@ -146,7 +146,15 @@ Error Gate::Enter(OperationNumber number) {
   return code;
 }
 
+void Gate::PutInPlace(const Place& begun, const Place& added) {
+  // A record that was asked for meanwhile begins with what came after.
+  const std::size_t at = begun.takings == takings_ ? begun.at : 0;
+  const auto place = [this](std::size_t byte) { return record_.begin() + static_cast<std::ptrdiff_t>(byte); };
+  std::rotate(place(at), place(added.at), record_.end());
+}
+
 std::vector<Gate::RecordedCall> Gate::TakeCalls() {
+  ++takings_;
   const std::string record = std::exchange(record_, {});
   std::vector<RecordedCall> calls;
   for (PackedReader reader(record); !reader.AtEnd();) calls.push_back(reader.Next());

@@ -74,6 +74,14 @@ class Gate {
   Error Enter(OperationNumber number);
   // Adds a call to the record, for the caller to fill.
   PackedCall NewCall(OperationNumber number) { return {record_, number}; }
+  // Where a call that begins now belongs in the record: before those that are made while it lasts.
+  struct Place {
+    std::uint64_t takings;
+    std::size_t at;
+  };
+  Place Here() const { return {takings_, record_.size()}; }
+  // Puts the last call of the record, which was added at `added`, where it began.
+  void PutInPlace(const Place& begun, const Place& added);
   bool recording() const { return recording_; }
   void SetRecording(bool on) { recording_ = on; }
   // The record since the last time, in order, emptied by the asking. Texts stand in double quotes as they are, numbers
@@ -101,6 +109,7 @@ class Gate {
   std::map<OperationNumber, Fault> faults_;
   std::array<std::uint64_t, kOperationNames.size()> counts_{};
   std::string record_;
+  std::uint64_t takings_ = 0;  // how often the record was asked for
   bool recording_ = true;
   bool powered_ = true;
 };

@@ -85,7 +85,7 @@ class Operation {
  public:
   // The arguments are read when the call is recorded, so that those which it fills show what came out.
   Operation(Gate& gate, OperationNumber number, const Arguments&... arguments)
-      : gate_(gate), number_(number), arguments_(arguments...) {}
+      : gate_(gate), begun_(gate.Here()), number_(number), arguments_(arguments...) {}
 
   // A boolean, by whether it succeeded.
   template <typename Body>
@@ -149,14 +149,17 @@ class Operation {
   template <typename Show>
   void Record(Show show) {
     if (!gate_.recording()) return;
+    const Gate::Place added = gate_.Here();
     PackedCall call = gate_.NewCall(number_);
     std::apply([&call](const auto&... argument) { (record::Pack(call, argument), ...); }, arguments_);
     call.Result();
     show(call);
     call.End();
+    gate_.PutInPlace(begun_, added);
   }
 
   Gate& gate_;
+  Gate::Place begun_;
   OperationNumber number_;
   std::tuple<const Arguments&...> arguments_;
 };
