@@ -71,6 +71,18 @@ bool SetsApart(const Layout& part) {
 
 }  // namespace
 
+Extent Placement::Smallest(const Control& control) const {
+  const auto [kept, is_new] = smallest_.try_emplace(&control);
+  if (is_new) kept->second = measurer_.Smallest(control);
+  return kept->second;
+}
+
+int Placement::HeightAt(const Control& control, int width) const {
+  const auto [kept, is_new] = heights_.try_emplace({&control, width});
+  if (is_new) kept->second = measurer_.HeightAt(control, width);
+  return kept->second;
+}
+
 bool Placement::StretchesDown(const Layout& part) const {
   if (!TakesRoom(part)) return false;
   if (part.kind == Kind::Single) return part.control->kind() == ControlKind::ListBox;
@@ -95,13 +107,13 @@ int Placement::WidthOf(const Layout& part) const {
   }
   switch (part.kind) {
     case Kind::Single:
-      return measurer_.Smallest(*part.control).width;
+      return Smallest(*part.control).width;
     case Kind::Row:
       return sum;
     case Kind::Group:
-      return std::max(widest, measurer_.Smallest(*part.control).width) + 2 * spacing_.group_border.width;
+      return std::max(widest, Smallest(*part.control).width) + 2 * spacing_.group_border.width;
     case Kind::Tabs:
-      return std::max(widest + 2 * spacing_.tab_border.width, measurer_.Smallest(*part.control).width);
+      return std::max(widest + 2 * spacing_.tab_border.width, Smallest(*part.control).width);
     case Kind::Column:
     case Kind::Page:
       return widest;
@@ -141,7 +153,7 @@ int Placement::ColumnWidthOf(const Layout& column, const Layout& part, int width
 }
 
 int Placement::HeightOf(const Layout& part, int width) const {
-  if (part.kind == Kind::Single) return measurer_.HeightAt(*part.control, width);
+  if (part.kind == Kind::Single) return HeightAt(*part.control, width);
   const std::vector<const Layout*> parts = PartsWithRoom(part);
   if (part.kind == Kind::Row) {
     const std::vector<int> widths = RowWidths(part, width);
@@ -155,7 +167,7 @@ int Placement::HeightOf(const Layout& part, int width) const {
     for (const Layout& page : part.parts) {
       highest = std::max(highest, HeightOf(page, width - 2 * spacing_.tab_border.width));
     }
-    return highest + 2 * spacing_.tab_border.height + measurer_.Smallest(*part.control).height;
+    return highest + 2 * spacing_.tab_border.height + Smallest(*part.control).height;
   }
   if (part.kind != Kind::Group) return ColumnHeight(part, width);
   return spacing_.group_heading + spacing_.group_border.height +
@@ -205,7 +217,7 @@ void Placement::PlacePart(const Layout& part, const Box& area, bool shown, std::
                          shown, placed);
     case Kind::Tabs: {
       // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): tabs always have their strip
-      const int heading = measurer_.Smallest(*part.control).height;
+      const int heading = Smallest(*part.control).height;
       const Extent border = spacing_.tab_border;
       const Box page{area.x + border.width, area.y + heading + border.height, area.width - 2 * border.width,
                      area.height - heading - 2 * border.height};

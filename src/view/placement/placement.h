@@ -1,6 +1,8 @@
 // Gives the parts of an arrangement their places: pure arithmetic on sizes that a view measures.
 #pragma once
 
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "widgets/controls.h"
@@ -42,6 +44,8 @@ struct PlacedControl {
   bool shown = true;  // false on a page that is not in front, or in a part that is not visible
 };
 
+// For one pass, in which nothing that it measures changes: a control is measured once, however often the arithmetic
+// asks.
 class Placement {
  public:
   // Keeps references to all three.
@@ -56,6 +60,8 @@ class Placement {
   std::vector<PlacedControl> Place(const Box& area) const;
 
  private:
+  Extent Smallest(const Control& control) const;
+  int HeightAt(const Control& control, int width) const;
   int WidthOf(const Layout& part) const;
   int HeightOf(const Layout& part, int width) const;
   int ColumnHeight(const Layout& column, int width) const;
@@ -70,6 +76,8 @@ class Placement {
   const Layout& root_;
   const Measurer& measurer_;
   const Spacing& spacing_;
+  mutable std::map<const Control*, Extent> smallest_;
+  mutable std::map<std::pair<const Control*, int>, int> heights_;
 };
 
 }  // namespace qb

@@ -129,6 +129,7 @@ void NativeControl::SetMetrics(const Metrics& metrics) {
   if (control_.kind() == ControlKind::TabStrip) {
     MeasureTabs(::MulDiv(kRoomBesideTabs, static_cast<int>(metrics.dpi()), 96));
   }
+  if (control_.kind() == ControlKind::Link) MeasureLink();
 }
 
 // The width at which the strip shows all of its tabs without arrows to scroll them.
@@ -137,8 +138,15 @@ void NativeControl::MeasureTabs(int room_beside) {
   ::SetWindowPos(window_, nullptr, 0, 0, kUnlimited, kUnlimited, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   RECT last{};
   Send(TCM_GETITEMRECT, static_cast<WPARAM>(Send(TCM_GETITEMCOUNT) - 1), reinterpret_cast<LPARAM>(&last));
-  tabs_ = {static_cast<int>(last.right) + room_beside, static_cast<int>(last.bottom)};
+  own_size_ = {static_cast<int>(last.right) + room_beside, static_cast<int>(last.bottom)};
   box_ = {};  // it is to be placed again
+}
+
+void NativeControl::MeasureLink() {
+  SIZE ideal{};
+  // By this message version 6 of the controls gives the whole size.
+  Send(LM_GETIDEALHEIGHT, kUnlimited, reinterpret_cast<LPARAM>(&ideal));
+  own_size_ = {static_cast<int>(ideal.cx), static_cast<int>(ideal.cy)};
 }
 
 void NativeControl::MakeTabs(const std::vector<std::string>& captions) {
@@ -153,16 +161,7 @@ void NativeControl::MakeTabs(const std::vector<std::string>& captions) {
 }
 
 Extent NativeControl::Smallest(const Extent& measured) const {
-  if (control_.kind() == ControlKind::TabStrip) {
-    return {std::max(measured.width, tabs_.width), std::max(measured.height, tabs_.height)};
-  }
-  if (control_.kind() == ControlKind::Link) {
-    SIZE ideal{};
-    // By this message version 6 of the controls gives the whole size.
-    Send(LM_GETIDEALHEIGHT, kUnlimited, reinterpret_cast<LPARAM>(&ideal));
-    return {std::max<int>(measured.width, ideal.cx), std::max<int>(measured.height, ideal.cy)};
-  }
-  return measured;
+  return {std::max(measured.width, own_size_.width), std::max(measured.height, own_size_.height)};
 }
 
 void NativeControl::ShowAccessKey(const std::string& caption) {
@@ -191,6 +190,7 @@ void NativeControl::Refresh() {
   if (caption_ != control_.Caption()) {
     caption_ = shown_caption_ = control_.Caption();
     ::SetWindowTextW(window_, TextFor(control_, caption_).c_str());
+    if (control_.kind() == ControlKind::Link) MeasureLink();
   }
   (this->*KindOf(control_).refresh)();
   if (enabled_ != control_.Enabled()) {

@@ -65,6 +65,7 @@ class NativeControl {
   LRESULT SendText(UINT message, WPARAM wparam, const std::string& text) const;
   void SyncEntries(const std::vector<std::string>& entries, UINT add, UINT remove, UINT clear);
   void MeasureTabs(int room_beside);
+  void MeasureLink();
   void WidenList(const std::string& entry);
 
   Control& control_;
@@ -74,7 +75,7 @@ class NativeControl {
   HICON icon_ = nullptr;
   bool enabled_ = true;
   Box box_;
-  Extent tabs_;  // of a strip: all of its tabs in one row
+  Extent own_size_;  // of a strip, all of its tabs in one row; of a link, its text; of others none
   bool shown_ = false;
   bool placed_ = false;               // in the order of windows
   bool refreshing_ = false;           // the window changes because a property did, not by the user

@@ -103,7 +103,7 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   Extent Smallest(const Control& control) const override;
   int HeightAt(const Control& control, int width) const override;
   Placement Arranged() const { return {form_.Arrangement(), *this, metrics_->spacing()}; }
-  Extent ContentSize() const;
+  Extent ContentSize(const Placement& placement) const;
   // What the screen allows of the content.
   ScreenFit FitOnScreen() const;
   SIZE WindowRound(Extent area) const;

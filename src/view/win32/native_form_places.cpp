@@ -26,8 +26,8 @@ int NativeForm::HeightAt(const Control& control, int width) const {
   return control.kind() == ControlKind::Link ? Smallest(control).height : metrics_->HeightAt(control, width);
 }
 
-Extent NativeForm::ContentSize() const {
-  const Extent content = Arranged().Smallest();
+Extent NativeForm::ContentSize(const Placement& placement) const {
+  const Extent content = placement.Smallest();
   return {content.width + 2 * metrics_->Margin(), content.height + 2 * metrics_->Margin()};
 }
 
@@ -40,7 +40,7 @@ ScreenFit NativeForm::FitOnScreen() const {
   const SIZE frame = WindowRound({});
   const Extent room{static_cast<int>(work.right - work.left - frame.cx),
                     static_cast<int>(work.bottom - work.top - frame.cy)};
-  return FitToRoom(ContentSize(), room, Scroller::Bars(metrics_->dpi()));
+  return FitToRoom(ContentSize(Arranged()), room, Scroller::Bars(metrics_->dpi()));
 }
 
 void NativeForm::GrowToFit() {
@@ -70,7 +70,8 @@ void NativeForm::GrowToFit() {
 }
 
 void NativeForm::LayOut() {
-  const Extent content = ContentSize();
+  const Placement placement = Arranged();
+  const Extent content = ContentSize(placement);
   scroller_.Fit(window_, content, metrics_->dpi());
   RECT client{};
   ::GetClientRect(window_, &client);
@@ -79,7 +80,7 @@ void NativeForm::LayOut() {
   const Box area{margin - static_cast<int>(offset.x), margin - static_cast<int>(offset.y),
                  std::max<int>(client.right, content.width) - 2 * margin,
                  std::max<int>(client.bottom, content.height) - 2 * margin};
-  const std::vector<PlacedControl> places = Arranged().Place(area);
+  const std::vector<PlacedControl> places = placement.Place(area);
   for (const PlacedControl& placed : places) slots_[IndexOf(*placed.control)].in_sight = placed.shown;
   ShareAccessKeys();
   bool changed = false;
