@@ -40,27 +40,33 @@ class DiskWalk {
 
   // Tells of every thumbnail cache below the root, depth first, in listing order inside a folder. Holds all
   // entries until it ends. A junction or symbolic link is an entry like any other and is not entered; a
-  // folder that cannot be listed counts as empty. Stops when the wish to cancel is met.
+  // folder that cannot be listed counts as empty. Stops when the wish to cancel is met. The messages that run
+  // in a walk may begin another one.
   void Find_Thumbs(const std::string& root);
 
-  // Drops all entries and clears the stop flag.
-  void Reset_Results();
+  // Clears the stop flag. Each walk holds its entries itself and drops them at its end.
+  void Reset_Results() { stop_ = false; }
 
  private:
-  // The results grow by this many entries at a time.
-  static constexpr std::size_t kRoom = 5000;
+  struct Results {
+    // Grown by this many entries at a time.
+    static constexpr std::size_t kRoom = 5000;
 
-  void Walk_Folder(const std::string& folder, std::size_t& count, int depth);
+    File_Entry& At(std::size_t index) { return entries[index / kRoom][index % kRoom]; }
+
+    std::vector<std::unique_ptr<File_Entry[]>> entries;
+    std::size_t count = 0;
+    bool ended = false;  // the program ended in the middle of the walk
+  };
+
+  void Walk_Folder(const std::string& folder, Results& results, int depth);
   // Adds the entries of one folder. False if the walk is to leave this folder at once.
-  bool ListFolder(const std::string& folder, std::size_t& count);
-  bool TakeEntry(const std::string& folder, const FindData& found, std::size_t& count);
-  File_Entry& EntryAt(std::size_t index) { return results_[index / kRoom][index % kRoom]; }
+  bool ListFolder(const std::string& folder, Results& results);
+  bool TakeEntry(const std::string& folder, const FindData& found, Results& results);
 
   Files& files_;
   WalkObserver& observer_;
-  std::vector<std::unique_ptr<File_Entry[]>> results_;
-  bool stop_ = false;   // looked at between two entries; nothing sets it
-  bool ended_ = false;  // the program ended in the middle of the walk
+  bool stop_ = false;  // looked at between two entries; nothing sets it
 };
 
 }  // namespace qb
