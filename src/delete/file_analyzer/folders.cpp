@@ -55,6 +55,8 @@ int clsFileAnalyzer::CopyFolder(const std::string& from, const std::string& to, 
   while (number == 0 && !pending.empty()) {
     const Copy next = std::move(pending.back());
     pending.pop_back();
+    // The copy is no part of what is copied: below itself it would grow without end.
+    if (next.folder && SameText(FixPath(next.from), FixPath(to))) continue;
     number = next.folder ? CopyOneFolder(next, pending) : CopyFile(next.from, next.to, false, overwrite, false);
   }
   if (number == 0 && move) number = DeleteFolder(from);
