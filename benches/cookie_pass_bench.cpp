@@ -120,13 +120,13 @@ int main() {
     return qb::bench::Owned(grown, grown->Open());
   });
   Cache with_few(urls, few), with_many(urls, many);
-  missed += qb::bench::Compare("cookie pass over 20,000 entries, 2,000 keep rows", 1, with_many.Work(""),
-                               with_few.Work("with 20 keep rows"), 1.2);
+  missed += qb::bench::Compare("cookie pass over 20,000 entries, 2,000 keep rows", with_many.Work(""),
+                               {{with_few.Work("with 20 keep rows"), 1.2}});
   if (with_few.Kept() != KeptByPlainDoubleLoop(urls, few) || with_many.Kept() != KeptByPlainDoubleLoop(urls, many)) {
     std::puts("cookie pass: it and the plain double loop differ");
     missed = 1;
   }
   KeepList list(kRows);
-  missed += qb::bench::Compare("keep list of 100,000 rows in its window", 1, list.Open(), list.Sort(), 0);
+  missed += qb::bench::Compare("keep list of 100,000 rows in its window", list.Open(), {{list.Sort(), 0}});
   return missed == 0 ? 0 : 1;
 }

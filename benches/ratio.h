@@ -1,6 +1,7 @@
 // Two timings of the same run against one another, in lines of one form:
 //   NAME: ours X, OTHER Y, ratio R (goal G)          with ", missed" where R is above G
-// Both are taken in turn, five times or more, and the medians count.
+// Both are taken in turn, five times or more, and the medians count. Ratios below 1 have three significant digits, so
+// that a small one is not told by its rounding.
 #pragma once
 
 #include <sys/resource.h>
@@ -24,6 +25,7 @@ inline constexpr int kRounds = 5;
 struct Timed {
   const char* what;
   std::function<void()> prepare, run;
+  double units = 1;  // that it works on; its time is shown for one of them
 };
 
 // The same, which keeps `owner` as long as itself: what goes with it, as a folder, goes when the work is done.
@@ -66,7 +68,8 @@ inline std::string MemoryText(double bytes) {
 // One line; 0 if the goal is met, else 1. A goal of 0 is none.
 inline int Line(const std::string& name, const std::string& ours, const std::string& other, double ratio, double goal) {
   const bool missed = goal != 0 && ratio > goal;
-  std::printf("%s: ours %s, %s, ratio %.2f", name.c_str(), ours.c_str(), other.c_str(), ratio);
+  std::printf(ratio < 1 ? "%s: ours %s, %s, ratio %.3g" : "%s: ours %s, %s, ratio %.2f", name.c_str(), ours.c_str(),
+              other.c_str(), ratio);
   if (goal != 0) std::printf(" (goal %.2f%s)", goal, missed ? ", missed" : "");
   std::printf("\n");
   std::fflush(stdout);
@@ -77,17 +80,30 @@ inline void Progress(const std::string& name, int step, int of) {
   std::fprintf(stderr, "  %s: %d of %d\n", name.c_str(), step, of);
 }
 
-// Times are shown for one of `units`.
-inline int Compare(const std::string& name, double units, const Timed& ours, const Timed& other, double goal,
-                   int rounds = kRounds) {
-  std::vector<double> our_times, other_times;
+// What ours is held against, and the goal of that ratio; 0 is none.
+struct Rival {
+  Timed timed;
+  double goal;
+};
+
+// A line for each of the others.
+inline int Compare(const std::string& name, const Timed& ours, const std::vector<Rival>& others, int rounds = kRounds) {
+  std::vector<double> our_times;
+  std::vector<std::vector<double>> other_times(others.size());
   for (int round = 1; round <= rounds; ++round) {
     Progress(name, round, rounds);
-    other_times.push_back(Seconds(other));
-    our_times.push_back(Seconds(ours));
+    for (std::size_t i = 0; i < others.size(); ++i) {
+      other_times[i].push_back(Seconds(others[i].timed) / others[i].timed.units);
+    }
+    our_times.push_back(Seconds(ours) / ours.units);
   }
-  const double x = Median(our_times) / units, y = Median(other_times) / units;
-  return Line(name, TimeText(x), other.what + (" " + TimeText(y)), x / y, goal);
+  const double x = Median(our_times);
+  int missed = 0;
+  for (std::size_t i = 0; i < others.size(); ++i) {
+    const double y = Median(other_times[i]);
+    missed += Line(name, TimeText(x), others[i].timed.what + (" " + TimeText(y)), x / y, others[i].goal);
+  }
+  return missed;
 }
 
 // What a piece of work took in a process of its own.

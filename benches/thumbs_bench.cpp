@@ -92,8 +92,8 @@ int BenchScan() {
   FillTree(world, kFiles, 1);
   const std::string find = "find " + Quoted(world.Drive() / "tree") +
                            " \\( -iname '*thumbs.db*' -o -iname '*thumbcache_*' \\) | wc -l > /dev/null";
-  return qb::bench::Compare("scan over 200,000 entries", 1, {"", [] {}, [&] { Walk(world, kFiles / kFilesInAFolder); }},
-                            {"find with two -iname", [] {}, [&] { qb::bench::Command(find); }}, 2.5);
+  return qb::bench::Compare("scan over 200,000 entries", {"", [] {}, [&] { Walk(world, kFiles / kFilesInAFolder); }},
+                            {{{"find with two -iname", [] {}, [&] { qb::bench::Command(find); }}, 2.5}});
 }
 
 // Each entry is one of the list too, whose text counts as the walk's does: as a text.
@@ -133,7 +133,7 @@ int BenchSearch() {
                       const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
                       sum += std::accumulate(data, data + kBytes, std::uint64_t{0});
                     }};
-  const int missed = qb::bench::Compare("search for the separator in 256 MiB", 1, ours, other, 2.0);
+  const int missed = qb::bench::Compare("search for the separator in 256 MiB", ours, {{other, 2.0}});
   return sum != 0 && found != 0 ? missed : 1;
 }
 
@@ -209,7 +209,7 @@ int BenchUnpack() {
     Caches caches(disk ? qb::bench::Disk() : qb::bench::kMemory, kPictures);
     missed += qb::bench::Compare(
         std::string("count, unpack 20,000 pictures of 500 MiB twice and write the page, ") + (disk ? "disk" : "memory"),
-        1, caches.Ours(), caches.Foremost(), 1.0);
+        caches.Ours(), {{caches.Foremost(), 1.0}});
   }
   return missed;
 }
