@@ -123,12 +123,25 @@ bench_wipe() {
   rm -rf "$trees"
 }
 
-# The story of the native driver asks the window all the time; its figures in our form.
+# The story of the native driver asks the window all the time; its figures in our form. The longest of one run is a matter
+# of chance, so the median of three runs counts, each in a copy of the fresh prefix.
 bench_audit() {
+  local round what
   python3 "$ROOT/tests/native/make_caches.py" "$WORK/audit"
-  cp -r "$WORK/audit/." "$WINEPREFIX/drive_c/"
-  windows 'C:\native_driver.exe' thumbs | sed -nE 's/^ +the window answered within ([0-9.]+) ms, an idle one [^,]*, (.*) \(asked.*/\1 \2/p' |
-    while read -r time what; do line "longest answer of the audit's window $what" "$time" "the goal" 100 ms 1; done
+  for round in 1 2 3; do
+    say "  audit: $round of 3"
+    rm -rf "$WORK/again"
+    cp -a "$WORK/fresh" "$WORK/again"
+    cp -r "$WORK/audit/." "$WORK/again/drive_c/"
+    WINEPREFIX=$WORK/again windows 'C:\native_driver.exe' thumbs |
+      sed -nE 's/^ +the window answered within ([0-9.]+) ms, an idle one [^,]*, (.*) \(asked.*/\1 \2/p' >>"$WORK/answers"
+    WINEPREFIX=$WORK/again wineserver -k || true
+    WINEPREFIX=$WORK/again wineserver -w
+  done
+  cut -d' ' -f2- "$WORK/answers" | awk '!seen[$0]++' | while read -r what; do
+    line "longest answer of the audit's window $what" \
+      "$(grep -F " $what" "$WORK/answers" | cut -d' ' -f1 | sort -n | sed -n 2p)" "the goal" 100 ms 1
+  done
 }
 
 throwaway_prefix
