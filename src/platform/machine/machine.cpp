@@ -62,6 +62,7 @@ class MachineImpl final : public Machine {
 
   bool MakeFolder(std::string_view path) override { return files_.MakeFolder(path); }
   bool MakeFile(std::string_view path, std::string_view content) override { return files_.MakeFile(path, content); }
+  bool MakeFileOfSize(std::string_view path, std::uint64_t size) override { return files_.MakeFileOfSize(path, size); }
   bool ChangeAttributes(std::string_view path, const std::vector<std::string>& changes) override {
     return files_.ChangeAttributes(path, changes);
   }
@@ -119,6 +120,7 @@ class MachineImpl final : public Machine {
     return files_.ListBelow(folder);
   }
   std::optional<std::string> Content(std::string_view path) const override { return files_.Content(path); }
+  std::optional<std::uint64_t> Size(std::string_view path) const override { return files_.Size(path); }
   std::optional<RegistryKey> ReadKey(std::string_view key) const override { return registry_.ReadKey(key); }
   std::vector<CacheEntry> Cache() const override {
     std::vector<CacheEntry> entries;

@@ -102,6 +102,8 @@ class Machine {
 
   virtual bool MakeFolder(std::string_view path) = 0;
   virtual bool MakeFile(std::string_view path, std::string_view content) = 0;  // with its parents; replaces
+  // The same with a content of so many letters A.
+  virtual bool MakeFileOfSize(std::string_view path, std::uint64_t size) = 0;
   // Changes by words as "+r", "-h"; false for a bad word or no such path.
   virtual bool ChangeAttributes(std::string_view path, const std::vector<std::string>& changes) = 0;
   virtual bool Delete(std::string_view path) = 0;   // a file or a whole folder
@@ -151,6 +153,7 @@ class Machine {
   virtual std::string Attributes(std::string_view path) const = 0;  // letters of "rhsad" that hold
   virtual std::optional<std::vector<std::string>> ListBelow(std::string_view folder) const = 0;  // sorted
   virtual std::optional<std::string> Content(std::string_view path) const = 0;
+  virtual std::optional<std::uint64_t> Size(std::string_view path) const = 0;
   virtual std::optional<RegistryKey> ReadKey(std::string_view key) const = 0;
   virtual std::vector<CacheEntry> Cache() const = 0;
   virtual std::vector<OtherWindow> Windows() const = 0;

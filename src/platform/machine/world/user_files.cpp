@@ -29,26 +29,44 @@ Result<Entry*> UserFiles::FolderWithParents(std::string_view path) {
   return at;
 }
 
-bool UserFiles::MakeFile(std::string_view path, std::string_view content) {
+Result<HostFile> UserFiles::EmptyFile(std::string_view path) {
   auto parsed = state_.Parse(path);
-  if (!parsed.ok() || parsed.value.parts.empty() || parsed.value.closing_backslash) return false;
+  if (!parsed.ok() || parsed.value.parts.empty() || parsed.value.closing_backslash) return Error::InvalidName;
   const std::string name = parsed.value.parts.back();
   ParsedPath above = parsed.value;
   above.parts.pop_back();
   auto folder = FolderWithParents(PathText(above));
-  if (!folder.ok()) return false;
+  if (!folder.ok()) return folder.error;
   Entry* entry = state_.disk.Child(*folder.value, name);
   if (entry == nullptr) {
     auto made = state_.disk.MakeFile(*folder.value, name);
-    if (!made.ok()) return false;
+    if (!made.ok()) return made.error;
     entry = made.value;
   }
-  if (entry->kind != Entry::Kind::File || !Ok(state_.disk.Truncate(*entry))) return false;
+  if (entry->kind != Entry::Kind::File) return Error::AccessDenied;
+  if (const Error error = state_.disk.Truncate(*entry); !Ok(error)) return error;
   entry->attributes = kAttributeArchive;
   entry->written = state_.Now();
-  auto host = state_.disk.Open(*entry, true);
+  return state_.disk.Open(*entry, true);
+}
+
+bool UserFiles::MakeFile(std::string_view path, std::string_view content) {
+  auto host = EmptyFile(path);
   return host.ok() &&
          pwrite(host.value.fd(), content.data(), content.size(), 0) == static_cast<ssize_t>(content.size());
+}
+
+bool UserFiles::MakeFileOfSize(std::string_view path, std::uint64_t size) {
+  auto host = EmptyFile(path);
+  if (!host.ok()) return false;
+  const std::string block(static_cast<std::size_t>(std::min<std::uint64_t>(size, 1 << 20)), 'A');
+  for (std::uint64_t place = 0; place < size;) {
+    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(size - place, block.size()));
+    if (pwrite(host.value.fd(), block.data(), count, static_cast<off_t>(place)) != static_cast<ssize_t>(count))
+      return false;
+    place += count;
+  }
+  return true;
 }
 
 bool UserFiles::ChangeAttributes(std::string_view path, const std::vector<std::string>& changes) {
@@ -135,6 +153,12 @@ std::optional<std::string> UserFiles::Content(std::string_view path) const {
   auto content = state_.disk.Read(*found.value);
   if (!content.ok()) return std::nullopt;
   return content.value;
+}
+
+std::optional<std::uint64_t> UserFiles::Size(std::string_view path) const {
+  auto found = state_.Find(path, true);
+  if (!found.ok() || found.value->kind != Entry::Kind::File) return std::nullopt;
+  return state_.disk.SizeOf(*found.value);
 }
 
 }  // namespace qb::machine

@@ -11,8 +11,8 @@
 namespace qb::rehearse {
 namespace {
 
-// A file of a script is made in memory.
-constexpr std::uint64_t kMostBytes = 1ULL << 28;
+constexpr std::uint64_t kMostBytes = 1ULL << 28;  // of a file of the host, which is copied in memory
+constexpr std::uint64_t kMostSize = 1ULL << 33;   // a number that is mistyped shall not fill the host's disk
 
 Reply MakeFolder(Console& console, const Arguments& words) {
   return DoneOr(console.machine().MakeFolder(words[0]), "cannot make the folder", words[0]);
@@ -34,7 +34,8 @@ Reply File(Console& console, const Arguments& words) {
   if (words.size() < 3) {
     content = words.size() == 2 ? ToWindows1252(words[1]) : "";
   } else if (words[1] == "size") {
-    if (auto size = ParseNumber(words[2], kMostBytes)) content.emplace(static_cast<std::size_t>(*size), 'A');
+    auto size = ParseNumber(words[2], kMostSize);
+    if (size) return DoneOr(console.machine().MakeFileOfSize(words[0], *size), "cannot make the file", words[0]);
   } else if (words[1] == "hex") {
     content = ParseBytes(words[2]);
   } else if (words[1] == "from") {

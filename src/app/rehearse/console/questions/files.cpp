@@ -36,8 +36,8 @@ Reply Hex(Console& console, const Arguments& words) {
 }
 
 Reply Size(Console& console, const Arguments& words) {
-  auto content = console.machine().Content(words[0]);
-  return content ? Reply(std::to_string(content->size())) : NoSuchPath(words[0]);
+  auto size = console.machine().Size(words[0]);
+  return size ? Reply(std::to_string(*size)) : NoSuchPath(words[0]);
 }
 
 constexpr std::array kQuestions = std::to_array<Command>({
