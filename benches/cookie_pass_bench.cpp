@@ -17,6 +17,7 @@ constexpr const char* kList = "C:\\Users\\user\\AppData\\Local\\Quillbarrow\\qb.
 
 std::vector<std::string> Urls(int count) {
   std::vector<std::string> urls;
+  urls.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
     urls.push_back("cookie:user@www.site" + std::to_string(i * 7919 % 50000) + ".example/path/" + std::to_string(i));
   }
@@ -25,6 +26,7 @@ std::vector<std::string> Urls(int count) {
 
 std::vector<std::string> Rows(int count) {
   std::vector<std::string> rows;
+  rows.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) rows.push_back("site" + std::to_string(i * 13) + ".example");
   return rows;
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "widgets/control.h"
@@ -11,12 +12,14 @@ namespace qb {
 
 class Frame : public Control {
  public:
-  Frame(Form& form, std::string name, std::string caption) : Control(form, ControlKind::Frame, name, caption) {}
+  Frame(Form& form, std::string name, std::string caption)
+      : Control(form, ControlKind::Frame, std::move(name), std::move(caption)) {}
 };
 
 class Label : public Control {
  public:
-  Label(Form& form, std::string name, std::string caption) : Control(form, ControlKind::Label, name, caption) {}
+  Label(Form& form, std::string name, std::string caption)
+      : Control(form, ControlKind::Label, std::move(name), std::move(caption)) {}
   // True for one that is drawn as a title across its window or page.
   bool IsHeading() const { return heading_; }
   bool Bold() const { return bold_; }
@@ -40,7 +43,8 @@ class HeadingLabel : public Label {
 // Text that takes a click.
 class LinkLabel : public Control {
  public:
-  LinkLabel(Form& form, std::string name, std::string caption) : Control(form, ControlKind::Link, name, caption) {}
+  LinkLabel(Form& form, std::string name, std::string caption)
+      : Control(form, ControlKind::Link, std::move(name), std::move(caption)) {}
 };
 
 // The pictures that a button may carry beside its text.
@@ -51,7 +55,8 @@ enum class TipIcon { None, Information, Warning, Error };
 
 class Button : public Control {
  public:
-  Button(Form& form, std::string name, std::string caption) : Control(form, ControlKind::Button, name, caption) {}
+  Button(Form& form, std::string name, std::string caption)
+      : Control(form, ControlKind::Button, std::move(name), std::move(caption)) {}
   // The button that the Enter key presses, and the one that Escape presses.
   bool Default() const { return default_; }
   void SetDefault(bool value) { default_ = value; }
@@ -73,7 +78,8 @@ class Button : public Control {
 
 class CheckBox : public Control {
  public:
-  CheckBox(Form& form, std::string name, std::string caption) : Control(form, ControlKind::CheckBox, name, caption) {}
+  CheckBox(Form& form, std::string name, std::string caption)
+      : Control(form, ControlKind::CheckBox, std::move(name), std::move(caption)) {}
   int Value() const { return value_; }  // 0 or 1
   // Anything but 0 ticks. A change, and only a change, runs Click, from code as from the user.
   void SetValue(int value);
@@ -99,7 +105,7 @@ class CheckBox : public Control {
 class OptionButton : public Control {
  public:
   OptionButton(Form& form, std::string name, std::string caption, std::string group)
-      : Control(form, ControlKind::Option, name, caption), group_(std::move(group)) {}
+      : Control(form, ControlKind::Option, std::move(name), std::move(caption)), group_(std::move(group)) {}
   bool Value() const { return value_; }
   // Becoming set runs Click; being cleared does not.
   void SetValue(bool value);
@@ -115,7 +121,7 @@ class OptionButton : public Control {
 class ListBox : public Control {
  public:
   ListBox(Form& form, std::string name, bool multi_select = false)
-      : Control(form, ControlKind::ListBox, name), multi_select_(multi_select) {}
+      : Control(form, ControlKind::ListBox, std::move(name)), multi_select_(multi_select) {}
   bool MultiSelect() const { return multi_select_; }
   int ListCount() const { return static_cast<int>(entries_.size()); }
   const std::vector<std::string>& Entries() const { return entries_; }
@@ -147,7 +153,7 @@ class ListBox : public Control {
 // A drop-down list without a text field.
 class ComboBox : public Control {
  public:
-  ComboBox(Form& form, std::string name) : Control(form, ControlKind::ComboBox, name) {}
+  ComboBox(Form& form, std::string name) : Control(form, ControlKind::ComboBox, std::move(name)) {}
   int ListCount() const { return static_cast<int>(entries_.size()); }
   const std::vector<std::string>& Entries() const { return entries_; }
   void AddItem(std::string text);
@@ -166,7 +172,7 @@ class ComboBox : public Control {
 
 class TextBox : public Control {
  public:
-  TextBox(Form& form, std::string name) : Control(form, ControlKind::TextBox, name) {}
+  TextBox(Form& form, std::string name) : Control(form, ControlKind::TextBox, std::move(name)) {}
   const std::string& Text() const { return text_; }
   void SetText(std::string text);
   void UserType(std::string text) { SetText(std::move(text)); }
@@ -183,7 +189,7 @@ class TabStrip : public Control {
     std::string tool_tip;
   };
   TabStrip(Form& form, std::string name, std::vector<Page> pages)
-      : Control(form, ControlKind::TabStrip, name), pages_(std::move(pages)) {}
+      : Control(form, ControlKind::TabStrip, std::move(name)), pages_(std::move(pages)) {}
   const std::vector<Page>& Pages() const { return pages_; }
   int Tab() const { return tab_; }  // from 0
   // An index past either end is refused.
@@ -198,7 +204,7 @@ class TabStrip : public Control {
 
 class ProgressBar : public Control {
  public:
-  ProgressBar(Form& form, std::string name) : Control(form, ControlKind::ProgressBar, name) {}
+  ProgressBar(Form& form, std::string name) : Control(form, ControlKind::ProgressBar, std::move(name)) {}
   int Value() const { return value_; }
   int Max() const { return max_; }
   // A value below 0 or above Max is refused: false, and the old one stays.
@@ -243,7 +249,8 @@ class Timer : public Control {
 // An entry of a menu; one with children is a menu of its own. The caption "-" is a separator.
 class MenuItem : public Control {
  public:
-  MenuItem(Form& form, std::string name, std::string caption) : Control(form, ControlKind::MenuItem, name, caption) {}
+  MenuItem(Form& form, std::string name, std::string caption)
+      : Control(form, ControlKind::MenuItem, std::move(name), std::move(caption)) {}
   std::vector<MenuItem*> children;
   MenuItem* parent = nullptr;
   bool popup = false;    // a menu that is only shown on a right click, and is closed otherwise

@@ -14,7 +14,7 @@ struct Subject {};
 
 TEST(Binding, WordsBecomeArgumentsAndResultsLines) {
   const std::map<std::string, Routine<Subject>::call_type> routines = {
-      {"texts", Bind([](Subject&, std::string a, std::optional<std::string> b) {
+      {"texts", Bind([](Subject&, const std::string& a, const std::optional<std::string>& b) {
          return std::make_tuple(a, b.value_or("none"), b.has_value());
        })},
       {"numbers", Bind([](Subject&, std::int16_t n, double d, bool flag) { return n * d + (flag ? 1 : 0); })},

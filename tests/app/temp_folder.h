@@ -15,7 +15,7 @@ namespace qb::test {
 // waits for the journal. TMPDIR has the last word.
 inline std::filesystem::path TempRoot() {
   constexpr std::uintmax_t kRoom = std::uintmax_t{1} << 30;
-  const std::filesystem::path memory = "/dev/shm";
+  std::filesystem::path memory = "/dev/shm";
   std::error_code failed;
   const auto space = std::filesystem::space(memory, failed);
   if (getenv("TMPDIR") == nullptr && !failed && space.available >= kRoom && access(memory.c_str(), W_OK | X_OK) == 0) {

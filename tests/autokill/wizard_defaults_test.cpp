@@ -92,12 +92,11 @@ TEST(Wizard, StoresEachBoxUnderItsOwnKey) {
     for (const char* key :
          {"AK_InternetExplorer", "AK_MozillaFirefox", "AK_GoogleChrome", "AK_AppleSafari", "AK_AOL"}) {
       const bool on = (++place >> bit & 1) != 0;
-      const std::string name(key);
-      stored += std::string(kStore) + name + (on ? " sz 1\n" : " sz 0\n");
-      shown += "expect get chk" + name + ".Value is " + (on ? "1\n" : "0\n");
-      turned += (on ? "untick chk" : "tick chk") + name + "\n";
+      stored.append(kStore).append(key).append(on ? " sz 1\n" : " sz 0\n");
+      shown.append("expect get chk").append(key).append(on ? ".Value is 1\n" : ".Value is 0\n");
+      turned.append(on ? "untick chk" : "tick chk").append(key).append("\n");
       for (const char* question : {"expect setting ", "expect get "})
-        saved += question + name + (on ? " is 0\n" : " is 1\n");
+        saved.append(question).append(key).append(on ? " is 0\n" : " is 1\n");
     }
     test::Rehearsal rehearsal;
     EXPECT_EQ(rehearsal.Play(stored + "start\nclick autoKillsetup\n" + shown + turned + "click cmd_OK\n" + saved),

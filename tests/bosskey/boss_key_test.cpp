@@ -78,9 +78,9 @@ TEST(BossKey, HidesEachWindowByItsOwnSettingAlone) {
     const std::string value =
         "reg add \"HKCU\\Software\\VB and VBA Program Settings\\Temp\\SystemData\" " + std::string(setting) + " sz ";
     const std::string read = "do Get_Quillbarrow_Settings\n";
-    if (!setting.empty()) script += value + "0\n" + read;
+    if (!setting.empty()) script.append(value).append("0\n").append(read);
     script += "do Hide_Boss_Windows\nwindows\ndo Show_Boss_Windows\nexpect windows lacks hidden\n";
-    if (!setting.empty()) script += value + "1\n" + read;
+    if (!setting.empty()) script.append(value).append("1\n").append(read);
   }
   test::Rehearsal rehearsal;
   const std::vector<std::string> lines = rehearsal.Play(script);

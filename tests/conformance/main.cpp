@@ -292,6 +292,7 @@ int Run(const fs::path& tests, const fs::path& drive, std::uint32_t seed, std::u
   }
   constexpr std::size_t kMostShown = 40;
   std::vector<Difference> shown;
+  shown.reserve(differing.size());
   for (const auto& [kind, difference] : differing) shown.push_back(difference);
   shown.resize(std::min(shown.size(), kMostShown));
   comparison.Shrink(shown);

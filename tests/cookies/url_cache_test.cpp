@@ -18,6 +18,7 @@ constexpr std::uint32_t kCookie = kCacheCookie | kCacheNormal;
 
 std::vector<std::string> Urls(const std::vector<CacheRecord>& records) {
   std::vector<std::string> urls;
+  urls.reserve(records.size());
   for (const CacheRecord& record : records) urls.push_back(record.source_url);
   return urls;
 }

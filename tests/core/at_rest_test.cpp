@@ -6,7 +6,7 @@
 namespace qb {
 namespace {
 
-constexpr std::uint64_t kHour = 3600 * 1000;
+constexpr std::uint64_t kHour = std::uint64_t{3600} * 1000;
 
 TEST(Resident, ADayAtRestLeavesMemoryAndHandlesWhereTheyWere) {
   test::ResidentProgram resident;

@@ -30,7 +30,7 @@ TEST(Start, ReadsEachKeyIntoItsOwnVariable) {
   std::istringstream rows(kUnset);
   for (std::string key, value; rows >> key >> value;) {
     unset += "expect get " + key + " is " + value + "\n";
-    other_type += add + key + " expand_sz 5\n";
+    other_type.append(add).append(key).append(" expand_sz 5\n");
     stored += add + key + " sz " + std::to_string(number) + "\n";
     expected += "expect get " + key + " is " + std::to_string(number++) + "\n";
   }

@@ -79,7 +79,8 @@ TEST_F(FileAnalyzer, AsksNothingOfTheStackForFoldersInsideEachOther) {
 #else
   constexpr bool kSanitized = false;
 #endif
-  constexpr std::size_t kStack = (kSanitized ? 512 : 128) * 1024;  // a copy of a file takes half of the smaller
+  constexpr std::size_t kStack =
+      std::size_t{1024} * (kSanitized ? 512 : 128);  // a copy of a file takes half of the smaller
   std::string deepest = "C:\\a\\full";
   for (int level = 0; level < kLevels; ++level) deepest += "\\d";
   ASSERT_TRUE(machine_->MakeFile(deepest + "\\x.txt", "x"));

@@ -44,7 +44,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   qb::test::Require((files ? files->size() : 0) == pieces.size());
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     const std::string name = std::to_string(i + 1) + ".jpg";
-    qb::test::Require(machine.Content(folder + "\\t0-" + name) == pieces[i]);
+    qb::test::Require(machine.Content(std::string(folder).append("\\t0-").append(name)) == pieces[i]);
     std::string copy = pieces[i];
     copy[3] = '\xC0';
     qb::test::Require(machine.Content("C:\\thumbs\\" + name) == copy);

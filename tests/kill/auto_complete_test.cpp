@@ -109,7 +109,7 @@ TEST(AutoCompleteTest, NamesThatComeToTheSameAreWalkedOnce) {
   test::Rehearsal rehearsal;
   std::string key = "HKCU\\Software\\Microsoft\\Protected Storage System Provider", script;
   for (int level = 0; level < kLevels; ++level) {
-    script += "reg add \"" + key + "\\ a\"\nreg add \"" + key + "\\A  \"\n";
+    script.append("reg add \"").append(key).append("\\ a\"\nreg add \"").append(key).append("\\A  \"\n");
     key += "\\a";
   }
   script += "reg add \"" + key + "\\Q\"\nstart\ndo Kill_IE_AutoComplete\nexpect reg show \"" + key + "\" is\n";

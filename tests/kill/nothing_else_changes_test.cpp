@@ -102,9 +102,9 @@ TEST(NothingElseChanges, RandomMachinesAndFaults) {
     const FaultStory& story = stories[below(stories.size())];
     std::string script = story.prepare;
     for (unsigned i = 0; i < 30; ++i) {
-      std::string path = places[below(std::size(places))];
+      std::string path = std::string("\"") + places[below(std::size(places))];
       for (unsigned depth = below(4); depth > 0; --depth) path += "\\d" + std::to_string(below(3));
-      path = "\"" + path + "\\f" + std::to_string(i) + (below(4) == 0 ? ".CHK\"" : ".tmp\"");
+      path.append("\\f").append(std::to_string(i)).append(below(4) == 0 ? ".CHK\"" : ".tmp\"");
       script += "file " + path + " size " + std::to_string(below(300)) + "\n";
       if (below(3) == 0) script += "attrib " + path + " +" + "rhs"[below(3)] + "\n";
     }

@@ -55,15 +55,16 @@ TEST(SingleBoxes, TakeTheTracesOfTheirClassAlone) {
   for (const TraceTab& tab : test::TraceTabs()) {
     for (const TraceClass& row : ClassesOf(tab.group)) {
       ++classes;
-      const std::string box(row.box), key(row.key);
+      const std::string box(row.box);
       const std::string expectations = Expectations(tab, box);
-      const std::string runs[] = {
-          "start\nchoose SftTabs1 " + std::to_string(tab.index) + "\ntick " + box + "\nclick cmdKILLALL\n",
-          test::kInstalled + "reg add " + test::places::kStore + " " + key + " sz 1\nstart\ndo Do_Start_Up 2\n"};
+      std::string runs[] = {tab.traces + "start\nchoose SftTabs1 " + std::to_string(tab.index),
+                            tab.traces + test::kInstalled + "reg add " + test::places::kStore};
+      runs[0].append("\ntick ").append(row.box).append("\nclick cmdKILLALL\n").append(expectations);
+      runs[1].append(" ").append(row.key).append(" sz 1\nstart\ndo Do_Start_Up 2\n").append(expectations);
       for (const std::string& run : runs) {
-        if (key.empty() && &run != runs) continue;  // a box without a key
+        if (row.key.empty() && &run != runs) continue;  // a box without a key
         Rehearsal rehearsal;
-        rehearsal.Play(tab.traces + run + expectations);
+        rehearsal.Play(run);
         EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << box << "\n" << rehearsal.printed();
         // Deliberate: this one goes twice over the profiles, the top sites of all before the history of the numbered
         // ones.

@@ -71,17 +71,18 @@ TEST(TabsTest, AnAllBoxSetsTheBoxesOfItsTab) {
   std::string script = "start\n";
   for (const TraceTab& tab : TraceTabs()) {
     const std::string all(RowOf(tab.group).all_box), first(ClassesOf(tab.group).front().box);
+    const std::string sees = "\nexpect get " + all + ".Value";
     const auto expect = [&](bool ticked) {
       for (const TraceClass& row : TraceClasses()) {
         const bool set = ticked && row.group == tab.group && !row.key.empty();
         script += "expect get " + std::string(row.box) + ".Value is " + (set ? "1\n" : "0\n");
       }
     };
-    script += "choose SftTabs1 " + std::to_string(tab.index) + "\ntick " + all + "\n";
+    script.append("choose SftTabs1 ").append(std::to_string(tab.index)).append("\ntick ").append(all).append("\n");
     expect(true);
-    script += "untick " + first + "\nexpect get " + all + ".Value is 1\nuntick " + all + "\n";
+    script.append("untick ").append(first).append(sees).append(" is 1\nuntick ").append(all).append("\n");
     expect(false);
-    script += "tick " + first + "\nexpect get " + all + ".Value is 0\nuntick " + first + "\n";
+    script.append("tick ").append(first).append(sees).append(" is 0\nuntick ").append(first).append("\n");
   }
   Rehearsal rehearsal;
   rehearsal.Play(script);

@@ -55,7 +55,7 @@ void KillStory() {
   }
   Check(program.Hide() && program.Running(500), "the next close is a hide again");
   Check(program.End(), "a close request while hidden ends the program");
-  Check(Value(kStore, "HistoryRemoved") != "" && Value(kStore, "HistoryRemoved") != "0",
+  Check(!Value(kStore, "HistoryRemoved").empty() && Value(kStore, "HistoryRemoved") != "0",
         "the lifetime count is stored");
 }
 

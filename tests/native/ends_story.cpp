@@ -60,10 +60,10 @@ void WindowsPart() {
 }
 
 void TerminatePart() {
-  for (int round = 0; round < 3; ++round) {
+  for (DWORD round = 0; round < 3; ++round) {
     RemoteProgram program;
     if (!RunToTheMiddle(program)) return Check(false, "a run is in its middle");
-    Sleep(static_cast<DWORD>(37 * round));
+    Sleep(37 * round);
   }  // its process is ended here
   RemoteProgram program;
   Check(program.Tick(kWindowsTab, {"Windows Temp Folder"}) && program.Kill() && Left() == 0,

@@ -176,7 +176,7 @@ std::string RemoteProgram::Text(HWND window) {
 
 std::string RemoteProgram::LabelWith(HWND window, const std::string& part) {
   for (HWND child : Children(window)) {
-    const std::string text = Text(child);
+    std::string text = Text(child);
     if (text.find(part) != std::string::npos) return text;
   }
   return {};

@@ -51,12 +51,14 @@ BOOL WINAPI FakeGetFileInformation(HANDLE /*file*/, FILE_INFO_BY_HANDLE_CLASS ki
 
 // The places where the calls of the operations find these functions of Windows: the linker takes these instead of those
 // that the system fills.
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are the linker's
 extern "C" {
 decltype(&GetFileAttributesW) __imp_GetFileAttributesW = FakeGetFileAttributes;
 decltype(&FindFirstFileW) __imp_FindFirstFileW = FakeFindFirstFile;
 decltype(&CreateFileW) __imp_CreateFileW = FakeCreateFile;
 decltype(&GetFileInformationByHandleEx) __imp_GetFileInformationByHandleEx = FakeGetFileInformation;
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 

@@ -43,7 +43,8 @@ class Answers {
   // Prints the longest since the last time it was told.
   void Tell(const char* what) {
     std::printf("     the window answered within %.1f ms, an idle one within %.1f ms, %s (asked %d times)\n",
-                longest_.exchange(0) / 1000.0, longest_idle_.exchange(0) / 1000.0, what, asked_.exchange(0));
+                static_cast<double>(longest_.exchange(0)) / 1000, static_cast<double>(longest_idle_.exchange(0)) / 1000,
+                what, asked_.exchange(0));
   }
 
  private:
@@ -108,7 +109,8 @@ std::size_t LiveCounts(HWND window) {
 // Those of the original pictures that no unpacked one begins with, byte for byte.
 std::string MissingPictures() {
   Texts unpacked;
-  for (const std::string& name : FilesIn(kUnpacked)) unpacked.push_back(ReadBytes(kUnpacked + "\\" + name));
+  for (const std::string& name : FilesIn(kUnpacked))
+    unpacked.push_back(ReadBytes(std::string(kUnpacked).append("\\").append(name)));
   std::string missing;
   for (const std::string& name : FilesIn(kPictures)) {
     const std::string picture = ReadBytes(std::string(kPictures) + "\\" + name);
@@ -175,7 +177,7 @@ void DeletePart(RemoteProgram& program) {
             kills.find(Value(kStore, "ThumbPicsCountTotal") + " images in " + std::to_string(caches)) !=
                 std::string::npos,
         "the counts are shown and stored");
-  Check(FilesIn(kCaches).empty() && FilesIn(kPictures).size() > 0, "nothing of them is left, and all else is");
+  Check(FilesIn(kCaches).empty() && !FilesIn(kPictures).empty(), "nothing of them is left, and all else is");
   Check(RemoteProgram::ListEntries(RemoteProgram::Child(window, "ListBox")).empty(), "the list is empty");
   PostMessageA(window, WM_CLOSE, 0, 0);
   Check(Answer(program, kDoneViewing, IDYES) && Logged(program, "Killed and Shredded"), "the window closes");

@@ -13,7 +13,8 @@ void AddKey(const machine::Machine& machine, const std::string& key, Snapshot& s
   for (const machine::RegistryValue& value : read->values) {
     snapshot[key + "\\" + value.name] = std::to_string(value.type) + ":" + value.data;
   }
-  for (const std::string& sub_key : read->sub_keys) AddKey(machine, key + "\\" + sub_key, snapshot);
+  for (const std::string& sub_key : read->sub_keys)
+    AddKey(machine, std::string(key).append("\\").append(sub_key), snapshot);
 }
 
 bool Expected(const std::string& place, const std::vector<std::string>& expected) {

@@ -166,11 +166,12 @@ void Lay(std::uint8_t* pixel, COLORREF color, int coverage) {
 
 // One bit a pixel, set where the picture shows what is below it: a button that is disabled is drawn from these alone.
 HBITMAP MaskOf(const Pixels& picture) {
-  const int line = (picture.width + 15) / 16 * 2;  // padded to 16 bits
-  std::vector<std::uint8_t> bits(static_cast<std::size_t>(line * picture.height));
+  const std::size_t line = static_cast<std::size_t>(picture.width + 15) / 16 * 2;  // padded to 16 bits
+  std::vector<std::uint8_t> bits(line * static_cast<std::size_t>(picture.height));
   for (int y = 0; y < picture.height; ++y) {
     for (int x = 0; x < picture.width; ++x) {
-      if (picture.At(x, y)[3] < 128) bits[static_cast<std::size_t>(y * line + x / 8)] |= 0x80 >> x % 8;
+      if (picture.At(x, y)[3] < 128)
+        bits[static_cast<std::size_t>(y) * line + static_cast<std::size_t>(x / 8)] |= 0x80 >> x % 8;
     }
   }
   return ::CreateBitmap(picture.width, picture.height, 1, 1, bits.data());

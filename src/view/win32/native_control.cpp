@@ -262,7 +262,8 @@ void NativeControl::WidenList(const std::string& entry) {
   ::ReleaseDC(window_, dc);
   if (size.cx <= widest_entry_) return;
   widest_entry_ = size.cx;
-  Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest_entry_ + ::GetSystemMetrics(SM_CXEDGE) * 4));
+  const int extent = widest_entry_ + ::GetSystemMetrics(SM_CXEDGE) * 4;
+  Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(extent));
 }
 
 void NativeControl::RefreshList() {

@@ -24,7 +24,7 @@ std::optional<ACCEL> Accelerator(std::string_view shortcut, int command) {
     shortcut.remove_prefix(prefix.size());
   }
   if (shortcut.size() != 1) return std::nullopt;
-  accelerator.key = static_cast<WORD>(shortcut.front());
+  accelerator.key = static_cast<BYTE>(shortcut.front());
   return accelerator;
 }
 

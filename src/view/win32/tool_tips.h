@@ -27,6 +27,7 @@ class ToolTips {
     std::string title;
     TipIcon icon = TipIcon::None;
     bool balloon = false;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the zero is in what the compiler writes here
     friend auto operator<=>(const Heading&, const Heading&) = default;
   };
   struct Tip {

@@ -9,7 +9,8 @@ using Ticks = std::vector<std::string>;
 
 class Timers : public MachineTest {
  protected:
-  void Start(std::uint32_t id, const std::string& name, std::uint32_t interval, std::function<void()> also = {}) {
+  void Start(std::uint32_t id, const std::string& name, std::uint32_t interval,
+             const std::function<void()>& also = {}) {
     ASSERT_TRUE(pump().SetTimer(WindowHandle::None, id, interval, [this, name, also] {
       ticks_.push_back(name + std::to_string(world().ClockMs() - begun_));
       if (also) also();
