@@ -67,10 +67,12 @@ constexpr std::string_view kNotUnderstood[] = {
     "drive C cardboard|file C:\\x hex 0|file C:\\x size -1|file C:\\x from /dev/zero|text C:\\none|"
     "attributes C:\\none|files C:\\none|reg add HKCR\\x|reg add HKCU\\x name dword 4294967296|reg add HKCU\\x name|"
     "reg frobnicate|window close #9|window open A B C|window open A in #9|cache add u 0xZZ|lock C:\\none|"
-    "attrib C:\\WINDOWS +q|say \"unclosed|say a\"b",
+    "attrib C:\\WINDOWS +q|say \"unclosed|say a\"b|say \"a\"b|say \"\"\"|advance s|advance \"\"|advance 5d|"
+    "advance 99999999999999999999ms|advance 9999999999h",
     "start|get Nothing|get chkIE_all.Nothing|get frmNone.Visible|do Nothing|do Add_Backslash 1 2 3|"
     "choose SftTabs1 10|mark lstStatus 0|tick cmdKILLALL|type chkIE_all x|do Timer1_Click|do cmdKILLALL_Timer|"
-    "do chkIE_droplist_Click|do _Click|do mnuHotKeys_Click 1"};
+    "do chkIE_droplist_Click|do _Click|do mnuHotKeys_Click 1|do Add_Backslash|do Log_Step 32768|do Log_Step -32769|"
+    "do Log_Step x|do Pause_Seconds x|do Split_Images C:\\x 1 2|do RegistryCounter.ReadRegString HKCR a b"};
 
 TEST(ConsoleTest, WhatIsNotUnderstoodEndsTheScript) {
   test::Rehearsal rehearsal;

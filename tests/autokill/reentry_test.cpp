@@ -78,10 +78,9 @@ void Check(const Story& story, const Event& event, int pump) {
   }
   script += "log\n";
   test::Rehearsal rehearsal;
-  const std::vector<std::string> lines = rehearsal.Play(script);
-  const std::string where = std::string(event.name) + " at pump " + std::to_string(pump) + " of a " +
-                            std::string(story.name) + "\n" + rehearsal.printed();
-  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << where;
+  const std::string where =
+      std::string(event.name) + " at pump " + std::to_string(pump) + " of a " + std::string(story.name);
+  const std::vector<std::string> lines = rehearsal.Hold(script, where);
   if (event.ends) return;
   EXPECT_EQ(std::count(lines.begin(), lines.end(), " - Successful!  Your privacy is protected."),
             (modal.empty() ? 1 : 0) + event.further_runs)

@@ -38,8 +38,7 @@ bool StartsRun(std::string_view class_name, std::string_view flag, std::string_v
             " is true\nexpect get AutoKillHoldCount is 0\nwindow close \"" + name + "\"\nadvance 1s\nexpect get " +
             open_flag + " is false\nexpect get AutoKillHoldCount is 1\nexpect get AutoKillHold is false\nlog\n";
   test::Rehearsal rehearsal;
-  const std::vector<std::string> lines = rehearsal.Play(script);
-  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << name << ": " << rehearsal.printed();
+  const std::vector<std::string> lines = rehearsal.Hold(script, name);
   return lines.size() > 1;  // the handle first
 }
 

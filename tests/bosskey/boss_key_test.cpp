@@ -83,8 +83,7 @@ TEST(BossKey, HidesEachWindowByItsOwnSettingAlone) {
     if (!setting.empty()) script.append(value).append("1\n").append(read);
   }
   test::Rehearsal rehearsal;
-  const std::vector<std::string> lines = rehearsal.Play(script);
-  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << rehearsal.printed();
+  const std::vector<std::string> lines = rehearsal.Hold(script);
 
   constexpr std::size_t kCount = std::size(kWindows);
   ASSERT_EQ(lines.size(), kCount * (1 + off.size()));  // the handles first

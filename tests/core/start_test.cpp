@@ -9,12 +9,6 @@
 namespace qb {
 namespace {
 
-void ExpectHeld(const std::string& script) {
-  test::Rehearsal rehearsal;
-  rehearsal.Play(script);
-  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << rehearsal.printed();
-}
-
 // Each key with what memory holds after a start that finds none of them, and that was not the first.
 constexpr const char* kUnset =
     "AutoRun 1 AK_InternetExplorer 1 AK_MozillaFirefox 1 AK_GoogleChrome 1 AK_AppleSafari 1 AK_AOL 1 AK_UseTimer 0 "
@@ -37,8 +31,8 @@ TEST(Start, ReadsEachKeyIntoItsOwnVariable) {
   // What was not the first start stores no more than this.
   const std::string all =
       "expect reg show " + test::places::kStore + " is \"CloseQB sz 0\" \"IEVer sz 5\" \"QBBuild sz 2019.1.0\"\n";
-  ExpectHeld(unset + all + "reboot\n" + other_type + unset);
-  ExpectHeld(stored + unset.substr(0, unset.find("expect")) + expected);
+  test::Rehearsal().Hold(unset + all + "reboot\n" + other_type + unset);
+  test::Rehearsal().Hold(stored + unset.substr(0, unset.find("expect")) + expected);
 }
 
 }  // namespace

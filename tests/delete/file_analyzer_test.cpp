@@ -2,68 +2,61 @@
 // way.
 #include "delete/file_analyzer/file_analyzer.h"
 
-#include <gtest/gtest.h>
 #include <pthread.h>
 
-#include <memory>
-#include <stdexcept>
+#include <optional>
 
-#include "platform/machine/machine.h"
-#include "tests/app/temp_folder.h"
+#include "tests/platform/machine/machine_test.h"
 
 namespace qb {
 namespace {
 
-using Names = std::vector<std::string>;
+using Texts = std::vector<std::string>;
 
 constexpr int kPathFileAccess = 75;
 
-class FileAnalyzer : public ::testing::Test {
+class FileAnalyzer : public test::MachineTest {
  protected:
-  FileAnalyzer() {
-    std::string problem;
-    machine_ = machine::Machine::Open((folder_.path() / "machine").string(), problem);
-    if (machine_ == nullptr) throw std::runtime_error(problem);
-    channels_ = std::make_unique<Channels>(machine_->platform().files, machine_->platform().system);
-    analyzer_ = std::make_unique<clsFileAnalyzer>(machine_->platform(), *channels_, life_);
-    machine_->MakeFolder("C:\\a");
+  void SetUp() override {
+    MachineTest::SetUp();
+    channels_.emplace(files(), world().platform().system);
+    analyzer_.emplace(world().platform(), *channels_, life_);
+    world().MakeFolder("C:\\a");
   }
   // What a routine opens it also closes, however it ends.
-  ~FileAnalyzer() override { EXPECT_EQ(machine_->OpenHandles(), 0U); }
+  void TearDown() override { EXPECT_EQ(world().OpenHandles(), 0U); }
 
   // C:\a\full: files of every protection in two levels, and a junction to C:\kept with its one file.
   void MakeFullFolder() {
-    machine_->MakeFile("C:\\kept\\mine.txt", "not yours");
-    machine_->MakeFile("C:\\a\\full\\one.txt", "1");
-    machine_->MakeFile("C:\\a\\full\\deep\\two.txt", "22");
-    machine_->MakeFile("C:\\a\\full\\deep\\three.log", "333");
-    ASSERT_TRUE(machine_->ChangeAttributes("C:\\a\\full\\one.txt", {"+r", "+h", "+s"}));
-    ASSERT_TRUE(machine_->ChangeAttributes("C:\\a\\full\\deep", {"+r", "+h"}));
-    ASSERT_TRUE(machine_->MakeLink("C:\\a\\full\\link", "C:\\kept"));
+    world().MakeFile("C:\\kept\\mine.txt", "not yours");
+    world().MakeFile("C:\\a\\full\\one.txt", "1");
+    world().MakeFile("C:\\a\\full\\deep\\two.txt", "22");
+    world().MakeFile("C:\\a\\full\\deep\\three.log", "333");
+    ASSERT_TRUE(world().ChangeAttributes("C:\\a\\full\\one.txt", {"+r", "+h", "+s"}));
+    ASSERT_TRUE(world().ChangeAttributes("C:\\a\\full\\deep", {"+r", "+h"}));
+    ASSERT_TRUE(world().MakeLink("C:\\a\\full\\link", "C:\\kept"));
   }
 
-  test::TempFolder folder_;
-  std::unique_ptr<machine::Machine> machine_;
   Lifetime life_;
-  std::unique_ptr<Channels> channels_;
-  std::unique_ptr<clsFileAnalyzer> analyzer_;
+  std::optional<Channels> channels_;
+  std::optional<clsFileAnalyzer> analyzer_;
 };
 
 TEST_F(FileAnalyzer, TellsOfEachFolderWithAHitOuterFoldersFirst) {
   MakeFullFolder();
-  Names hits;
-  analyzer_->Search_Hit = [&](const Names& names, const std::string& folder) {
+  Texts hits;
+  analyzer_->Search_Hit = [&](const Texts& names, const std::string& folder) {
     hits.push_back(folder + ":");
     for (const std::string& name : names) hits.back() += " " + name;
   };
   EXPECT_EQ(analyzer_->Search("C:\\a\\full", "*", EntryKind::Both, true, false), 5);
   EXPECT_EQ(analyzer_->Search("C:\\a\\full", "*.LOG", EntryKind::Files, true, false), 1);
-  EXPECT_EQ(hits, (Names{"C:\\a\\full\\: deep link one.txt", "C:\\a\\full\\deep\\: three.log two.txt",
+  EXPECT_EQ(hits, (Texts{"C:\\a\\full\\: deep link one.txt", "C:\\a\\full\\deep\\: three.log two.txt",
                          "C:\\a\\full\\deep\\: three.log"}));
 }
 
 TEST_F(FileAnalyzer, TakesTheActiveWindowForAnOwner) {
-  machine_->MakeFile("C:\\a\\page.htm", "");
+  world().MakeFile("C:\\a\\page.htm", "");
   WindowHandle owner = WindowHandle::None;
   analyzer_->active_window = [] { return static_cast<WindowHandle>(7); };
   EXPECT_EQ(analyzer_->Execute("C:\\a\\page.htm", 1, "", false, owner), 0);
@@ -83,7 +76,7 @@ TEST_F(FileAnalyzer, AsksNothingOfTheStackForFoldersInsideEachOther) {
       std::size_t{1024} * (kSanitized ? 512 : 128);  // a copy of a file takes half of the smaller
   std::string deepest = "C:\\a\\full";
   for (int level = 0; level < kLevels; ++level) deepest += "\\d";
-  ASSERT_TRUE(machine_->MakeFile(deepest + "\\x.txt", "x"));
+  ASSERT_TRUE(world().MakeFile(deepest + "\\x.txt", "x"));
   pthread_attr_t attributes;
   pthread_t thread;
   ASSERT_EQ(pthread_attr_init(&attributes), 0);
@@ -96,11 +89,11 @@ TEST_F(FileAnalyzer, AsksNothingOfTheStackForFoldersInsideEachOther) {
     EXPECT_EQ(worker.DeleteFolder("C:\\a\\full"), 0);
     return nullptr;
   };
-  ASSERT_EQ(pthread_create(&thread, &attributes, work, analyzer_.get()), 0);
+  ASSERT_EQ(pthread_create(&thread, &attributes, work, &*analyzer_), 0);
   pthread_join(thread, nullptr);
   pthread_attr_destroy(&attributes);
-  EXPECT_EQ(machine_->Exists("C:\\a\\full"), "no");
-  EXPECT_EQ(machine_->Content("C:\\a\\copy" + deepest.substr(9) + "\\x.txt"), "x");
+  EXPECT_EQ(world().Exists("C:\\a\\full"), "no");
+  EXPECT_EQ(world().Content("C:\\a\\copy" + deepest.substr(9) + "\\x.txt"), "x");
 }
 
 // Each operation is made to fail at its first, second, third ... call: the number must say so, what lies
@@ -111,22 +104,22 @@ TEST_F(FileAnalyzer, ReportsEveryFailureOfAFolderCopyAndDelete) {
     std::uint32_t nth = 1;
     for (int number = 1; number != 0; ++nth) {
       ASSERT_LT(nth, 50U) << operation;
-      machine_->Delete("C:\\a\\full");
-      machine_->Delete("C:\\a\\copy");
+      world().Delete("C:\\a\\full");
+      world().Delete("C:\\a\\copy");
       MakeFullFolder();
-      machine_->gate().SetFault(operation, nth, 5);
+      world().gate().SetFault(operation, nth, 5);
       number = analyzer_->CopyFolder("C:\\a\\full", "C:\\a\\copy", false, false, false);
       if (number == 0) number = analyzer_->DeleteFolder("C:\\a\\full");
-      machine_->gate().ClearFaults();
-      EXPECT_EQ(machine_->Content("C:\\kept\\mine.txt"), "not yours") << operation << nth;
-      EXPECT_EQ(machine_->OpenHandles(), 0U) << operation << nth;
+      world().gate().ClearFaults();
+      EXPECT_EQ(world().Content("C:\\kept\\mine.txt"), "not yours") << operation << nth;
+      EXPECT_EQ(world().OpenHandles(), 0U) << operation << nth;
       if (number != 0) {
         EXPECT_EQ(number, kPathFileAccess) << operation << nth;
-        EXPECT_EQ(machine_->Exists("C:\\a\\full"), "folder") << operation << nth;
+        EXPECT_EQ(world().Exists("C:\\a\\full"), "folder") << operation << nth;
       }
     }
     EXPECT_GT(nth, 2U) << operation << " was never called";
-    EXPECT_EQ(machine_->Exists("C:\\a\\full"), "no") << operation;
+    EXPECT_EQ(world().Exists("C:\\a\\full"), "no") << operation;
   }
 }
 

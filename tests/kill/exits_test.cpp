@@ -76,8 +76,7 @@ Played Play(const RunCase& run, std::size_t pump, std::initializer_list<const ch
   std::string script = run.before + std::string("answer yes\n");
   for (const char* command : at) script += "during " + std::to_string(pump) + " " + command + "\n";
   Played played;
-  played.lines = rehearsal.Play(script + run.run + then);
-  EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << run.name << " " << pump << "\n" << rehearsal.printed();
+  played.lines = rehearsal.Hold(script + run.run + then, run.name + std::to_string(pump));
   const auto urls_after = rehearsal.Play("cache\n");
   played.after = test::TakeSnapshot(rehearsal.machine());
   played.gone = static_cast<double>(urls.size() - urls_after.size());

@@ -64,8 +64,7 @@ TEST(SingleBoxes, TakeTheTracesOfTheirClassAlone) {
       for (const std::string& run : runs) {
         if (row.key.empty() && &run != runs) continue;  // a box without a key
         Rehearsal rehearsal;
-        rehearsal.Play(run);
-        EXPECT_EQ(rehearsal.status(), rehearse::Status::Held) << box << "\n" << rehearsal.printed();
+        rehearsal.Hold(run, box);
         // Deliberate: this one goes twice over the profiles, the top sites of all before the history of the numbered
         // ones.
         if (box != "chkChrome_HistoryFiles")

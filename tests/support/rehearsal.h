@@ -37,6 +37,13 @@ class Rehearsal {
     return lines;
   }
 
+  // The same; fails the test, and tells `what`, unless every expectation held.
+  std::vector<std::string> Hold(const std::string& script, const std::string& what = {}) {
+    std::vector<std::string> lines = Play(script);
+    EXPECT_EQ(status_, rehearse::Status::Held) << what << "\n" << printed_;
+    return lines;
+  }
+
   machine::Machine& machine() { return *machine_; }
   // Where the machine lies on this computer.
   std::filesystem::path folder() const { return folder_.path() / "machine"; }

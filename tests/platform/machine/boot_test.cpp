@@ -1,5 +1,4 @@
-// What outlives a run of the program: pending renames, what is going, what a machine was told; and how calls are
-// written.
+// What outlives a run of the program: pending renames, what is going, what a machine was told.
 #include "tests/platform/machine/machine_test.h"
 #include "tests/support/rehearsal.h"
 
@@ -68,34 +67,6 @@ TEST(Kept, WhatAMachineIsTold) {
     rehearsal.Reopen();
     rehearsal.Play(ScriptPart("kept"));
   }
-}
-
-TEST_F(BootOfMachine, CallsAreWrittenWithAllTheirArguments) {
-  auto& shell = world().platform().shell;
-  ASSERT_TRUE(world().MakeFile("C:\\discarded", "x") && world().Discard("C:\\discarded"));
-  world().gate().TakeCalls();
-  StepOver(files().CreateFileA("C:\\no", kGenericRead, kShareRead, kOpenExisting, 0));
-  StepOver(files().FlushFileBuffers(FileHandle{1}));
-  StepOver(files().MoveFileExA("C:\\a", "C:\\b", 4));
-  StepOver(files().MoveFileExA("C:\\a", std::nullopt, 4));
-  StepOver(files().GetFileAttributesA("C:\\no \"x"));
-  StepOver(registry().RegOpenKeyExA(KeyHandle::CurrentUser, "No Such", kKeyRead));
-  shell.SHAddToRecentDocs(2, std::nullopt);
-  StepOver(shell.SHEmptyRecycleBinA(WindowHandle{5}, std::nullopt, 7));
-  pump().PumpMessages();
-  StepOver(world().platform().system.GetTickCount());
-  std::vector<std::string> lines;
-  for (const auto& call : world().gate().TakeCalls()) lines.push_back(call.line);
-  EXPECT_EQ(lines, (std::vector<std::string>{
-                       "CreateFileA(\"C:\\no\", 2147483648, 1, null, 3, 0, null) = #18446744073709551615",
-                       "FlushFileBuffers(#1) = 0",
-                       "MoveFileExA(\"C:\\a\", \"C:\\b\", 4) = 1",
-                       "MoveFileExA(\"C:\\a\", null, 4) = 1",
-                       "GetFileAttributesA(\"C:\\no \"x\") = 4294967295",
-                       "RegOpenKeyExA(#2147483649, \"No Such\", 0, 131097, null) = 2",
-                       "SHAddToRecentDocs(2, null) = ",
-                       "SHEmptyRecycleBinA(#5, null, 7) = 0",
-                   }));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Windows of other programs, hot keys, the tray, procedures in front of a window's own, and the random source.
+// Windows of other programs, the tray, procedures in front of a window's own, and the random source.
 #include "platform/machine/world/tray.h"
 #include "tests/platform/machine/machine_test.h"
 
@@ -22,57 +22,23 @@ class WindowsOfMachine : public test::MachineTest {
     heard_.push_back(who + " " + std::to_string(message) + " " + std::to_string(wparam) + " " + std::to_string(lparam));
   }
   Heard TakeHeard() { return std::exchange(heard_, {}); }
-  std::vector<std::uint64_t> Enumerate() {
-    std::vector<std::uint64_t> handles;
-    EXPECT_TRUE(desktop().EnumWindows([&](WindowHandle window) {
-      handles.push_back(static_cast<std::uint64_t>(window));
-      return true;
-    }));
-    return handles;
-  }
 
   Heard heard_;
 };
-
-TEST_F(WindowsOfMachine, AreFoundBehindOneAnotherInZOrderAmongTheirSiblings) {
-  const auto first = world().WindowOpen("IEFrame", "One", 0), second = world().WindowOpen("IEFrame", "Two", 0);
-  const auto pane = world().WindowOpen("_AOL_CBROWSER", "", first);
-  const auto find = [this](std::uint64_t parent, std::uint64_t after, std::optional<std::string_view> class_name) {
-    return static_cast<std::uint64_t>(
-        desktop().FindWindowExA(static_cast<WindowHandle>(parent), static_cast<WindowHandle>(after), class_name, {}));
-  };
-  EXPECT_EQ(find(0, 0, "ieframe"), second);
-  EXPECT_EQ(find(0, second, "IEFrame"), first);
-  EXPECT_EQ(find(0, first, "IEFrame"), 0u);
-  EXPECT_EQ(find(0, 0, "_AOL_CBROWSER"), 0u) << "a child is no window of the desktop";
-  EXPECT_EQ(find(first, 0, "_AOL_CBROWSER"), pane);
-  EXPECT_EQ(find(second, 0, {}), 0u);
-  EXPECT_TRUE(desktop().SetForegroundWindow(static_cast<WindowHandle>(first)));
-  EXPECT_EQ(find(0, 0, "IEFrame"), first);
-  EXPECT_EQ(Enumerate(), (std::vector<std::uint64_t>{first, second}));
-  // A window that another's visit closes is not visited any more.
-  std::size_t visits = 0;
-  EXPECT_TRUE(desktop().EnumWindows([&](WindowHandle) { return ++visits != 0 && world().WindowClose(second); }));
-  EXPECT_EQ(visits, 1u);
-}
 
 TEST_F(WindowsOfMachine, ThousandsKeepTheirHandlesApartFromThoseOfTheProgram) {
   const WindowHandle own = OpenOwn();
   for (int i = 0; i < 2000; ++i) EXPECT_NE(world().WindowOpen("c", "", 0), static_cast<std::uint64_t>(own));
   EXPECT_EQ(world().Windows().size(), 2000u);
   EXPECT_TRUE(world().WindowCloseClass("C"));
-  EXPECT_EQ(Enumerate(), std::vector<std::uint64_t>{static_cast<std::uint64_t>(own)});
+  std::vector<WindowHandle> left;
+  EXPECT_TRUE(desktop().EnumWindows([&](WindowHandle window) { return left.push_back(window), true; }));
+  EXPECT_EQ(left, std::vector{own});
 }
 
-TEST_F(WindowsOfMachine, AChordGoesToTheFirstWhoAskedAndToTheProcedureInFront) {
+TEST_F(WindowsOfMachine, AHotKeyGoesToTheProcedureInFrontWhichMayGoWhileItRuns) {
   const WindowHandle window = OpenOwn();
-  EXPECT_EQ(tray().RegisterHotKey(window, 156, 3, 90), Error::Success);
-  EXPECT_EQ(tray().RegisterHotKey(window, 158, 3, 90), Error::HotKeyTaken);
   EXPECT_EQ(tray().RegisterHotKey(window, 127, 1, 90), Error::Success);
-  EXPECT_FALSE(world().HotKey(158));
-  EXPECT_FALSE(world().Chord(3, 32));
-  EXPECT_TRUE(world().Chord(3, 90));
-  EXPECT_EQ(TakeHeard(), Heard{"own 786 156 5898243"});
   WindowProcedure before = WindowProcedure::None;
   before =
       tray().SetWindowLongA(window, kIndexWindowProcedure,
@@ -88,9 +54,6 @@ TEST_F(WindowsOfMachine, AChordGoesToTheFirstWhoAskedAndToTheProcedureInFront) {
   EXPECT_EQ(TakeHeard(), (Heard{"front 786 127 5898241", "own 786 127 5898241"}));
   EXPECT_TRUE(world().HotKey(127));
   EXPECT_EQ(TakeHeard(), Heard{"own 786 127 5898241"});
-  EXPECT_EQ(tray().UnregisterHotKey(window, 127), Error::Success);
-  EXPECT_EQ(tray().UnregisterHotKey(window, 127), Error::HotKeyUnknown);
-  EXPECT_EQ(tray().RegisterHotKey(window, 158, 1, 90), Error::Success) << "given up, it is free";
   world().OwnWindowDestroy(window);
   EXPECT_TRUE(world().HotKeys().empty());
 }
@@ -103,12 +66,9 @@ TEST_F(WindowsOfMachine, TheTrayKnowsOneIconAndItsMouse) {
   icon.flags = kTrayMessageIconTip;
   icon.callback_message = kMessageMouseMove;
   EXPECT_FALSE(world().TrayMouse(517));
-  EXPECT_FALSE(tray().Shell_NotifyIconA(kTrayDelete, icon));
   EXPECT_TRUE(tray().Shell_NotifyIconA(kTrayAdd, icon));
-  EXPECT_FALSE(tray().Shell_NotifyIconA(kTrayAdd, icon));
   EXPECT_TRUE(world().TrayMouse(517));
   const std::uint32_t taskbar = tray().RegisterWindowMessageA("TaskbarCreated");
-  EXPECT_EQ(tray().RegisterWindowMessageA("taskbarcreated"), taskbar);
   world().RestartShell();
   EXPECT_FALSE(world().TrayIcon());
   EXPECT_EQ(TakeHeard(), (Heard{"own 512 1 517", "own " + std::to_string(taskbar) + " 0 0"}));
@@ -122,7 +82,6 @@ TEST_F(WindowsOfMachine, TheTrayKnowsOneIconAndItsMouse) {
 TEST_F(WindowsOfMachine, RandomBytesComeFromAnOpenContextAndAreTheSameInEachRehearsal) {
   const auto draw = [this] {
     RandomSource& source = world().platform().random_source;
-    EXPECT_FALSE(source.CryptAcquireContextA({}, "Another Provider", kProviderRsaFull, kCryptVerifyContext).ok());
     EXPECT_FALSE(source.CryptAcquireContextA({}, kEnhancedProvider, kProviderRsaFull, 0).ok()) << "there are no keys";
     auto context = source.CryptAcquireContextA({}, kEnhancedProvider, kProviderRsaFull, kCryptVerifyContext);
     std::string bytes(4096, '\0');
