@@ -202,12 +202,17 @@ Result<Disk::Place> Disk::FindPlace(const ParsedPath& path) const {
   return Place{folder.value, path.parts.back()};
 }
 
-HostFile Disk::OpenFolder(const Entry& folder) const {
+// Below the folder of the drives.
+std::string Disk::HostPath(const Entry& entry) {
   std::vector<const Entry*> way;
-  for (const Entry* at = &folder; at != nullptr; at = at->parent) way.push_back(at);
+  for (const Entry* at = &entry; at != nullptr; at = at->parent) way.push_back(at);
   std::string path;
   for (auto at = way.rbegin(); at != way.rend(); ++at) path.append(path.empty() ? "" : "/").append((*at)->name);
-  return FolderBelow(drives_.fd(), path);
+  return path;
+}
+
+HostFile Disk::OpenFolder(const Entry& folder) const {
+  return FolderBelow(drives_.fd(), HostPath(folder));
 }
 
 Entry* Disk::Adopt(Entry& folder, std::unique_ptr<Entry> entry) {
@@ -343,16 +348,19 @@ Error Disk::MoveOut(Entry& entry, const HostFile& folder, const std::string& nam
 
 Result<HostFile> Disk::Open(const Entry& entry, bool write) const {
   if (entry.kind != Entry::Kind::File) return Error::AccessDenied;
-  const HostFile host = OpenFolder(*entry.parent);
-  if (!host.ok()) return Error::PathNotFound;
-  const int mode = (write ? O_RDWR : O_RDONLY) | O_NOFOLLOW | O_CLOEXEC;
-  HostFile file(openat(host.fd(), entry.name.c_str(), mode));
-  if (!file.ok()) return FromErrno(errno);
+  const std::string path = HostPath(entry);
+  HostFile file = FileBelow(drives_.fd(), path, write);
+  if (!file.ok()) {
+    const Error error = FromErrno(errno);
+    return OpenFolder(*entry.parent).ok() ? error : Error::PathNotFound;
+  }
   struct stat info {};
   if (!write || (fstat(file.fd(), &info) == 0 && info.st_nlink == 1)) return file;
   // The host knows this file by another name too, maybe outside the machine.
-  if (Error error = PartFromOtherNames(host, entry.name, file); !Ok(error)) return error;
-  HostFile own(openat(host.fd(), entry.name.c_str(), mode));
+  const HostFile folder = OpenFolder(*entry.parent);
+  if (!folder.ok()) return Error::PathNotFound;
+  if (Error error = PartFromOtherNames(folder, entry.name, file); !Ok(error)) return error;
+  HostFile own = FileBelow(drives_.fd(), path, write);
   if (!own.ok()) return FromErrno(errno);
   return own;
 }

@@ -128,6 +128,7 @@ class Disk {
   std::unique_ptr<Entry> Detach(Entry& entry);
   void GiveShortName(Entry& entry);
   void FinishFolder(Entry& folder);
+  static std::string HostPath(const Entry& entry);
   HostFile OpenFolder(const Entry& folder) const;
   Result<Entry*> Follow(Entry* entry, int depth) const;
   Result<Entry*> Walk(const ParsedPath& path, std::size_t parts, bool through_last, int depth) const;

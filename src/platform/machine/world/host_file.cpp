@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 namespace qb::machine {
 
@@ -16,9 +17,9 @@ namespace {
 constexpr int kFolderMode = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
 // In one call for all of the path, which Linux has since 5.6; the path has fewer than PATH_MAX bytes.
-HostFile FolderAtOnce(int folder, const std::string& path) {
+HostFile OpenAtOnce(int folder, const std::string& path, int mode) {
   open_how how{};
-  how.flags = kFolderMode;
+  how.flags = static_cast<std::uint64_t>(mode);
   how.resolve = RESOLVE_NO_SYMLINKS | RESOLVE_BENEATH;
   return HostFile(static_cast<int>(syscall(SYS_openat2, folder, path.c_str(), &how, sizeof how)));
 }
@@ -43,7 +44,7 @@ HostFile FolderIn(int folder, const std::string& name) {
 }
 
 HostFile FolderBelow(int folder, const std::string& path) {
-  if (HostFile opened = FolderAtOnce(folder, path); opened.ok()) return opened;
+  if (HostFile opened = OpenAtOnce(folder, path, kFolderMode); opened.ok()) return opened;
   HostFile opened;
   for (std::size_t start = 0; start < path.size();) {
     const std::size_t end = std::min(path.find('/', start), path.size());
@@ -52,6 +53,14 @@ HostFile FolderBelow(int folder, const std::string& path) {
     start = end + 1;
   }
   return opened;
+}
+
+HostFile FileBelow(int folder, const std::string& path, bool write) {
+  const int mode = (write ? O_RDWR : O_RDONLY) | O_NOFOLLOW | O_CLOEXEC;
+  if (HostFile opened = OpenAtOnce(folder, path, mode); opened.ok()) return opened;
+  const std::size_t name = path.rfind('/') + 1;
+  const HostFile parent = FolderBelow(folder, path.substr(0, name == 0 ? 0 : name - 1));
+  return HostFile(parent.ok() ? openat(parent.fd(), path.c_str() + name, mode) : -1);
 }
 
 void ForEachName(int folder, const std::function<void(const std::string&)>& visit) {

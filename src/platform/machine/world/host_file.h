@@ -25,6 +25,8 @@ class HostFile {
 HostFile FolderIn(int folder, const std::string& name);
 // The folder at a path of names with "/" between them, below an open one.
 HostFile FolderBelow(int folder, const std::string& path);
+// The file at such a path, to be read, or read and written.
+HostFile FileBelow(int folder, const std::string& path, bool write);
 // Calls `visit` with each name in an open folder.
 void ForEachName(int folder, const std::function<void(const std::string&)>& visit);
 // Writes what one file holds into another, from its start. False if that does not work to the end.
