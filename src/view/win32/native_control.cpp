@@ -90,9 +90,9 @@ NativeControl::NativeControl(Control& control, const std::string& caption, HWND 
   // A strip that its tabs do not fit into would make itself arrows to scroll them.
   const int width = control.kind() == ControlKind::TabStrip ? kUnlimited : 0;
   // The parent gives the new window the number by which it reports to it.
-  window_ = ::CreateWindowExW(kind.ex_style, kind.window_class, TextFor(control, caption).c_str(), style, 0, 0, width,
-                              0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr),
-                              nullptr);
+  window_ = ::CreateWindowExW(kind.ex_style | WS_EX_NOPARENTNOTIFY, kind.window_class,
+                              TextFor(control, caption).c_str(), style, 0, 0, width, 0, parent,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr);
   // A radio button otherwise reports a click when it only gets the focus.
   if (control.kind() == ControlKind::Option) Send(BM_SETDONTCLICK, TRUE);
   Refresh();

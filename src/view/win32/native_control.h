@@ -26,6 +26,7 @@ class NativeControl {
   void SetMetrics(const Metrics& metrics);
   // The smallest size at which all of the control is seen, where the native one knows it better than `measured`.
   Extent Smallest(const Extent& measured) const;
+  bool FitsInto(const Extent& room) const { return own_size_.width <= room.width && own_size_.height <= room.height; }
   // Gives a strip its tabs, with the access keys in their captions underlined.
   void MakeTabs(const std::vector<std::string>& captions);
   // Shows the caption with its access key underlined.

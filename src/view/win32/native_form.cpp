@@ -61,12 +61,12 @@ NativeForm::NativeForm(Form& form, Host& host, HWND owner, bool main) : form_(fo
   metrics_ = std::make_unique<Metrics>(DpiOf(owner));
   style_ = StyleOf(Arranged().Grows(), main);
   ex_style_ = WS_EX_CONTROLPARENT | (main ? WS_EX_APPWINDOW : WS_EX_DLGMODALFRAME);
-  ::CreateWindowExW(ex_style_, kWindowClass, Wide(form.Caption()).c_str(), style_, CW_USEDEFAULT, CW_USEDEFAULT,
-                    CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, window_class.hInstance, this);
-  tips_ = std::make_unique<ToolTips>(window_);
   AddSlots(form.Arrangement(), false);
-  MakeThoseThatKnowTheirSize();
   BuildMenu();
+  ::CreateWindowExW(ex_style_, kWindowClass, Wide(form.Caption()).c_str(), style_, CW_USEDEFAULT, CW_USEDEFAULT,
+                    CW_USEDEFAULT, CW_USEDEFAULT, owner, menu_.bar(), window_class.hInstance, this);
+  tips_ = std::make_unique<ToolTips>(window_);
+  MakeStrips();
 }
 
 NativeForm::~NativeForm() {
@@ -144,7 +144,7 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case WM_GETMINMAXINFO:
       if (sized_) {
-        const ScreenFit fit = FitOnScreen();
+        const ScreenFit fit = FitOnScreen(WorkArea());
         // One that scrolls may be made as small as the user likes.
         if (fit.scrolls_across || fit.scrolls_down) return 0;
         const SIZE smallest = WindowRound(fit.area);
@@ -166,7 +166,7 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       return result;
     }
     case WM_SHOWWINDOW:
-      if (wparam != FALSE) MakeReadyToShow();
+      if (wparam != FALSE) GrowToFit();
       return Default(message, wparam, lparam);
     case WM_ACTIVATE:
       if (LOWORD(wparam) == WA_INACTIVE) {

@@ -97,20 +97,20 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   };
   void AddSlots(const Layout& part, bool on_page);
   void AddSlot(Control& control, bool on_page);
-  void MakeThoseThatKnowTheirSize();
+  void MakeStrips();
   NativeControl& Make(std::size_t index);
   HWND WindowBefore(std::size_t index) const;
   Extent Smallest(const Control& control) const override;
   int HeightAt(const Control& control, int width) const override;
   Placement Arranged() const { return {form_.Arrangement(), *this, metrics_->spacing()}; }
   Extent ContentSize(const Placement& placement) const;
-  // What the screen allows of the content.
-  ScreenFit FitOnScreen() const;
+  RECT WorkArea() const;  // of the window's screen, without the task bar
+  // What that area allows of the content.
+  ScreenFit FitOnScreen(const RECT& work) const;
   SIZE WindowRound(Extent area) const;
   void LayOut();
+  void LayOutLater();
   void GrowToFit();
-  void MakeReadyToShow();
-  void CenterNow();
   void ChangeResolution(UINT dpi, const RECT& suggested);
   void Scroll(UINT message, WPARAM wparam);
   void ScrollToFocus();

@@ -26,11 +26,10 @@ void NativeForm::AddSlots(const Layout& part, bool on_page) {
   if (part.kind == Layout::Kind::Tabs) AddSlot(*part.control, on_page);
 }
 
-// The rest follow when they are seen, and when what they measure is asked for these have to be there.
-void NativeForm::MakeThoseThatKnowTheirSize() {
+// Only a strip itself knows how much room its tabs take, so it is there before the first page is measured.
+void NativeForm::MakeStrips() {
   for (std::size_t i = 0; i < slots_.size(); ++i) {
-    const Control& control = *slots_[i].control;
-    if (control.kind() == ControlKind::TabStrip || control.kind() == ControlKind::Link) Make(i);
+    if (slots_[i].control->kind() == ControlKind::TabStrip) Make(i);
   }
 }
 
@@ -42,6 +41,10 @@ NativeControl& NativeForm::Make(std::size_t index) {
     slot.native = std::make_unique<NativeControl>(*slot.control, caption, window_, id, slot.group_start);
     if (slot.control->kind() == ControlKind::TabStrip) slot.native->MakeTabs(TabCaptions(*slot.control));
     slot.native->SetMetrics(*metrics_);
+    // A link may want more than its text was measured with.
+    const bool grew =
+        slot.control->kind() == ControlKind::Link && !slot.native->FitsInto(metrics_->Smallest(*slot.control));
+    if (grew) LayOutLater();
   }
   return *slot.native;
 }
@@ -96,9 +99,12 @@ void NativeForm::ControlChanged(Control& control) {
   const bool place_again = slot.caption != control.Caption() || slot.visible != control.Visible();
   slot.caption = control.Caption();
   slot.visible = control.Visible();
-  if (!place_again || layout_posted_) return;
-  // Later, once for all that changes together.
-  layout_posted_ = ::PostMessageW(window_, kLayOutAgain, 0, 0) != FALSE;
+  if (place_again) LayOutLater();
+}
+
+// Once for all that changes together.
+void NativeForm::LayOutLater() {
+  if (!layout_posted_) layout_posted_ = ::PostMessageW(window_, kLayOutAgain, 0, 0) != FALSE;
 }
 
 void NativeForm::OnCommand(int id, UINT code, bool from_control) {

@@ -7,14 +7,20 @@ namespace qb::win32 {
 
 namespace {
 
-RECT WorkArea(HWND window) {
-  MONITORINFO info{};
-  info.cbSize = sizeof info;
-  ::GetMonitorInfoW(::MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &info);
-  return info.rcWork;
+// Where a window of that size stands in the middle, or at the upper left edge if it is larger than the area.
+POINT Middle(const RECT& area, LONG width, LONG height) {
+  return {std::max((area.left + area.right - width) / 2, area.left),
+          std::max((area.top + area.bottom - height) / 2, area.top)};
 }
 
 }  // namespace
+
+RECT NativeForm::WorkArea() const {
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  ::GetMonitorInfoW(::MonitorFromWindow(window_, MONITOR_DEFAULTTOPRIMARY), &info);
+  return info.rcWork;
+}
 
 Extent NativeForm::Smallest(const Control& control) const {
   const Extent measured = metrics_->Smallest(control);
@@ -35,8 +41,7 @@ SIZE NativeForm::WindowRound(Extent area) const {
   return WindowSize({area.width, area.height}, style_, ex_style_, ::GetMenu(window_) != nullptr, metrics_->dpi());
 }
 
-ScreenFit NativeForm::FitOnScreen() const {
-  const RECT work = WorkArea(window_);
+ScreenFit NativeForm::FitOnScreen(const RECT& work) const {
   const SIZE frame = WindowRound({});
   const Extent room{static_cast<int>(work.right - work.left - frame.cx),
                     static_cast<int>(work.bottom - work.top - frame.cy)};
@@ -45,7 +50,8 @@ ScreenFit NativeForm::FitOnScreen() const {
 
 void NativeForm::GrowToFit() {
   OwnChange own(*this);
-  const ScreenFit fit = FitOnScreen();
+  const RECT work = WorkArea();
+  const ScreenFit fit = FitOnScreen(work);
   if ((fit.scrolls_across || fit.scrolls_down) && (style_ & WS_THICKFRAME) == 0) {
     style_ |= WS_THICKFRAME | WS_MAXIMIZEBOX;
     ::SetWindowLongW(window_, GWL_STYLE,
@@ -61,10 +67,10 @@ void NativeForm::GrowToFit() {
   if (!first && (::IsIconic(window_) || ::IsZoomed(window_))) return;
   if (first || width != now.right - now.left || height != now.bottom - now.top) {
     // What grows stays on the screen.
-    const RECT work = WorkArea(window_);
-    const int x = std::max<int>(work.left, std::min<int>(now.left, work.right - width));
-    const int y = std::max<int>(work.top, std::min<int>(now.top, work.bottom - height));
-    ::SetWindowPos(window_, nullptr, x, y, width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    const POINT place = first && centered_ ? Middle(work, width, height)
+                                           : POINT{std::max(work.left, std::min(now.left, work.right - width)),
+                                                   std::max(work.top, std::min(now.top, work.bottom - height))};
+    ::SetWindowPos(window_, nullptr, place.x, place.y, width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
   }
   if (first) LayOut();
 }
@@ -136,25 +142,13 @@ void NativeForm::ChangeResolution(UINT dpi, const RECT& suggested) {
 // One that was never shown takes its size and place, and its controls their windows, when it is.
 void NativeForm::Center() {
   centered_ = true;
-  if (sized_) CenterNow();
-}
-
-void NativeForm::MakeReadyToShow() {
-  const bool first = !sized_;
-  GrowToFit();
-  if (first && centered_) CenterNow();
-}
-
-void NativeForm::CenterNow() {
+  if (!sized_) return;
   GrowToFit();
   OwnChange own(*this);
-  RECT window{};
-  ::GetWindowRect(window_, &window);
-  const RECT work = WorkArea(window_);
-  const int x = (work.left + work.right - (window.right - window.left)) / 2;
-  const int y = (work.top + work.bottom - (window.bottom - window.top)) / 2;
-  ::SetWindowPos(window_, nullptr, std::max<int>(x, work.left), std::max<int>(y, work.top), 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  RECT now{};
+  ::GetWindowRect(window_, &now);
+  const POINT place = Middle(WorkArea(), now.right - now.left, now.bottom - now.top);
+  ::SetWindowPos(window_, nullptr, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 }  // namespace qb::win32

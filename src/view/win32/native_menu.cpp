@@ -105,7 +105,7 @@ void NativeMenu::Build(HWND window, const std::vector<MenuItem*>& menus, const s
     ::DestroyMenu(bar_);
     bar_ = nullptr;
   }
-  ::SetMenu(window, bar_);
+  if (window != nullptr) ::SetMenu(window, bar_);
   if (old != nullptr) ::DestroyMenu(old);
 
   std::vector<ACCEL> keys;

@@ -17,10 +17,12 @@ class NativeMenu {
   NativeMenu(const NativeMenu&) = delete;
   NativeMenu& operator=(const NativeMenu&) = delete;
 
-  // Builds menu bar and accelerators anew and hangs the bar on the window. Popup menus are left out, and
-  // so is what is not visible, with its shortcuts. A form without a menu gets none. `captions` are those of the
-  // visible menus of the bar, in order, with their access keys.
+  // Builds menu bar and accelerators anew and hangs the bar on the window, unless that is null. Popup menus are left
+  // out, and so is what is not visible, with its shortcuts. A form without a menu gets none. `captions` are those of
+  // the visible menus of the bar, in order, with their access keys.
   void Build(HWND window, const std::vector<MenuItem*>& menus, const std::vector<std::string>& captions);
+  // Null where there is none. It goes with the window that it hangs on.
+  HMENU bar() const { return bar_; }
   // Shows a property that changed. Only a change of what is visible needs another Build: then false.
   bool Refresh(const MenuItem& item);
   bool TranslateKey(HWND window, MSG& message) const;
