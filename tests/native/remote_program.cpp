@@ -214,8 +214,12 @@ bool RemoteProgram::Click(const std::string& text) const {
 }
 
 bool RemoteProgram::PostClick(HWND window, const std::string& text) {
-  HWND button = Child(window, WC_BUTTONA, text);
-  return button != nullptr && IsWindowEnabled(button) && PostMessageA(button, BM_CLICK, 0, 0);
+  HWND button = nullptr;
+  auto can_be_pressed = [&] {
+    button = Child(window, WC_BUTTONA, text);
+    return button != nullptr && IsWindowEnabled(button);
+  };
+  return WaitFor(can_be_pressed) && PostMessageA(button, BM_CLICK, 0, 0);
 }
 
 bool RemoteProgram::Ticked(const std::string& text) const {

@@ -63,7 +63,7 @@ class RemoteProgram {
   bool PickTab(int tab) const;
   // Clicks a check box or button of the main window; false if it is not there or takes no click.
   bool Click(const std::string& text) const;
-  // The same in any window and without waiting for what the click starts.
+  // The same in any window, as soon as it can be clicked, and without waiting for what the click starts.
   static bool PostClick(HWND window, const std::string& text);
   bool Ticked(const std::string& text) const;
   // Clicks the boxes of a tab that are to be ticked and are not, and those of `others` that are and are not wanted.

@@ -127,7 +127,7 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case kLayOutAgain:
       layout_posted_ = false;
-      if (!sized_) return 0;  // it will be placed when it is shown
+      if (!sized_) return 0;
       GrowToFit();
       LayOut();
       return 0;

@@ -76,6 +76,7 @@ void NativeForm::GrowToFit() {
 }
 
 void NativeForm::LayOut() {
+  if (!sized_) return;  // it is placed when it is shown for the first time
   const Placement placement = Arranged();
   const Extent content = ContentSize(placement);
   scroller_.Fit(window_, content, metrics_->dpi());
