@@ -56,7 +56,15 @@ HWND Resident(const RemoteProgram& program) {
 }
 
 bool WaitPopup(bool open) {
-  return WaitFor([=] { return Shown(FindWindowA("#32768", nullptr)) == open; });
+  return WaitFor([=] {
+    HWND popup = FindWindowA("#32768", nullptr);
+    if (!open) return !Shown(popup);
+    // It is in sight some time before its thread takes the mouse.
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof thread;
+    return Shown(popup) && GetGUIThreadInfo(GetWindowThreadProcessId(popup, nullptr), &thread) &&
+           thread.hwndCapture != nullptr;
+  });
 }
 
 bool OpenPopup(HWND window) {

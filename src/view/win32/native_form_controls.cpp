@@ -21,9 +21,10 @@ void NativeForm::AddSlot(Control& control, bool on_page) {
 }
 
 void NativeForm::AddSlots(const Layout& part, bool on_page) {
-  if (part.control != nullptr && part.kind != Layout::Kind::Tabs) AddSlot(*part.control, on_page);
-  for (const Layout& child : part.parts) AddSlots(child, on_page || part.kind == Layout::Kind::Tabs);
-  if (part.kind == Layout::Kind::Tabs) AddSlot(*part.control, on_page);
+  const bool tabs = part.kind == Layout::Kind::Tabs;
+  if (part.control != nullptr && !tabs) AddSlot(*part.control, on_page);
+  for (const Layout& child : part.parts) AddSlots(child, on_page || tabs);
+  if (part.control != nullptr && tabs) AddSlot(*part.control, on_page);
 }
 
 // Only a strip itself knows how much room its tabs take, so it is there before the first page is measured.
