@@ -45,7 +45,8 @@ int ShowCommand(WindowState state) {
 
 }  // namespace
 
-NativeForm::NativeForm(Form& form, Host& host, HWND owner, bool main) : form_(form), host_(host), main_(main) {
+void NativeForm::Make() {
+  if (window_ != nullptr) return;
   WNDCLASSEXW window_class{};
   window_class.cbSize = sizeof window_class;
   window_class.lpfnWndProc = WindowProc;
@@ -58,13 +59,13 @@ NativeForm::NativeForm(Form& form, Host& host, HWND owner, bool main) : form_(fo
   ::RegisterClassExW(&window_class);  // fails from the second form on, which finds it made
 
   OwnChange own(*this);
-  metrics_ = std::make_unique<Metrics>(DpiOf(owner));
-  style_ = StyleOf(Arranged().Grows(), main);
-  ex_style_ = WS_EX_CONTROLPARENT | (main ? WS_EX_APPWINDOW : WS_EX_DLGMODALFRAME);
-  AddSlots(form.Arrangement(), false);
+  metrics_ = std::make_unique<Metrics>(DpiOf(owner_));
+  style_ = StyleOf(Arranged().Grows(), main_);
+  ex_style_ = WS_EX_CONTROLPARENT | (main_ ? WS_EX_APPWINDOW : WS_EX_DLGMODALFRAME);
+  AddSlots(form_.Arrangement(), false);
   BuildMenu();
-  ::CreateWindowExW(ex_style_, kWindowClass, Wide(form.Caption()).c_str(), style_, CW_USEDEFAULT, CW_USEDEFAULT,
-                    CW_USEDEFAULT, CW_USEDEFAULT, owner, menu_.bar(), window_class.hInstance, this);
+  ::CreateWindowExW(ex_style_, kWindowClass, Wide(form_.Caption()).c_str(), style_, CW_USEDEFAULT, CW_USEDEFAULT,
+                    CW_USEDEFAULT, CW_USEDEFAULT, owner_, menu_.bar(), window_class.hInstance, this);
   tips_ = std::make_unique<ToolTips>(window_);
   MakeStrips();
 }
@@ -222,6 +223,7 @@ LRESULT NativeForm::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
 // ---- Visibility, state, focus ----
 
 void NativeForm::ShowOrHide() {
+  if (window_ == nullptr) return;
   OwnChange own(*this);
   if (!form_.Visible()) {
     ::ShowWindow(window_, SW_HIDE);
@@ -241,16 +243,19 @@ void NativeForm::ApplyState() {
 }
 
 void NativeForm::ApplyCaption() {
+  if (window_ == nullptr) return;
   ::SetWindowTextW(window_, Wide(form_.Caption()).c_str());
 }
 
 void NativeForm::TakeFocus() {
+  if (window_ == nullptr) return;
   OwnChange own(*this);
   ::SetForegroundWindow(window_);
   ::SetFocus(window_);
 }
 
 void NativeForm::Repaint() {
+  if (window_ == nullptr) return;  // without one Windows would draw all of the screen anew
   ::RedrawWindow(window_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 

@@ -32,16 +32,18 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
     virtual bool OnlyAnswering() const = 0;
   };
 
-  // Makes the window, hidden. `main` has a button on the task bar.
-  NativeForm(Form& form, Host& host, HWND owner, bool main);
+  // `main` has a button on the task bar.
+  NativeForm(Form& form, Host& host, HWND owner, bool main) : form_(form), host_(host), owner_(owner), main_(main) {}
   ~NativeForm() override;
   NativeForm(const NativeForm&) = delete;
   NativeForm& operator=(const NativeForm&) = delete;
 
+  // Makes the window, hidden, unless it is there. One that is loaded and never shown costs none.
+  void Make();
   // Destroys the window, with its menu if one is open. Nothing of the form is reached any more.
   void Close();
 
-  HWND window() const { return window_; }  // null once it is closed
+  HWND window() const { return window_; }  // null before it is made and once it is closed
   Form& form() const { return form_; }
 
   void ShowOrHide();
@@ -57,7 +59,7 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   // control hears of the mouse.
   void ShowTipOf(HWND control, POINT place);
   void PopupMenu(MenuItem& menu);
-  // In pixels, on one line.
+  // In pixels, on one line. After Make.
   int TextWidth(const std::string& text) const { return metrics_->TextExtent(text).width; }
 
  private:
@@ -98,7 +100,7 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
   void AddSlots(const Layout& part, bool on_page);
   void AddSlot(Control& control, bool on_page);
   void MakeStrips();
-  NativeControl& Make(std::size_t index);
+  NativeControl& MakeControl(std::size_t index);
   HWND WindowBefore(std::size_t index) const;
   Extent Smallest(const Control& control) const override;
   int HeightAt(const Control& control, int width) const override;
@@ -141,6 +143,7 @@ class NativeForm : public std::enable_shared_from_this<NativeForm>, private Meas
 
   Form& form_;
   Host& host_;
+  const HWND owner_;
   const bool main_;
   DWORD style_ = 0, ex_style_ = 0;
   HWND window_ = nullptr;

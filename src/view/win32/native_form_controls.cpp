@@ -30,11 +30,11 @@ void NativeForm::AddSlots(const Layout& part, bool on_page) {
 // Only a strip itself knows how much room its tabs take, so it is there before the first page is measured.
 void NativeForm::MakeStrips() {
   for (std::size_t i = 0; i < slots_.size(); ++i) {
-    if (slots_[i].control->kind() == ControlKind::TabStrip) Make(i);
+    if (slots_[i].control->kind() == ControlKind::TabStrip) MakeControl(i);
   }
 }
 
-NativeControl& NativeForm::Make(std::size_t index) {
+NativeControl& NativeForm::MakeControl(std::size_t index) {
   Slot& slot = slots_[index];
   if (slot.native == nullptr) {
     const std::string& caption = slot.key_caption.empty() ? slot.control->Caption() : slot.key_caption;
@@ -84,6 +84,7 @@ NativeControl* NativeForm::ControlOf(const Control& control) const {
 }
 
 void NativeForm::ControlChanged(Control& control) {
+  if (window_ == nullptr) return;
   if (control.kind() == ControlKind::MenuItem) {
     if (!menu_.Refresh(static_cast<MenuItem&>(control))) BuildMenu();
     return;

@@ -94,7 +94,7 @@ void NativeForm::LayOut() {
   for (const PlacedControl& placed : places) {
     const std::size_t index = IndexOf(*placed.control);
     if (slots_[index].native == nullptr && !placed.shown) continue;
-    if (Make(index).Put(placed.box, placed.shown, WindowBefore(index))) changed = true;
+    if (MakeControl(index).Put(placed.box, placed.shown, WindowBefore(index))) changed = true;
   }
   if (!changed) return;
   ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);

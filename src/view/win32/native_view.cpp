@@ -65,6 +65,7 @@ void NativeView::FormLoaded(Form& form) {
   const std::shared_ptr<NativeForm> main = NativeOf(*main_);
   HWND owner = main == nullptr ? application_ : main->window();
   forms_[&form] = std::make_shared<NativeForm>(form, host, owner, IsMain(form));
+  if (IsMain(form)) forms_[&form]->Make();
   OrderChanged(form);
 }
 
@@ -89,6 +90,7 @@ void NativeView::FormChanged(Form& form, Aspect aspect) {
   if (native == nullptr) return;
   switch (aspect) {
     case Aspect::Visibility:
+      if (form.Visible()) native->Make();
       if (form.Visible() && form.Modal()) BeginModal(form, native->window());
       // Before it hides, so that Windows finds another window of the program to activate.
       if (!form.Visible()) EndModal(form);
@@ -113,12 +115,16 @@ void NativeView::ControlChanged(Control& control) {
 
 WindowHandle NativeView::WindowOf(const Form& form) const {
   const std::shared_ptr<NativeForm> native = NativeOf(form);
-  return native == nullptr ? WindowHandle::None : Wrap<WindowHandle>(native->window());
+  if (native == nullptr) return WindowHandle::None;
+  native->Make();
+  return Wrap<WindowHandle>(native->window());
 }
 
 int NativeView::TextWidth(const Form& form, std::string_view text) const {
   const auto native = NativeOf(form);
-  return native == nullptr ? 0 : native->TextWidth(std::string(text));
+  if (native == nullptr) return 0;
+  native->Make();
+  return native->TextWidth(std::string(text));
 }
 
 WindowHandle NativeView::ActiveWindow() const {
