@@ -21,6 +21,7 @@
 namespace qb::bench {
 
 inline constexpr int kRounds = 5;
+inline constexpr int kMoreRounds = 11;  // of what takes a moment
 
 struct Timed {
   const char* what;
