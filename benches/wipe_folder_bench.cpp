@@ -22,8 +22,7 @@ void MakeTree(const std::filesystem::path& root, int files) {
     if (i % kFilesInAFolder == 0) std::filesystem::create_directories(folder);
     std::ofstream(folder / ("f" + std::to_string(i) + ".tmp"), std::ios::binary) << content;
   }
-  // Of files that were just written a part has no room on the disk yet, a larger one each second: to remove those is
-  // cheap.
+  // Of files that were just written a part has no room on the disk yet, and to remove those is cheap.
   ::sync();
 }
 
