@@ -25,7 +25,7 @@ TEST(Start, ReadsEachKeyIntoItsOwnVariable) {
   for (std::string key, value; rows >> key >> value;) {
     unset += "expect get " + key + " is " + value + "\n";
     other_type.append(add).append(key).append(" expand_sz 5\n");
-    stored += add + key + " sz " + std::to_string(number) + "\n";
+    stored.append(add).append(key).append(" sz ").append(std::to_string(number)).append("\n");
     expected += "expect get " + key + " is " + std::to_string(number++) + "\n";
   }
   // What was not the first start stores no more than this.

@@ -57,10 +57,20 @@ TEST(SingleBoxes, TakeTheTracesOfTheirClassAlone) {
       ++classes;
       const std::string box(row.box);
       const std::string expectations = Expectations(tab, box);
-      std::string runs[] = {tab.traces + "start\nchoose SftTabs1 " + std::to_string(tab.index),
-                            tab.traces + test::kInstalled + "reg add " + test::places::kStore};
-      runs[0].append("\ntick ").append(row.box).append("\nclick cmdKILLALL\n").append(expectations);
-      runs[1].append(" ").append(row.key).append(" sz 1\nstart\ndo Do_Start_Up 2\n").append(expectations);
+      std::string runs[] = {tab.traces + "start\nchoose SftTabs1 ", tab.traces + test::kInstalled};
+      runs[0]
+          .append(std::to_string(tab.index))
+          .append("\ntick ")
+          .append(row.box)
+          .append("\nclick cmdKILLALL\n")
+          .append(expectations);
+      runs[1]
+          .append("reg add ")
+          .append(test::places::kStore)
+          .append(" ")
+          .append(row.key)
+          .append(" sz 1\nstart\ndo Do_Start_Up 2\n")
+          .append(expectations);
       for (const std::string& run : runs) {
         if (row.key.empty() && &run != runs) continue;  // a box without a key
         Rehearsal rehearsal;
