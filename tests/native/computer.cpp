@@ -3,6 +3,7 @@
 #include <wininet.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -94,6 +95,11 @@ std::string Utf8(const std::wstring& text) {
       static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
                                                    narrow.data(), static_cast<int>(narrow.size()), nullptr, nullptr)));
   return narrow;
+}
+
+std::string LocalData(const std::string& path) {
+  const char* folder = std::getenv("LOCALAPPDATA");
+  return (folder == nullptr ? std::string() : folder) + "\\" + path;
 }
 
 void MakeFile(const std::string& path, const std::string& content) {

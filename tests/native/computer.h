@@ -13,7 +13,9 @@
 namespace native {
 
 inline constexpr const char* kStore = "Software\\VB and VBA Program Settings\\Temp\\SystemData";
+inline constexpr const char* kRunKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 
+std::string LocalData(const std::string& path);                      // below the user's local application data
 void MakeFile(const std::string& path, const std::string& content);  // with its parents
 bool Exists(const std::string& path);
 void SetValue(const std::string& key, const std::string& name, const std::string& data);  // below HKEY_CURRENT_USER

@@ -1,5 +1,3 @@
-#include <cstdlib>
-
 #include "computer.h"
 #include "other_windows.h"
 #include "program_windows.h"
@@ -29,11 +27,6 @@ constexpr Trace kKeys[] = {
     {"Software\\Microsoft\\Internet Explorer\\TypedURLsTime", false},
     {"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU", true},
 };
-
-std::string LocalData(const std::string& path) {
-  const char* folder = std::getenv("LOCALAPPDATA");
-  return (folder == nullptr ? std::string() : folder) + "\\" + path;
-}
 
 // What should have gone and is there, or the other way round, or is changed.
 std::string WrongTraces() {

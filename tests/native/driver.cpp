@@ -42,8 +42,7 @@ void KillStory() {
   // Windows itself has the files of the recent list, which is emptied.
   goes.insert(goes.end(), {"C:\\native-log.txt", "C:\\users\\root\\AppData\\Roaming\\Microsoft\\Windows\\Recent"});
   CheckNothingElse(before, goes);
-  Check(Value("Software\\Microsoft\\Windows\\CurrentVersion\\Run", "Quillbarrow") ==
-            "\"C:\\Program Files\\Quillbarrow\\Quillbarrow.exe\" /STARTUP",
+  Check(Value(kRunKey, "Quillbarrow") == "\"C:\\Program Files\\Quillbarrow\\Quillbarrow.exe\" /STARTUP",
         "the Run value is written");
 
   Check(program.Hide() && program.Running(), "closing the window only hides it");

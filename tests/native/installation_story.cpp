@@ -8,18 +8,11 @@ namespace native {
 
 namespace {
 
-constexpr const char* kMain = "Quillbarrow 2019 - Protecting your Privacy since 1997!";
 constexpr const char* kSetup = "Quillbarrow Setup";
 constexpr const char* kRemoval = "Remove Quillbarrow";
-constexpr const char* kRun = "Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 
-std::string Local(const std::string& path) {
-  char folder[MAX_PATH] = "";
-  GetEnvironmentVariableA("LOCALAPPDATA", folder, sizeof folder);
-  return folder + ("\\" + path);
-}
 std::string Installed(const std::string& file) {
-  return Local("Programs\\Quillbarrow\\" + file);
+  return LocalData("Programs\\Quillbarrow\\" + file);
 }
 
 void Execute(std::string command, DWORD wait_milliseconds) {
@@ -93,10 +86,10 @@ HWND BeginRemoval() {
 }
 
 bool ProgramRuns(bool runs) {
-  return WaitFor([=] { return (FindWindowA(nullptr, kMain) != nullptr) == runs; }, 30000);
+  return WaitFor([=] { return (FindWindowA(nullptr, kMainTitle) != nullptr) == runs; }, 30000);
 }
 bool KeepsData() {
-  return Exists(Local("Quillbarrow\\qb.dat")) && !Value(kStore, "QBBuild").empty();
+  return Exists(LocalData("Quillbarrow\\qb.dat")) && !Value(kStore, "QBBuild").empty();
 }
 
 void Remove(bool with_data) {
@@ -105,7 +98,7 @@ void Remove(bool with_data) {
   Check(Press(page, "Uninstall") && Press(Page(kRemoval, "Close"), "Close") && WaitGone(page) &&
             WaitFor([] { return !Exists(Installed("Uninstall.exe")); }) && !Exists(Installed("Quillbarrow.exe")),
         "the removal takes the program away");
-  Check(ProgramRuns(false) && Value(kRun, "Quillbarrow").empty(), "which has ended and does not start with Windows");
+  Check(ProgramRuns(false) && Value(kRunKey, "Quillbarrow").empty(), "which has ended and does not start with Windows");
 }
 
 }  // namespace
@@ -127,10 +120,10 @@ void InstallationStory() {
     if (!update) Check(ProgramRuns(true), "and starts the program");
   }
   Check(ProgramRuns(false), "a declined start does not happen");
-  Check(Value(kRun, "Quillbarrow") == "\"" + Installed("Quillbarrow.exe") + "\" /STARTUP",
+  Check(Value(kRunKey, "Quillbarrow") == "\"" + Installed("Quillbarrow.exe") + "\" /STARTUP",
         "the program starts with Windows from where it lies");
 
-  MakeFile(Local("Quillbarrow\\qb.dat"), "shop.test\r\n");
+  MakeFile(LocalData("Quillbarrow\\qb.dat"), "shop.test\r\n");
   page = BeginRemoval();
   Check(Press(page, "Cancel") && WaitGone(page) && Exists(Installed("Quillbarrow.exe")), "to cancel removes nothing");
   Remove(false);
@@ -139,7 +132,7 @@ void InstallationStory() {
   Execute("\"" + Installed("Quillbarrow.exe") + "\"", 0);
   Check(ProgramRuns(true) && KeepsData(), "another installation finds them");
   Remove(true);
-  Check(!Exists(Local("Quillbarrow")) && Value(kStore, "QBBuild").empty(), "and they go when they are asked for");
+  Check(!Exists(LocalData("Quillbarrow")) && Value(kStore, "QBBuild").empty(), "and they go when they are asked for");
 }
 
 }  // namespace native

@@ -12,7 +12,6 @@ namespace native {
 namespace {
 
 constexpr const char* kExe = "C:\\Program Files\\Quillbarrow\\Quillbarrow.exe";
-constexpr const char* kMainTitle = "Quillbarrow 2019 - Protecting your Privacy since 1997!";
 constexpr LRESULT kLogTab = 9;
 
 // A caption as it is read, without the ampersand before its access key.

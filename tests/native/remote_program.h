@@ -12,6 +12,8 @@
 
 namespace native {
 
+inline constexpr const char* kMainTitle = "Quillbarrow 2019 - Protecting your Privacy since 1997!";
+
 // Waits until the condition holds, looking every 20 ms; false if it never did.
 template <typename Condition>
 bool WaitFor(Condition condition, int milliseconds = 10000) {
